@@ -1,0 +1,18 @@
+# What a maker fills in; the README says how to get credentials of one's own.
+set(ORVALEN_SITE_NAME "orvalen.example" CACHE STRING "The maker's site, as the footer names it")
+set(ORVALEN_UPDATE_URL "https://orvalen.example/latest.json" CACHE STRING "The address of the update manifest")
+set(ORVALEN_SPOTIFY_ACCOUNTS_URL "https://accounts.spotify.com" CACHE STRING "Base address of the token service")
+set(ORVALEN_SPOTIFY_API_URL "https://api.spotify.com" CACHE STRING "Base address of the Web API")
+set(ORVALEN_SPOTIFY_CLIENT_ID "00000000000000000000000000000000" CACHE STRING
+  "Client identifier of the streaming service's application")
+set(ORVALEN_SPOTIFY_CLIENT_SECRET "00000000000000000000000000000000" CACHE STRING "Its client secret")
+
+foreach(credential ORVALEN_SPOTIFY_CLIENT_ID ORVALEN_SPOTIFY_CLIENT_SECRET)
+  string(LENGTH "${${credential}}" length)
+  if(NOT length EQUAL 32 OR NOT "${${credential}}" MATCHES "^[0-9a-f]+$")
+    message(FATAL_ERROR "${credential} must be 32 lower-case hexadecimal digits")
+  endif()
+endforeach()
+
+configure_file("${CMAKE_SOURCE_DIR}/src/app/BuildConfiguration.h.in"
+  "${CMAKE_BINARY_DIR}/generated/app/BuildConfiguration.h" @ONLY)

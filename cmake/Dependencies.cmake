@@ -1,0 +1,23 @@
+# Everything that is not ours, with the target that uses it. docs/dependencies.md tells why each is here.
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+find_package(ICU REQUIRED COMPONENTS uc i18n)
+find_package(SQLite3 REQUIRED)
+find_package(simdjson REQUIRED)
+find_package(tl-expected REQUIRED)
+find_path(RAPIDJSON_INCLUDE_DIR rapidjson/prettywriter.h REQUIRED)
+
+add_library(orvalen_rapidjson INTERFACE)
+target_include_directories(orvalen_rapidjson SYSTEM INTERFACE "${RAPIDJSON_INCLUDE_DIR}")
+
+if(ORVALEN_DESKTOP)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network DBus Qml Quick QuickControls2 Svg)
+  pkg_check_modules(TAGLIB REQUIRED IMPORTED_TARGET taglib)
+  pkg_check_modules(MPV REQUIRED IMPORTED_TARGET mpv)
+endif()
+if(ORVALEN_TESTS)
+  find_package(GTest REQUIRED)
+endif()
+if(ORVALEN_BENCH)
+  find_package(benchmark REQUIRED)
+endif()

@@ -1,0 +1,7 @@
+# ORVALEN_SANITIZE: a comma-separated list as the compiler's -fsanitize takes it, for every target.
+set(ORVALEN_SANITIZE "" CACHE STRING "Sanitizers to build everything with, for example address,undefined")
+
+if(ORVALEN_SANITIZE)
+  add_compile_options(-fsanitize=${ORVALEN_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${ORVALEN_SANITIZE})
+endif()

@@ -1,0 +1,148 @@
+#include "core/Files.h"
+
+#include "core/Uuid.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace orvalen {
+namespace {
+
+/// Closes on leaving; close() itself is asked for its error where that matters.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0)
+            ::close(number_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int number() const { return number_; }
+    bool isOpen() const { return number_ >= 0; }
+    int close() { return ::close(std::exchange(number_, -1)); }
+
+private:
+    int number_;
+};
+
+Expected<void> writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(file, bytes.data(), bytes.size());
+        if (written < 0) {
+            if (errno == EINTR)
+                continue;
+            return systemFailure(errno);
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return {};
+}
+
+/// A file of its own beside the destination that vanishes unless it is committed.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const std::string& destination)
+        : path_((std::filesystem::path(destination).parent_path() / (".orvalen-" + UUID::random().toString()))
+                    .string()),
+          file_(::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666)) {}
+    ~TemporaryFile() {
+        if (exists_)
+            ::unlink(path_.c_str());
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    int file() const { return file_.number(); }
+    bool isOpen() const { return exists_; }
+
+    Expected<void> commit(const std::string& destination) {
+        if (::fsync(file_.number()) != 0 || file_.close() != 0)
+            return systemFailure(errno);
+        if (::rename(path_.c_str(), destination.c_str()) != 0)
+            return systemFailure(errno);
+        exists_ = false;
+        return {};
+    }
+
+private:
+    std::string path_;
+    Descriptor file_;
+    bool exists_ = file_.isOpen();
+};
+
+/// A replaced file keeps its permissions; file systems without any are left alone.
+void keepPermissions(int file, const std::string& destination) {
+    struct stat status {};
+    if (::stat(destination.c_str(), &status) == 0)
+        static_cast<void>(::fchmod(file, status.st_mode & 0777));
+}
+
+} // namespace
+
+Expected<std::string> readWholeFile(const std::string& path) {
+    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file.isOpen())
+        return systemFailure(errno);
+    struct stat status {};
+    if (::fstat(file.number(), &status) != 0)
+        return systemFailure(errno);
+    if (S_ISDIR(status.st_mode))
+        return systemFailure(EISDIR);
+
+    std::string bytes;
+    std::size_t length = 0;
+    std::size_t room = static_cast<std::size_t>(status.st_size) + 1;
+    for (;;) {
+        bytes.resize(length + room);
+        const ssize_t got = ::read(file.number(), bytes.data() + length, room);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return systemFailure(errno);
+        length += static_cast<std::size_t>(got);
+        bytes.resize(length);
+        if (got == 0)
+            return bytes;
+        room = 64 * 1024;
+    }
+}
+
+Expected<void> writeWholeFile(const std::string& path, std::string_view bytes) {
+    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    if (!file.isOpen())
+        return systemFailure(errno);
+    if (auto written = writeAll(file.number(), bytes); !written)
+        return written;
+    if (file.close() != 0)
+        return systemFailure(errno);
+    return {};
+}
+
+Expected<void> writeFileAtomically(const std::string& path, std::string_view bytes) {
+    // A playlist that is a link stays a link: the file behind it is the one to replace.
+    std::error_code ignored;
+    const std::filesystem::path behindLinks = std::filesystem::weakly_canonical(path, ignored);
+    const std::string destination = ignored ? path : behindLinks.string();
+
+    TemporaryFile temporary(destination);
+    if (!temporary.isOpen())
+        return systemFailure(errno);
+    if (auto written = writeAll(temporary.file(), bytes); !written)
+        return written;
+    keepPermissions(temporary.file(), destination);
+    return temporary.commit(destination);
+}
+
+bool createFolder(const std::string& path) {
+    std::error_code error;
+    std::filesystem::create_directories(path, error);
+    return std::filesystem::is_directory(path, error);
+}
+
+} // namespace orvalen

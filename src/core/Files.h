@@ -1,0 +1,25 @@
+#pragma once
+
+#include "core/Error.h"
+
+#include <string>
+#include <string_view>
+
+namespace orvalen {
+
+// Whole files in one step. Any thread; errors carry the system's words for what went wrong.
+
+/// Every byte of the file.
+Expected<std::string> readWholeFile(const std::string& path);
+
+/// Replaces the file's content. Opening comes first, so a file that may not be written stays as it was.
+Expected<void> writeWholeFile(const std::string& path, std::string_view bytes);
+
+/// Writes a temporary file in the same folder and renames it over the destination: a reader sees the old
+/// bytes or the new ones, and a failure leaves the old file untouched and no temporary behind.
+Expected<void> writeFileAtomically(const std::string& path, std::string_view bytes);
+
+/// Creates the folder with its parents; true when it stands afterwards.
+bool createFolder(const std::string& path);
+
+} // namespace orvalen

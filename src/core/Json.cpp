@@ -1,0 +1,253 @@
+#include "core/Json.h"
+
+#include "core/JsonReading.h"
+
+#include <cmath>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+namespace orvalen {
+namespace {
+
+using simdjson::dom::element;
+using simdjson::dom::object;
+using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
+
+void writeText(Writer& writer, std::string_view text) {
+    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}
+
+void writeMember(Writer& writer, std::string_view key, std::string_view text) {
+    writeText(writer, key);
+    writeText(writer, text);
+}
+
+void writeTrack(Writer& writer, const Track& track) {
+    writer.StartObject();
+    writeMember(writer, "title", track.title);
+    writeMember(writer, "artist", track.artist);
+    writeMember(writer, "genre", track.genre);
+    writeMember(writer, "path", track.path);
+    if (track.bpm) {
+        writeText(writer, "bpm");
+        writer.Int64(*track.bpm);
+    }
+    writer.EndObject();
+}
+
+void writeRow(Writer& writer, const MatchedTrack& row) {
+    writer.StartObject();
+    writeMember(writer, "id", row.id.toString());
+    writeMember(writer, "title", row.title);
+    writeMember(writer, "artist", row.artist);
+    writeText(writer, "found");
+    writer.Bool(row.found);
+    writeText(writer, "options");
+    writer.StartArray();
+    for (const Track& option : row.options)
+        writeTrack(writer, option);
+    writer.EndArray();
+    if (row.selectedTrack) {
+        writeText(writer, "selectedTrack");
+        writeTrack(writer, *row.selectedTrack);
+    }
+    writeText(writer, "include");
+    writer.Bool(row.include);
+    writer.EndObject();
+}
+
+/// A slash occurs in JSON only inside strings, so every one of them may be escaped after the fact.
+std::string withEscapedSlashes(std::string_view json) {
+    std::string result;
+    result.reserve(json.size() + json.size() / 16);
+    for (const char c : json) {
+        if (c == '/')
+            result += '\\';
+        result += c;
+    }
+    return result;
+}
+
+tl::unexpected<Error> wrongKind(std::string_view key, std::string_view kind) {
+    return failure("\"" + std::string(key) + "\" is missing or is not " + std::string(kind) + ".");
+}
+
+Expected<MatchedTrack> decodeRow(const element& value) {
+    object row;
+    if (value.get(row))
+        return failure("A row is not an object.");
+    const auto id = requiredText(row, "id");
+    const auto title = requiredText(row, "title");
+    const auto artist = requiredText(row, "artist");
+    const auto found = requiredBool(row, "found");
+    const auto include = requiredBool(row, "include");
+    const auto options = requiredArray(row, "options");
+    for (const auto* text : {&id, &title, &artist})
+        if (!*text)
+            return tl::unexpected(text->error());
+    for (const auto* flag : {&found, &include})
+        if (!*flag)
+            return tl::unexpected(flag->error());
+    if (!options)
+        return tl::unexpected(options.error());
+
+    MatchedTrack result;
+    const auto parsedId = UUID::parse(*id);
+    if (!parsedId)
+        return failure("\"id\" is not a UUID.");
+    result.id = *parsedId;
+    result.title = *title;
+    result.artist = *artist;
+    result.found = *found;
+    result.include = *include;
+    for (const element option : *options) {
+        const auto track = decodeTrack(option);
+        if (!track)
+            return tl::unexpected(track.error());
+        result.options.push_back(track->toTrack());
+    }
+    element selected;
+    if (!row["selectedTrack"].get(selected) && !selected.is_null()) {
+        const auto track = decodeTrack(selected);
+        if (!track)
+            return tl::unexpected(track.error());
+        result.selectedTrack = track->toTrack();
+    }
+    return result;
+}
+
+} // namespace
+
+Expected<std::string_view> requiredText(const object& object, std::string_view key) {
+    std::string_view text;
+    if (object[key].get(text))
+        return wrongKind(key, "a string");
+    return text;
+}
+
+Expected<std::optional<std::string_view>> optionalText(const object& object, std::string_view key) {
+    element value;
+    if (object[key].get(value) || value.is_null())
+        return std::nullopt;
+    std::string_view text;
+    if (value.get(text))
+        return wrongKind(key, "a string");
+    return text;
+}
+
+Expected<bool> requiredBool(const object& object, std::string_view key) {
+    bool value = false;
+    if (object[key].get(value))
+        return wrongKind(key, "true or false");
+    return value;
+}
+
+Expected<std::int64_t> wholeNumber(const element& value, std::string_view key) {
+    std::int64_t number = 0;
+    if (!value.get(number))
+        return number;
+    double real = 0; // 128.0 is a whole number too
+    constexpr double limit = 9223372036854775808.0;
+    if (!value.is_double() || value.get(real) || std::trunc(real) != real || real < -limit || real >= limit)
+        return wrongKind(key, "a whole number");
+    return static_cast<std::int64_t>(real);
+}
+
+Expected<simdjson::dom::array> requiredArray(const object& object, std::string_view key) {
+    simdjson::dom::array array;
+    if (object[key].get(array))
+        return wrongKind(key, "an array");
+    return array;
+}
+
+Expected<TrackView> decodeTrack(const element& value) {
+    object track;
+    if (value.get(track))
+        return failure("A track is not an object.");
+    const auto title = requiredText(track, "title");
+    const auto artist = requiredText(track, "artist");
+    const auto genre = requiredText(track, "genre");
+    const auto path = requiredText(track, "path");
+    for (const auto* text : {&title, &artist, &genre, &path})
+        if (!*text)
+            return tl::unexpected(text->error());
+    TrackView result(*title, *artist, *genre, *path, std::nullopt);
+    element bpm;
+    if (!track["bpm"].get(bpm) && !bpm.is_null()) {
+        const auto number = wholeNumber(bpm, "bpm");
+        if (!number)
+            return tl::unexpected(number.error());
+        result.bpm = *number;
+    }
+    return result;
+}
+
+std::string encodeSession(const MatchSession& session) {
+    rapidjson::StringBuffer buffer;
+    Writer writer(buffer);
+    writer.StartObject();
+    writeMember(writer, "matchInput", session.matchInput);
+    writeText(writer, "matchedTracks");
+    writer.StartArray();
+    for (const MatchedTrack& row : session.matchedTracks)
+        writeRow(writer, row);
+    writer.EndArray();
+    writer.EndObject();
+    return withEscapedSlashes({buffer.GetString(), buffer.GetSize()});
+}
+
+Expected<MatchSession> decodeSession(std::string_view bytes) {
+    simdjson::dom::parser parser;
+    element document;
+    if (const auto error = parser.parse(bytes.data(), bytes.size()).get(document))
+        return failure(simdjson::error_message(error));
+    object root;
+    if (document.get(root))
+        return failure("The document is not an object.");
+    const auto input = requiredText(root, "matchInput");
+    if (!input)
+        return tl::unexpected(input.error());
+    const auto rows = requiredArray(root, "matchedTracks");
+    if (!rows)
+        return tl::unexpected(rows.error());
+    MatchSession session;
+    session.matchInput = *input;
+    session.matchedTracks.reserve(rows->size());
+    for (const element value : *rows) {
+        auto row = decodeRow(value);
+        if (!row)
+            return tl::unexpected(row.error());
+        session.matchedTracks.push_back(std::move(*row));
+    }
+    return session;
+}
+
+std::string encodeTexts(const std::vector<std::string>& texts) {
+    rapidjson::StringBuffer buffer;
+    Writer writer(buffer);
+    writer.StartArray();
+    for (const std::string& text : texts)
+        writeText(writer, text);
+    writer.EndArray();
+    return {buffer.GetString(), buffer.GetSize()};
+}
+
+Expected<std::vector<std::string>> decodeTexts(std::string_view bytes) {
+    simdjson::dom::parser parser;
+    element document;
+    if (const auto error = parser.parse(bytes.data(), bytes.size()).get(document))
+        return failure(simdjson::error_message(error));
+    simdjson::dom::array array;
+    if (document.get(array))
+        return failure("The document is not an array.");
+    std::vector<std::string> texts;
+    for (const element value : array) {
+        std::string_view text;
+        if (value.get(text))
+            return failure("The array holds something other than strings.");
+        texts.emplace_back(text);
+    }
+    return texts;
+}
+
+} // namespace orvalen

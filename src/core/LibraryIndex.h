@@ -1,0 +1,86 @@
+#pragma once
+
+#include "core/Track.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace orvalen {
+
+/// A run of positions in library order: first is in it, last is not.
+struct PositionRange {
+    std::size_t first = 0;
+    std::size_t last = 0;
+
+    std::size_t size() const { return last - first; }
+    bool empty() const { return first == last; }
+};
+
+/// Every known audio file, filed under its library key. A value: copying one shares the tracks, and a copy
+/// never sees what is filed in another afterwards, so a copy is the snapshot that a worker or a writer reads.
+///
+/// Library order is the order of the keys as they were first filed, and under each key the order of filing.
+/// A position is a place in that order. Views are valid as long as some copy of the index they came from is.
+class LibraryIndex {
+public:
+    LibraryIndex();
+
+    bool empty() const { return keyCount() == 0; }
+    std::size_t keyCount() const;
+    std::size_t trackCount() const;
+
+    TrackView track(std::size_t position) const;
+    /// The key that the track at the position is filed under.
+    std::string_view key(std::size_t position) const;
+    /// The positions filed under the key; an empty run when there is no such key.
+    PositionRange positionsUnder(std::string_view key) const;
+
+    /// Whether both share their tracks, so that what was derived from one holds for the other.
+    bool sharesTracksWith(const LibraryIndex& other) const { return body_ == other.body_; }
+
+    struct Body;
+
+private:
+    friend class LibraryIndexBuilder;
+    friend void fileTrack(LibraryIndex& index, const Track& track);
+    explicit LibraryIndex(std::shared_ptr<const Body> body);
+
+    std::shared_ptr<const Body> body_;
+};
+
+/// Files many tracks and hands the index over whole. One thread at a time.
+class LibraryIndexBuilder {
+public:
+    LibraryIndexBuilder();
+    ~LibraryIndexBuilder();
+    LibraryIndexBuilder(LibraryIndexBuilder&&) noexcept;
+    LibraryIndexBuilder& operator=(LibraryIndexBuilder&&) noexcept;
+
+    /// Appends the track to the list under its own library key. The texts are copied.
+    void fileTrack(const TrackView& track);
+    std::size_t trackCount() const;
+    /// The index of everything filed; the builder is empty afterwards.
+    LibraryIndex finish();
+
+private:
+    struct Draft;
+    std::unique_ptr<Draft> draft_;
+};
+
+/// Files one more track in an index that stands; copies that were taken before do not see it.
+void fileTrack(LibraryIndex& index, const Track& track);
+
+LibraryIndex buildIndex(std::span<const Track> tracks);
+
+inline std::int64_t countTracks(const LibraryIndex& index) {
+    return static_cast<std::int64_t>(index.trackCount());
+}
+
+/// How many tracks have a path that begins with the folder's; texts are compared, not path components.
+std::int64_t countTracksUnderFolder(const LibraryIndex& index, std::string_view folder);
+
+} // namespace orvalen

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orvalen {
+
+/// One audio file of the library. Texts are valid UTF-8.
+struct Track {
+    std::string title;
+    std::string artist;
+    std::string genre;
+    std::string path;                ///< absolute
+    std::optional<std::int64_t> bpm; ///< absent and 0 are different values
+};
+
+/// The same record without owning its texts; valid as long as what it was taken from.
+struct TrackView {
+    std::string_view title;
+    std::string_view artist;
+    std::string_view genre;
+    std::string_view path;
+    std::optional<std::int64_t> bpm;
+
+    TrackView() = default;
+    TrackView(const Track& track)
+        : title(track.title), artist(track.artist), genre(track.genre), path(track.path), bpm(track.bpm) {}
+    TrackView(std::string_view title_, std::string_view artist_, std::string_view genre_,
+              std::string_view path_, std::optional<std::int64_t> bpm_)
+        : title(title_), artist(artist_), genre(genre_), path(path_), bpm(bpm_) {}
+
+    Track toTrack() const;
+};
+
+/// All five fields, texts by canonical equivalence.
+bool operator==(const TrackView& left, const TrackView& right);
+inline bool operator==(const Track& left, const Track& right) {
+    return TrackView(left) == TrackView(right);
+}
+
+/// Agrees with equality.
+struct TrackHash {
+    using is_transparent = void;
+    std::size_t operator()(const TrackView& track) const;
+};
+
+} // namespace orvalen

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/Error.h"
+#include "core/Location.h"
+
+#include <string_view>
+
+namespace orvalen {
+
+struct ContentView;
+
+// Library files: the whole index, the preferred matches and the folder paths in one JSON object. Main thread.
+
+/// Writes the current library, replacing what is there.
+Expected<void> writeLibraryFile(ContentView& view, const Location& destination);
+/// Replaces the index and the preferred matches and appends the folders. A document of another shape changes
+/// nothing, without a word.
+void applyLibraryFile(ContentView& view, std::string_view bytes);
+
+/// "library.orvl" in the support folder, after a scan; saves the folder bookmarks too.
+void savePersistentLibrary(ContentView& view);
+/// The library part of the start: queues the folder bookmarks, then reads "library.orvl".
+void loadPersistentLibrary(ContentView& view);
+
+void backupScannedLibrary(ContentView& view);
+void loadScannedLibrary(ContentView& view);
+/// Deletes "library.orvl" and empties the index and the preferred matches.
+void removeSavedLibrary(ContentView& view);
+
+} // namespace orvalen

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "core/LibraryIndex.h"
+#include "core/Location.h"
+#include "core/Text.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+
+namespace orvalen {
+
+class Console;
+class UserFolders;
+
+/// Library key to the path of the file that the user chose for it.
+using PreferredMatches = TextMap<std::string>;
+
+/// The user's choices among candidates, in "orvalen.sqlite" in the application-support folder. Any thread:
+/// the connection runs in SQLite's serialized mode. Nothing fails towards the caller; what goes wrong is one
+/// console line, and a database that could not be opened knows nothing and stores nothing.
+class PlaylistDatabaseManager {
+public:
+    /// Opens the file and creates the tables that are missing.
+    PlaylistDatabaseManager(const UserFolders& folders, Console& console);
+    ~PlaylistDatabaseManager();
+    PlaylistDatabaseManager(const PlaylistDatabaseManager&) = delete;
+    PlaylistDatabaseManager& operator=(const PlaylistDatabaseManager&) = delete;
+
+    /// The one instance of the process, made by whoever asks first and never closed.
+    static PlaylistDatabaseManager& shared(const UserFolders& folders, Console& console);
+
+    void createTables();
+    /// Replaces an earlier path for the key.
+    void savePreferredMatch(std::string_view key, std::string_view path);
+    std::optional<std::string> preferredPath(std::string_view key);
+    PreferredMatches allPreferredMatches();
+    /// Empties the table and saves every pair on its own.
+    void replacePreferredMatches(const PreferredMatches& matches);
+
+    /// Writes tracks and preferred matches as one JSON object; a failure is silent.
+    void exportLibrarySnapshot(const Location& destination, const LibraryIndex& index);
+    /// Writes a snapshot named after the local time into the application-support folder.
+    void autoBackupLibrary(const LibraryIndex& index);
+
+private:
+    const UserFolders& folders_;
+    Console& console_;
+    sqlite3* db_ = nullptr;
+};
+
+} // namespace orvalen

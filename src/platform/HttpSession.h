@@ -1,0 +1,39 @@
+#pragma once
+
+#include "core/Error.h"
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orvalen {
+
+enum class CachePolicy { protocolDefault, reloadIgnoringCache };
+
+struct HttpRequest {
+    std::string address;
+    std::string method = "GET";
+    std::vector<std::pair<std::string, std::string>> headers;
+    std::string body;
+    CachePolicy cachePolicy = CachePolicy::protocolDefault;
+    std::chrono::milliseconds timeout{60'000};
+};
+
+struct HttpResponse {
+    int status = 0;
+    std::string body;
+};
+
+/// The program's one HTTP session.
+class HttpSession {
+public:
+    virtual ~HttpSession() = default;
+    /// Returns at once. The answer arrives later on the main thread: any response, whatever its status, or
+    /// the transport's error (an address that is none, no connection, an untrusted certificate, the
+    /// time-out).
+    virtual void send(const HttpRequest& request, std::function<void(Expected<HttpResponse>)> answer) = 0;
+};
+
+} // namespace orvalen

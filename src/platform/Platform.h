@@ -1,0 +1,38 @@
+#pragma once
+
+namespace orvalen {
+
+class AudioPlayers;
+class Browser;
+class Bundle;
+class Console;
+class Dialogs;
+class FolderAccess;
+class HttpSession;
+class MainQueue;
+class MediaAssets;
+class Notifications;
+class Sound;
+class UserFolders;
+class WorkerQueue;
+
+/// Every service of the outer world, one reference each; src/main.cpp or a test fills it in. All of them
+/// outlive the state.
+struct Platform {
+    Console& console;
+    MainQueue& mainQueue;
+    WorkerQueue& matchQueue; ///< match runs
+    WorkerQueue& tagQueue;   ///< folder walks and tag reads
+    Dialogs& dialogs;
+    MediaAssets& mediaAssets;
+    AudioPlayers& audioPlayers;
+    FolderAccess& folderAccess;
+    UserFolders& userFolders;
+    Notifications& notifications;
+    HttpSession& httpSession;
+    Sound& sound;
+    Browser& browser;
+    Bundle& bundle;
+};
+
+} // namespace orvalen

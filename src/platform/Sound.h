@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+namespace orvalen {
+
+class Sound {
+public:
+    virtual ~Sound() = default;
+    /// Starts the system sound of that name and returns; silence where there is none. Main thread.
+    virtual void play(std::string_view name) = 0;
+};
+
+} // namespace orvalen

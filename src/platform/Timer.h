@@ -1,0 +1,15 @@
+#pragma once
+
+#include <memory>
+
+namespace orvalen {
+
+/// A pending or repeating call; letting go of the handle ends it. Main thread.
+class Timer {
+public:
+    virtual ~Timer() = default;
+};
+
+using TimerHandle = std::shared_ptr<Timer>;
+
+} // namespace orvalen

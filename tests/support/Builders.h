@@ -1,0 +1,34 @@
+#pragma once
+
+#include "core/MatchedTrack.h"
+#include "core/Track.h"
+
+#include <string>
+#include <vector>
+
+namespace orvalen::test {
+
+/// A track whose path follows from its texts unless it is given.
+inline Track track(std::string artist, std::string title, std::optional<std::int64_t> bpm = {},
+                   std::string path = {}) {
+    if (path.empty())
+        path = "/Music/" + artist + " - " + title + ".mp3";
+    return Track{std::move(title), std::move(artist), "", std::move(path), bpm};
+}
+
+/// A result row with these candidates, the first of them selected.
+inline MatchedTrack row(std::string artist, std::string title, std::vector<Track> options = {},
+                        bool include = false) {
+    MatchedTrack result;
+    result.id = UUID::random();
+    result.artist = std::move(artist);
+    result.title = std::move(title);
+    result.found = !options.empty();
+    if (!options.empty())
+        result.selectedTrack = options.front();
+    result.options = std::move(options);
+    result.include = include;
+    return result;
+}
+
+} // namespace orvalen::test
