@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/BuildConfiguration.h"
 #include "app/LatestInfo.h"
 #include "core/Error.h"
 
@@ -15,8 +14,7 @@ struct Platform;
 /// Fetches the manifest and calls back, once and on the main thread, when its version is newer. Console lines
 /// tell the rest. Main thread; returns at once.
 void checkForUpdates(Platform& platform, const std::string& currentVersion,
-                     std::function<void(LatestInfo)> newerVersionFound,
-                     std::string_view manifestAddress = configuration::updateAddress);
+                     std::function<void(LatestInfo)> newerVersionFound);
 
 Expected<LatestInfo> decodeLatestInfo(std::string_view bytes);
 

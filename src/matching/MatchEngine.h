@@ -28,4 +28,8 @@ std::vector<std::size_t> findOptions(const LibraryCatalog& catalog, const Reques
 /// reach the state when all are done. Main thread; returns at once.
 void matchLines(std::vector<std::string> lines, ContentView& view);
 
+/// Makes the catalog of the current library on the match queue, so that the next run need not wait for it.
+/// Main thread; returns at once.
+void prepareMatching(ContentView& view);
+
 } // namespace orvalen

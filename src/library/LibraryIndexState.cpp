@@ -1,0 +1,19 @@
+#include "library/LibraryIndexState.h"
+
+#include "app/ContentView.h"
+#include "matching/MatchEngine.h"
+
+namespace orvalen {
+
+void replaceIndex(ContentView& view, LibraryIndex index) {
+    const std::int64_t count = countTracks(index);
+    view.trackDict.set(std::move(index));
+    view.trackCount.set(count);
+    prepareMatching(view);
+}
+
+void clearIndex(ContentView& view) {
+    replaceIndex(view, LibraryIndex());
+}
+
+} // namespace orvalen

@@ -1,0 +1,53 @@
+#include "matching/MatchEngine.h"
+
+#include "core/Keys.h"
+
+#include <algorithm>
+
+namespace orvalen {
+namespace {
+
+bool holds(const std::vector<std::size_t>& ascending, std::size_t position) {
+    return std::binary_search(ascending.begin(), ascending.end(), position);
+}
+
+} // namespace
+
+std::vector<std::size_t> matchesByFileName(const LibraryCatalog& catalog, std::string_view key) {
+    return catalog.withFileNameKey(key);
+}
+
+std::vector<std::size_t> matchesByArtistTitle(const LibraryCatalog& catalog, std::string_view artist,
+                                              std::string_view title) {
+    return catalog.containing(normalize(artist), normalize(title));
+}
+
+std::vector<std::size_t> findOptions(const LibraryCatalog& catalog, const Request& request) {
+    const std::string key = libraryKey(request.artist, request.title);
+    const PositionRange exact = catalog.index().positionsUnder(key);
+    const std::vector<std::size_t> byFileName = matchesByFileName(catalog, key);
+    const std::vector<std::size_t> byContainment =
+        matchesByArtistTitle(catalog, request.artist, request.title);
+
+    // Equal tracks have equal keys and file names and pass the same tests: where one is found, so is the
+    // first of its equals, and only that one becomes an option.
+    std::vector<std::size_t> options;
+    const auto add = [&](std::size_t position) {
+        if (catalog.firstEqual(position) == position)
+            options.push_back(position);
+    };
+    const auto isExact = [&exact](std::size_t position) {
+        return position >= exact.first && position < exact.last;
+    };
+    for (std::size_t position = exact.first; position < exact.last; ++position)
+        add(position);
+    for (const std::size_t position : byFileName)
+        if (!isExact(position))
+            add(position);
+    for (const std::size_t position : byContainment)
+        if (!isExact(position) && !holds(byFileName, position))
+            add(position);
+    return options;
+}
+
+} // namespace orvalen

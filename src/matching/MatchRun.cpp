@@ -1,0 +1,115 @@
+#include "matching/MatchEngine.h"
+
+#include "app/ContentView.h"
+#include "core/Keys.h"
+#include "core/Text.h"
+#include "library/PlaylistDatabaseManager.h"
+#include "matching/MatchPosts.h"
+#include "platform/Console.h"
+#include "platform/WorkerQueue.h"
+#include "session/SessionFiles.h"
+
+#include <algorithm>
+
+namespace orvalen {
+namespace {
+
+std::string shownWithTempo(const Track& track) {
+    return track.title + " [BPM: " + (track.bpm ? std::to_string(*track.bpm) : "nil") + "]";
+}
+
+template <typename Text>
+std::string bracketedList(const std::vector<Track>& options, Text text) {
+    std::string list = "[";
+    for (const Track& option : options) {
+        if (list.size() > 1)
+            list += ", ";
+        list.append(1, '"').append(text(option)).append(1, '"');
+    }
+    return list + "]";
+}
+
+void writeDiagnostics(Console& console, const MatchedTrack& row) {
+    console.line("Matched " + row.title + " - " + row.artist + ": " +
+                 bracketedList(row.options, shownWithTempo));
+    console.line("Options for " + row.title + " \u2013 " + row.artist + ": " +
+                 bracketedList(row.options, [](const Track& track) { return track.path; }));
+}
+
+/// A remembered path that no option has leaves the choice open, unless there is but one option to choose.
+std::optional<Track> chosen(const std::vector<Track>& options, const std::optional<std::string>& preferred) {
+    auto choice = options.begin();
+    if (preferred)
+        choice = std::find_if(options.begin(), options.end(), [&preferred](const Track& option) {
+            return canonicallyEqual(option.path, *preferred);
+        });
+    if (choice == options.end() && options.size() == 1)
+        choice = options.begin();
+    return choice == options.end() ? std::nullopt : std::optional(*choice);
+}
+
+MatchedTrack makeRow(const LibraryCatalog& catalog, Request request) {
+    MatchedTrack row;
+    row.id = UUID::random();
+    const std::vector<std::size_t> positions = findOptions(catalog, request);
+    row.title = std::move(request.title);
+    row.artist = std::move(request.artist);
+    row.found = !positions.empty();
+    row.options.reserve(positions.size());
+    for (const std::size_t position : positions)
+        row.options.push_back(catalog.index().track(position).toTrack());
+    return row;
+}
+
+void finish(ContentView& view, std::vector<MatchedTrack> rows) {
+    view.matchProgress.set(0);
+    view.matchedTracks.set(std::move(rows));
+    view.showResultsPage.set(true);
+    view.isMatching.set(false);
+    autoSaveSession(view);
+}
+
+/// One run, on the match queue. It owns all it reads; of the view it uses only what any thread may.
+struct MatchRun {
+    ContentView& view;
+    std::vector<std::string> lines;
+    LibraryIndex index;
+    std::string format;
+
+    void operator()() const {
+        const LibraryCatalog catalog(index);
+        MatchPosts posts(view);
+        auto rows = std::make_shared<std::vector<MatchedTrack>>();
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            auto request = parseWantedLine(lines[i], format);
+            if (!request)
+                continue;
+            posts.nowMatching(request->artist + " \u2013 " + request->title);
+            rows->push_back(matched(catalog, std::move(*request)));
+            posts.progress(static_cast<double>(i + 1) / static_cast<double>(lines.size()));
+        }
+        posts.finish([rows](ContentView& state) { orvalen::finish(state, std::move(*rows)); });
+    }
+
+    MatchedTrack matched(const LibraryCatalog& catalog, Request request) const {
+        MatchedTrack row = makeRow(catalog, std::move(request));
+        writeDiagnostics(view.platform.console, row);
+        row.selectedTrack =
+            chosen(row.options, view.database().preferredPath(libraryKey(row.artist, row.title)));
+        return row;
+    }
+};
+
+} // namespace
+
+void matchLines(std::vector<std::string> lines, ContentView& view) {
+    view.platform.matchQueue.post(
+        MatchRun{view, std::move(lines), view.trackDict.get(), view.matchInputFormat.get()});
+}
+
+void prepareMatching(ContentView& view) {
+    if (!view.trackDict.get().empty())
+        view.platform.matchQueue.post([index = view.trackDict.get()] { const LibraryCatalog made(index); });
+}
+
+} // namespace orvalen

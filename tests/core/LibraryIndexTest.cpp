@@ -1,0 +1,139 @@
+#include "core/LibraryIndex.h"
+
+#include "support/Builders.h"
+
+#include <gmock/gmock.h>
+
+namespace orvalen::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::vector<std::string> paths(const LibraryIndex& index) {
+    std::vector<std::string> result;
+    for (std::size_t position = 0; position < index.trackCount(); ++position)
+        result.emplace_back(index.track(position).path);
+    return result;
+}
+
+std::vector<std::string> pathsUnder(const LibraryIndex& index, std::string_view key) {
+    std::vector<std::string> result;
+    const PositionRange range = index.positionsUnder(key);
+    for (std::size_t position = range.first; position < range.last; ++position)
+        result.emplace_back(index.track(position).path);
+    return result;
+}
+
+TEST(LibraryIndex, FilesUnderTheNormalisedKeyInOrder) {
+    const LibraryIndex index = buildIndex(std::vector{
+        track("Night Band", "Last Train Home", {}, "/1"), track("Other", "Song", {}, "/2"),
+        track("NIGHT BAND", "Last train home!", {}, "/3"), track("Other", "Song", {}, "/2"),
+        track("!!!", "...", {}, "/4"), track("", "Intro", {}, "/5"), track("Intro", "", {}, "/6")});
+    EXPECT_EQ(countTracks(index), 7);
+    EXPECT_EQ(index.keyCount(), 4U);
+    EXPECT_THAT(paths(index), ElementsAre("/1", "/3", "/2", "/2", "/4", "/5", "/6"));
+    EXPECT_THAT(pathsUnder(index, "night band last train home"), ElementsAre("/1", "/3"));
+    EXPECT_THAT(pathsUnder(index, ""), ElementsAre("/4"));
+    EXPECT_THAT(pathsUnder(index, "intro"), ElementsAre("/5", "/6"));
+    EXPECT_THAT(pathsUnder(index, "nobody"), IsEmpty());
+    EXPECT_EQ(index.key(1), "night band last train home");
+}
+
+TEST(LibraryIndex, KeepsEveryFieldAsItWas) {
+    const std::vector<Track> tracks = {
+        Track{"", "", "", "", {}},
+        Track{"T", "A", "G", "/p", 0},
+        Track{"\u65E5\u672C", "caf\u00E9", std::string("a\0b", 3), "/e\u0301", -1},
+        Track{std::string(3'000'000, 'x'), "A", "", "/long", INT64_MIN},
+        Track{"T", "A", "G", "/p", INT64_MAX},
+    };
+    LibraryIndexBuilder builder;
+    for (const Track& each : tracks)
+        builder.fileTrack(each);
+    EXPECT_EQ(builder.trackCount(), tracks.size());
+    const LibraryIndex index = builder.finish();
+    EXPECT_EQ(builder.trackCount(), 0U);
+    EXPECT_TRUE(builder.finish().empty());
+    const std::vector<std::size_t> libraryOrder = {0, 1, 4, 2, 3};
+    ASSERT_EQ(index.trackCount(), tracks.size());
+    for (std::size_t position = 0; position < tracks.size(); ++position) {
+        const Track& filed = tracks[libraryOrder[position]];
+        const Track found = index.track(position).toTrack();
+        EXPECT_EQ(found.title, filed.title);
+        EXPECT_EQ(found.artist, filed.artist);
+        EXPECT_EQ(found.genre, filed.genre);
+        EXPECT_EQ(found.path, filed.path);
+        EXPECT_EQ(found.bpm, filed.bpm);
+    }
+}
+
+TEST(LibraryIndex, CopyDoesNotSeeWhatIsFiledLater) {
+    LibraryIndex index = buildIndex(std::vector{track("A", "One", {}, "/1"), track("B", "Two", {}, "/2")});
+    const LibraryIndex snapshot = index;
+    EXPECT_TRUE(snapshot.sharesTracksWith(index));
+    const std::string_view path = index.track(1).path;
+
+    fileTrack(index, track("A", "One", {}, "/3")); // a key that stands: goes into the middle
+    fileTrack(index, track("C", "Three", {}, "/4"));
+    fileTrack(index, track("A", "One", {}, "/1"));
+    EXPECT_THAT(paths(index), ElementsAre("/1", "/3", "/1", "/2", "/4"));
+    EXPECT_THAT(pathsUnder(index, "b two"), ElementsAre("/2"));
+    EXPECT_THAT(pathsUnder(index, "c three"), ElementsAre("/4"));
+    EXPECT_EQ(index.key(3), "b two");
+
+    EXPECT_FALSE(snapshot.sharesTracksWith(index));
+    EXPECT_THAT(paths(snapshot), ElementsAre("/1", "/2"));
+    EXPECT_THAT(pathsUnder(snapshot, "c three"), IsEmpty());
+    EXPECT_EQ(path, "/2");
+
+    LibraryIndex branch = snapshot;
+    fileTrack(branch, track("D", "Four", {}, "/5"));
+    EXPECT_THAT(paths(branch), ElementsAre("/1", "/2", "/5"));
+    EXPECT_EQ(index.trackCount(), 5U);
+}
+
+TEST(LibraryIndex, TextsLiveAsLongAsSomeCopy) {
+    LibraryIndex kept;
+    std::string_view path;
+    {
+        LibraryIndex index = buildIndex(std::vector{track("A", "One", {}, "/" + std::string(100, 'x'))});
+        kept = index;
+        path = index.track(0).path;
+        fileTrack(index, track("B", "Two"));
+    }
+    EXPECT_EQ(path, "/" + std::string(100, 'x'));
+}
+
+TEST(LibraryIndex, CountsUnderAFolderByText) {
+    LibraryIndex index = buildIndex(
+        std::vector{track("a", "1", {}, "/Music/A/x.mp3"), track("a", "2", {}, "/Music/AB/x.mp3"),
+                    track("a", "3", {}, "/Music/A/y/z.mp3"), track("a", "4", {}, "/Music/B/x.mp3"),
+                    track("a", "5", {}, "/Music/Caf\u00E9/x.mp3"),
+                    track("a", "6", {}, "/Music/Cafe\u0301/x.mp3"), track("a", "7", {}, "/Music/Cafe\u0301"),
+                    track("a", "8", {}, "/Music/Cafe/x.mp3"), track("a", "1", {}, "/Music/A/x.mp3")});
+    struct Case {
+        std::string folder;
+        std::int64_t count;
+    };
+    for (const Case& c : std::vector<Case>{{"/Music/A", 4},
+                                           {"/Music/A/", 3},
+                                           {"/Music/A/x.mp3", 2},
+                                           {"/Music/A/x.mp3/", 0},
+                                           {"/Music", 9},
+                                           {"", 9},
+                                           {"/music", 0},
+                                           {"/Music/C", 4},
+                                           {"/Music/Cafe", 1},
+                                           {"/Music/Caf\u00E9", 3},
+                                           {"/Music/Cafe\u0301", 3},
+                                           {"/Music/Cafe\u0301/", 2},
+                                           {"\u00E9", 0}})
+        EXPECT_EQ(countTracksUnderFolder(index, c.folder), c.count) << c.folder;
+    fileTrack(index, track("a", "2", {}, "/Music/A/late.mp3"));
+    EXPECT_EQ(countTracksUnderFolder(index, "/Music/A/"), 4);
+    EXPECT_EQ(countTracksUnderFolder(LibraryIndex(), "/"), 0);
+}
+
+} // namespace
+} // namespace orvalen::test
