@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/BuildConfiguration.h"
 #include "app/LatestInfo.h"
 #include "core/Error.h"
 
@@ -14,7 +15,8 @@ struct Platform;
 /// Fetches the manifest and calls back, once and on the main thread, when its version is newer. Console lines
 /// tell the rest. Main thread; returns at once.
 void checkForUpdates(Platform& platform, const std::string& currentVersion,
-                     std::function<void(LatestInfo)> newerVersionFound);
+                     std::function<void(LatestInfo)> newerVersionFound,
+                     std::string_view manifestAddress = configuration::updateAddress);
 
 Expected<LatestInfo> decodeLatestInfo(std::string_view bytes);
 

@@ -118,6 +118,18 @@ Expected<MatchedTrack> decodeRow(const element& value) {
 
 } // namespace
 
+Expected<object> parseObject(simdjson::dom::parser& parser, std::string_view bytes) {
+    if (bytes.starts_with("\xEF\xBB\xBF"))
+        bytes.remove_prefix(3);
+    element document;
+    if (const auto error = parser.parse(bytes.data(), bytes.size()).get(document))
+        return failure(simdjson::error_message(error));
+    object root;
+    if (document.get(root))
+        return failure("The document is not an object.");
+    return root;
+}
+
 Expected<std::string_view> requiredText(const object& object, std::string_view key) {
     std::string_view text;
     if (object[key].get(text))
@@ -198,16 +210,13 @@ std::string encodeSession(const MatchSession& session) {
 
 Expected<MatchSession> decodeSession(std::string_view bytes) {
     simdjson::dom::parser parser;
-    element document;
-    if (const auto error = parser.parse(bytes.data(), bytes.size()).get(document))
-        return failure(simdjson::error_message(error));
-    object root;
-    if (document.get(root))
-        return failure("The document is not an object.");
-    const auto input = requiredText(root, "matchInput");
+    const auto root = parseObject(parser, bytes);
+    if (!root)
+        return tl::unexpected(root.error());
+    const auto input = requiredText(*root, "matchInput");
     if (!input)
         return tl::unexpected(input.error());
-    const auto rows = requiredArray(root, "matchedTracks");
+    const auto rows = requiredArray(*root, "matchedTracks");
     if (!rows)
         return tl::unexpected(rows.error());
     MatchSession session;

@@ -12,6 +12,9 @@ namespace orvalen {
 // Shared by the readers of our files. The views live as long as the parser's document. A required member that
 // is missing or of another kind is an error; an optional one may be missing or null.
 
+/// The object that the document is, with or without a byte-order mark before it.
+Expected<simdjson::dom::object> parseObject(simdjson::dom::parser& parser, std::string_view bytes);
+
 Expected<std::string_view> requiredText(const simdjson::dom::object& object, std::string_view key);
 Expected<std::optional<std::string_view>> optionalText(const simdjson::dom::object& object,
                                                        std::string_view key);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "import/SpotifyService.h"
+
 #include <string>
 
 namespace orvalen {
@@ -8,6 +10,6 @@ struct ContentView;
 
 /// Fetches the playlist at the address, puts its entries into the wanted list and matches it. Main thread;
 /// returns at once. An address without a path is ignored; a failure is console lines and changes nothing.
-void importSpotifyPlaylist(ContentView& view, const std::string& address);
+void importSpotifyPlaylist(ContentView& view, const std::string& address, const SpotifyService& service = {});
 
 } // namespace orvalen

@@ -1,0 +1,118 @@
+#include "core/Url.h"
+
+#include <algorithm>
+
+namespace orvalen {
+namespace {
+
+constexpr std::string_view digits = "0123456789";
+constexpr std::string_view hexDigits = "0123456789abcdefABCDEF";
+constexpr std::string_view segmentPunctuation = "-._~!$&'()*+,;=:@";
+
+bool isLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+bool isOneOf(std::string_view characters, char c) {
+    return characters.find(c) != std::string_view::npos;
+}
+
+/// Letters, digits, whole percent escapes and the punctuation given.
+bool consistsOf(std::string_view punctuation, std::string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '%') {
+            if (i + 2 >= text.size() || !isOneOf(hexDigits, text[i + 1]) || !isOneOf(hexDigits, text[i + 2]))
+                return false;
+            i += 2;
+        } else if (!isLetter(text[i]) && !isOneOf(digits, text[i]) && !isOneOf(punctuation, text[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool isScheme(std::string_view text) {
+    return !text.empty() && isLetter(text.front()) && text.find('%') == std::string_view::npos &&
+           consistsOf("+-.", text);
+}
+
+std::string lowerCased(std::string_view ascii) {
+    std::string result(ascii);
+    for (char& c : result)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return result;
+}
+
+/// The host of ‘user@host:80’.
+std::string_view hostOf(std::string_view authority) {
+    authority.remove_prefix(authority.rfind('@') + 1); // none: the whole
+    if (authority.starts_with('['))
+        return authority.substr(0, authority.find(']') + 1);
+    return authority.substr(0, authority.find(':'));
+}
+
+std::string decoded(std::string_view text) {
+    const auto value = [](char c) { return (isLetter(c) ? (c | 0x20) - 'a' + 10 : c - '0'); };
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '%' && i + 2 < text.size()) {
+            result += static_cast<char>(value(text[i + 1]) * 16 + value(text[i + 2]));
+            i += 2;
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+std::optional<Url> parseUrl(std::string_view address) {
+    if (address.empty() || !consistsOf("-._~:/?#[]@!$&'()*+,;=", address))
+        return std::nullopt;
+    address = address.substr(0, address.find('#'));
+    address = address.substr(0, address.find('?'));
+
+    Url url;
+    const std::size_t colon = std::min(address.find(':'), address.size());
+    if (colon < address.find('/') && colon < address.size()) {
+        if (!isScheme(address.substr(0, colon)))
+            return std::nullopt;
+        url.scheme = lowerCased(address.substr(0, colon));
+        address.remove_prefix(colon + 1);
+    }
+    if (address.starts_with("//")) {
+        address.remove_prefix(2);
+        const std::size_t end = std::min(address.find('/'), address.size());
+        url.host = hostOf(address.substr(0, end));
+        address.remove_prefix(end);
+        if (address.empty())
+            address = "/"; // the root, as for any address on a host
+    }
+    url.path = address;
+    return url;
+}
+
+std::vector<std::string> pathComponents(const Url& url) {
+    std::vector<std::string> components;
+    if (url.isOpaque())
+        return components;
+    std::string_view rest = url.path;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find('/'), rest.size());
+        if (end > 0)
+            components.push_back(decoded(rest.substr(0, end)));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return components;
+}
+
+bool isPathSegment(std::string_view text) {
+    if (text.empty() || !consistsOf(segmentPunctuation, text))
+        return false;
+    const std::string meaning = decoded(text); // an escaped dot is a dot to many servers, a slash a slash
+    return meaning != "." && meaning != ".." && !isOneOf(meaning, '/') && !isOneOf(meaning, '\\');
+}
+
+} // namespace orvalen

@@ -1,0 +1,66 @@
+#include "import/SpotifyImport.h"
+
+#include "app/ContentView.h"
+#include "core/Url.h"
+#include "matching/WantedList.h"
+#include "platform/Console.h"
+
+#include <algorithm>
+
+namespace orvalen {
+namespace {
+
+/// How many entries are asked for and taken; a longer playlist is cut there.
+constexpr std::size_t entryLimit = 100;
+
+std::string wantedText(const PlaylistTracksResponse& playlist) {
+    std::string text;
+    const std::size_t count = std::min(playlist.items.size(), entryLimit);
+    for (std::size_t i = 0; i < count; ++i)
+        text += (i == 0 ? "" : "\n") + importedLine(playlist.items[i]);
+    return text;
+}
+
+void failed(ContentView& view, const Error& error) {
+    view.platform.console.line("Spotify import error: " + error.description);
+    view.isMatching.set(false);
+}
+
+void fetched(ContentView& view, const PlaylistTracksResponse& playlist) {
+    view.inputMode.set(InputMode::textList);
+    view.matchInput.set(wantedText(playlist));
+    view.isMatching.set(false);
+    startMatching(view);
+}
+
+} // namespace
+
+void importSpotifyPlaylist(ContentView& view, const std::string& address, const SpotifyService& service) {
+    const auto url = parseUrl(address);
+    if (!url)
+        return;
+    const auto components = pathComponents(*url);
+    if (components.empty())
+        return;
+
+    view.isMatching.set(true);
+    view.matchProgress.set(0);
+    const auto withPlaylist = [&view](const Expected<PlaylistTracksResponse>& playlist) {
+        if (playlist)
+            fetched(view, *playlist);
+        else
+            failed(view, playlist.error());
+    };
+    const auto withToken = [&view, service, playlistID = components.back(),
+                            withPlaylist](const Expected<SpotifyToken>& token) {
+        if (token)
+            fetchPlaylistTracks(view.platform.httpSession, service, playlistID, token->access_token,
+                                withPlaylist);
+        else
+            failed(view, token.error());
+    };
+    fetchSpotifyToken(view.platform.httpSession, view.platform.console, service,
+                      view.spotifyClientID + ":" + view.spotifyClientSecret, withToken);
+}
+
+} // namespace orvalen

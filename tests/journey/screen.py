@@ -1,0 +1,189 @@
+"""The program as a person sees it: elements found by role and name in its accessibility tree, clicked and typed into
+through the display. Nothing here calls into the program: every click and key is a real one."""
+
+import os
+import subprocess
+
+from waiting import wait_until
+
+
+class Element:
+    """One element of the tree. One that has vanished reads as an element without name, role, state or children."""
+
+    def __init__(self, accessible):
+        self._accessible = accessible
+
+    def _read(self, function, otherwise):
+        from gi.repository import GLib
+        try:
+            value = function(self._accessible)
+        except GLib.Error:
+            return otherwise
+        return otherwise if value is None else value
+
+    @property
+    def name(self):
+        return self._read(lambda it: it.get_name(), "")
+
+    @property
+    def role(self):
+        return self._read(lambda it: it.get_role_name(), "")
+
+    @property
+    def states(self):
+        return self._read(lambda it: {state.value_nick for state in it.get_state_set().get_states()}, set())
+
+    @property
+    def rectangle(self):
+        from gi.repository import Atspi
+        rectangle = self._read(lambda it: it.get_extents(Atspi.CoordType.SCREEN), None)
+        return (rectangle.x, rectangle.y, rectangle.width, rectangle.height) if rectangle else (0, 0, 0, 0)
+
+    @property
+    def text(self):
+        """What stands in an editor or a field."""
+        from gi.repository import Atspi
+        return self._read(lambda it: Atspi.Text.get_text(it, 0, Atspi.Text.get_character_count(it)), "")
+
+    @property
+    def children(self):
+        count = self._read(lambda it: it.get_child_count(), 0)
+        found = (self._read(lambda it, index=index: it.get_child_at_index(index), None) for index in range(count))
+        return [Element(child) for child in found if child is not None]
+
+    def walk(self):
+        """This element and all below it, from the top down."""
+        yield self
+        for child in self.children:
+            yield from child.walk()
+
+    @property
+    def on_screen(self):
+        _, _, width, height = self.rectangle
+        return width > 0 and height > 0 and {"showing", "visible"} <= self.states
+
+    @property
+    def enabled(self):
+        return "enabled" in self.states
+
+    @property
+    def checked(self):
+        return "checked" in self.states
+
+    def matches(self, role, name):
+        return (name is None or self.name == name) and (role is None or self.role == role)
+
+    def tree(self, depth=0):
+        line = "{}{} {!r} {} {}".format("  " * depth, self.role, self.name, self.rectangle,
+                                        " ".join(sorted(self.states - {"sensitive", "focusable", "visible"})))
+        return "\n".join([line] + [child.tree(depth + 1) for child in self.children])
+
+
+class Screen:
+    """The windows of one running program."""
+
+    def __init__(self, desktop, process):
+        self._desktop = desktop
+        self._process = process
+        # The accessibility library reads these when it is loaded.
+        os.environ.update(desktop.environment)
+        import gi
+        gi.require_version("Atspi", "2.0")
+        from gi.repository import Atspi
+        self._atspi = Atspi
+
+    @property
+    def application(self):
+        """The program's tree; None before it has one. Raises when the program has ended."""
+        if self._process.poll() is not None:
+            raise RuntimeError(f"the program has ended with code {self._process.returncode}")
+        registry = Element(self._atspi.get_desktop(0))
+        for candidate in registry.children:
+            if candidate._read(lambda it: it.get_process_id(), 0) == self._process.pid:
+                # Nothing may be remembered: we run no event loop that would be told of changes.
+                candidate._accessible.set_cache_mask(self._atspi.Cache.NONE)
+                return candidate
+        return None
+
+    def tree(self):
+        application = self.application
+        return application.tree() if application else "(no accessibility tree)"
+
+    def find_all(self, role=None, name=None, within=None):
+        root = within or self.application
+        return [it for it in root.walk() if it.matches(role, name) and it.on_screen] if root else []
+
+    def find(self, role=None, name=None, within=None):
+        """The first such element on screen, or None."""
+        return next(iter(self.find_all(role, name, within)), None)
+
+    def wait_for(self, role=None, name=None, within=None, seconds=30):
+        return wait_until(lambda: self.find(role, name, within), f"{role or 'element'} {name!r}", seconds)
+
+    def wait_until_gone(self, role=None, name=None, seconds=30):
+        wait_until(lambda: not self.find(role, name), f"{role or 'element'} {name!r} to go", seconds)
+
+    def click(self, element, button=1):
+        """Clicks in its middle, once it is enabled and has come to rest."""
+        x, y, width, height = self._resting_place(element)
+        self.click_at(x + width // 2, y + height // 2, button)
+
+    def click_at(self, x, y, button=1):
+        self._xdotool("mousemove", "--sync", str(x), str(y), "click", str(button))
+
+    def click_on(self, name, role=None, within=None, seconds=30):
+        """Finds it, waits until it can be clicked, clicks it."""
+        def ready():
+            element = self.find(role, name, within)
+            return element if element and element.enabled else None
+        self.click(wait_until(ready, f"{role or 'element'} {name!r} to be enabled", seconds))
+
+    def press(self, *keys):
+        self._xdotool("key", "--clearmodifiers", *keys)
+
+    def type(self, text):
+        """Plain ASCII, key by key."""
+        self._xdotool("type", "--clearmodifiers", "--delay", "4", text)
+
+    def paste(self, text):
+        """Through the clipboard: any text."""
+        # xclip stays behind to serve the clipboard until another program takes it over.
+        subprocess.run(["xclip", "-selection", "clipboard", "-in"], input=text.encode(), check=True, timeout=30,
+                       env=self._desktop.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.press("ctrl+v")
+
+    def replace_text(self, field, text):
+        """What a person does: into the field, everything marked, the new text pasted over it."""
+        self.click(field)
+        wait_until(lambda: "focused" in field.states, f"{field.name!r} to take the keys")
+        self.press("ctrl+a")
+        self.paste(text)
+
+    def bring_into_view(self, find, area):
+        """Turns the wheel over the area until find() gives an element that lies wholly inside it; returns it."""
+        x, y, width, height = area.rectangle
+        self._xdotool("mousemove", "--sync", str(x + width // 2), str(y + height // 2))
+
+        def inside():
+            element = find()
+            if element is None:
+                self._xdotool("click", "5")
+                return None
+            top, tall = element.rectangle[1], element.rectangle[3]
+            if top >= y and top + tall <= y + height:
+                return element
+            self._xdotool("click", "4" if top < y else "5")
+            return None
+        return wait_until(inside, "an element to come into view")
+
+    def _resting_place(self, element):
+        places = [None]
+
+        def rested():
+            places.append(element.rectangle)
+            return element.on_screen and element.enabled and places[-1] == places[-2]
+        wait_until(rested, f"{element.role} {element.name!r} to be enabled and at rest")
+        return places[-1]
+
+    def _xdotool(self, *arguments):
+        self._desktop.run("xdotool", *arguments)
