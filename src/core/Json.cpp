@@ -194,14 +194,14 @@ Expected<TrackView> decodeTrack(const element& value) {
     return result;
 }
 
-std::string encodeSession(const MatchSession& session) {
+std::string encodeSession(std::string_view matchInput, std::span<const MatchedTrack> matchedTracks) {
     rapidjson::StringBuffer buffer;
     Writer writer(buffer);
     writer.StartObject();
-    writeMember(writer, "matchInput", session.matchInput);
+    writeMember(writer, "matchInput", matchInput);
     writeText(writer, "matchedTracks");
     writer.StartArray();
-    for (const MatchedTrack& row : session.matchedTracks)
+    for (const MatchedTrack& row : matchedTracks)
         writeRow(writer, row);
     writer.EndArray();
     writer.EndObject();

@@ -5,6 +5,7 @@
 #include "core/Track.h"
 
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,7 +16,7 @@ namespace orvalen {
 // it. Keys that a reader does not know are ignored; a missing or null optional member is absent. Any thread.
 
 /// Compact, with ‘/’ written as ‘\/’.
-std::string encodeSession(const MatchSession& session);
+std::string encodeSession(std::string_view matchInput, std::span<const MatchedTrack> matchedTracks);
 Expected<MatchSession> decodeSession(std::string_view bytes);
 
 /// A compact array of texts.

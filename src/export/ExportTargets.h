@@ -13,13 +13,13 @@ struct ContentView;
 struct ExportTarget {
     std::string_view label;
     std::string_view value;
-    std::string_view proposedName;
-    std::string_view dialogTitle;
-    std::string_view dialogMessage;
-    std::string_view tip;
-    std::string_view failureLine; ///< followed by one space and the error
-    std::string_view successLine; ///< followed by the path
-    bool notifies = false;        ///< posts a notification before the dialog
+    std::string_view proposedName{};
+    std::string_view dialogTitle{};
+    std::string_view dialogMessage{};
+    std::string_view tip{};
+    std::string_view failureLine{}; ///< followed by one space and the error
+    std::string_view successLine{}; ///< followed by the path
+    bool notifies = false;          ///< posts a notification before the dialog
 };
 
 /// The six choices in picker order.

@@ -1,0 +1,37 @@
+#include "app/OrvalenApp.h"
+
+#include "app/ContentView.h"
+#include "app/UpdateCheck.h"
+#include "library/LibraryFile.h"
+#include "platform/Bundle.h"
+#include "platform/MainQueue.h"
+#include "session/SessionFiles.h"
+
+#include <chrono>
+#include <utility>
+
+namespace orvalen {
+namespace {
+
+constexpr std::chrono::seconds autoSaveInterval{30};
+
+} // namespace
+
+std::string infoString(const Bundle& bundle, std::string_view key) {
+    return bundle.text(key).value_or("?");
+}
+
+TimerHandle installAutoSave(ContentView& view) {
+    return view.platform.mainQueue.every(autoSaveInterval, [&view] { autoSaveSession(view); });
+}
+
+void contentAppeared(ContentView& view) {
+    loadPersistentLibrary(view);
+    const std::string version = infoString(view.platform.bundle, "CFBundleShortVersionString");
+    checkForUpdates(view.platform, version, [&view](LatestInfo info) {
+        view.remoteInfo.set(std::move(info));
+        view.showUpdateAlert.set(true);
+    });
+}
+
+} // namespace orvalen

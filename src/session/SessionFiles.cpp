@@ -1,0 +1,90 @@
+#include "session/SessionFiles.h"
+
+#include "app/ContentView.h"
+#include "core/Files.h"
+#include "core/Json.h"
+#include "library/SupportFolder.h"
+#include "platform/Console.h"
+#include "platform/Dialogs.h"
+#include "platform/MainQueue.h"
+
+#include <chrono>
+#include <utility>
+
+namespace orvalen {
+namespace {
+
+constexpr const char* autoSaveName = "session.orvs";
+constexpr std::chrono::seconds indicatorTime{2};
+
+AllowedTypes sessionType() {
+    return AllowedTypes{{}, {"orvs"}};
+}
+
+Expected<void> writeSession(const ContentView& view, const Location& destination) {
+    return writeWholeFile(destination.path, encodeSession(view.matchInput.get(), view.matchedTracks.get()));
+}
+
+Expected<MatchSession> readSession(const Location& file) {
+    return readWholeFile(file.path).and_then([](const std::string& bytes) { return decodeSession(bytes); });
+}
+
+void showAutoSaveIndicator(ContentView& view) {
+    view.isAutoSaving.set(true);
+    view.platform.mainQueue.after(indicatorTime, [&view] { view.isAutoSaving.set(false); });
+}
+
+} // namespace
+
+void saveSession(ContentView& view) {
+    const auto destination =
+        view.platform.dialogs.chooseToSave(SaveOptions{"playlist_session.orvs", {}, {}, sessionType()});
+    if (!destination)
+        return;
+    if (const auto written = writeSession(view, *destination); !written)
+        view.platform.console.line("Failed to save session: " + written.error().description);
+}
+
+void autoSaveSession(ContentView& view) {
+    if (view.matchedTracks.get().empty())
+        return;
+    const auto file = supportFileURL(view.platform.userFolders, autoSaveName);
+    if (!file)
+        return;
+    if (const auto written = writeSession(view, *file); !written) {
+        view.platform.console.line("Auto-save session failed: " + written.error().description);
+        return;
+    }
+    view.platform.console.line("Auto-saving session to " + file->path);
+    view.platform.mainQueue.post([&view] { showAutoSaveIndicator(view); });
+}
+
+void loadSession(ContentView& view) {
+    OpenOptions options;
+    options.types = sessionType();
+    const auto chosen = view.platform.dialogs.chooseToOpen(options);
+    if (chosen.empty())
+        return;
+    auto session = readSession(chosen.front());
+    if (!session) {
+        view.platform.console.line("Failed to load session: " + session.error().description);
+        return;
+    }
+    applySession(view, std::move(*session));
+}
+
+void loadLastSession(ContentView& view) {
+    const auto file = supportFileURL(view.platform.userFolders, autoSaveName);
+    if (!file)
+        return;
+    if (auto session = readSession(*file))
+        applySession(view, std::move(*session));
+}
+
+void applySession(ContentView& view, MatchSession session) {
+    view.matchInput.set(std::move(session.matchInput));
+    view.matchedTracks.set(std::move(session.matchedTracks));
+    view.showResultsPage.set(true);
+}
+
+} // namespace orvalen
