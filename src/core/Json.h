@@ -17,6 +17,9 @@ namespace orvalen {
 
 /// Compact, with ‘/’ written as ‘\/’.
 std::string encodeSession(std::string_view matchInput, std::span<const MatchedTrack> matchedTracks);
+inline std::string encodeSession(const MatchSession& session) {
+    return encodeSession(session.matchInput, session.matchedTracks);
+}
 Expected<MatchSession> decodeSession(std::string_view bytes);
 
 /// A compact array of texts.
