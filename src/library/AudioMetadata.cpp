@@ -1,0 +1,125 @@
+#include "library/AudioMetadata.h"
+
+#include "app/ContentView.h"
+#include "core/Text.h"
+#include "platform/Console.h"
+#include "platform/Dialogs.h"
+#include "platform/MainQueue.h"
+#include "platform/MediaAsset.h"
+#include "platform/WorkerQueue.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace orvalen {
+namespace {
+
+/// The text of the first item with the common key; nothing when there is none or it cannot be read.
+std::optional<std::string> firstText(const std::vector<MetadataItem>& items, std::string_view commonKey) {
+    const auto item = std::find_if(items.begin(), items.end(),
+                                   [&](const MetadataItem& each) { return each.commonKey == commonKey; });
+    if (item == items.end() || !item->value)
+        return std::nullopt;
+    return *item->value;
+}
+
+void tellFailure(Console& console, std::string_view prefix, const Error& error) {
+    console.line(std::string(prefix) + " " + error.description);
+}
+
+/// The file becomes the choice of the row at the position and is filed in the library.
+void attachTrack(ContentView& view, std::size_t position, const Track& track) {
+    if (position >= view.matchedTracks.get().size())
+        return;
+    view.matchedTracks.update([&](std::vector<MatchedTrack>& rows) {
+        MatchedTrack& row = rows[position];
+        row.options.push_back(track);
+        row.selectedTrack = track;
+        row.found = true;
+    });
+    view.trackDict.update([&](LibraryIndex& index) { fileTrack(index, track); });
+}
+
+} // namespace
+
+Track readTrackMetadata(MediaAssets& assets, Console& console, const std::string& path) {
+    Track track{std::string(bareName(path)), "Unknown", "", path, std::nullopt};
+    const std::string prefix = "Failed to load metadata from " + std::string(lastPathComponent(path)) + ":";
+    const auto asset = assets.open(path);
+    const auto common = asset->commonMetadata();
+    if (!common) {
+        tellFailure(console, prefix, common.error());
+        return track;
+    }
+    track.title = firstText(*common, "title").value_or(track.title);
+    track.artist = firstText(*common, "artist").value_or(track.artist);
+    track.bpm = readTempoFrame(*asset, console, prefix);
+    return track;
+}
+
+std::optional<std::int64_t> readTempoFrame(MediaAsset& asset, Console& console,
+                                           std::string_view failurePrefix) {
+    const auto formats = asset.availableFormats();
+    if (!formats) {
+        tellFailure(console, failurePrefix, formats.error());
+        return std::nullopt;
+    }
+    if (std::find(formats->begin(), formats->end(), id3Format) == formats->end())
+        return std::nullopt;
+    const auto items = asset.id3Metadata();
+    if (!items) {
+        tellFailure(console, failurePrefix, items.error());
+        return std::nullopt;
+    }
+    const auto tempo = std::find_if(items->begin(), items->end(), [](const MetadataItem& item) {
+        return item.identifier.find("TBPM") != std::string::npos;
+    });
+    if (tempo == items->end())
+        return std::nullopt;
+    if (!tempo->value) {
+        tellFailure(console, failurePrefix, tempo->value.error());
+        return std::nullopt;
+    }
+    return *tempo->value ? parseBPM(**tempo->value) : std::nullopt;
+}
+
+std::optional<std::int64_t> parseBPM(std::string_view text) {
+    if (text.starts_with('+')) {
+        text.remove_prefix(1);
+        if (text.starts_with('-'))
+            return std::nullopt;
+    }
+    std::int64_t number = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
+void attachBrowsedFile(ContentView& view, std::size_t row) {
+    if (row >= view.matchedTracks.get().size())
+        return;
+    // The names are those of the row whose button was pressed. Should a match run end while the dialog is
+    // open or the file is read, another wanted song may stand at the position by then: the file shows up
+    // there under the name of the song that it was picked for, and the library never files it under a song it
+    // is not.
+    const MatchedTrack& pressed = view.matchedTracks.get()[row];
+    Track track{pressed.title, pressed.artist, "", "", std::nullopt};
+
+    OpenOptions options;
+    options.types.families = {TypeFamily::mp3Audio, TypeFamily::mpeg4Audio, TypeFamily::wavAudio,
+                              TypeFamily::movie};
+    options.types.extensions = {"aiff", "aif"};
+    const auto chosen = view.platform.dialogs.chooseToOpen(options);
+    if (chosen.empty())
+        return;
+    track.path = chosen.front().path;
+
+    Platform& platform = view.platform;
+    platform.tagQueue.post([&view, &platform, row, track = std::move(track)]() mutable {
+        track.bpm = readTempoFrame(*platform.mediaAssets.open(track.path), platform.console,
+                                   "Failed to load BPM from ID3 metadata:");
+        platform.mainQueue.post([&view, row, track = std::move(track)] { attachTrack(view, row, track); });
+    });
+}
+
+} // namespace orvalen

@@ -1,0 +1,142 @@
+#include "library/FolderScan.h"
+
+#include "app/ContentView.h"
+#include "core/Text.h"
+#include "library/AudioMetadata.h"
+#include "library/FolderWalk.h"
+#include "library/LibraryFile.h"
+#include "library/LibraryIndexState.h"
+#include "library/PlaylistDatabaseManager.h"
+#include "platform/Dialogs.h"
+#include "platform/MainQueue.h"
+#include "platform/Sound.h"
+#include "platform/WorkerQueue.h"
+
+#include <algorithm>
+#include <array>
+
+namespace orvalen {
+namespace {
+
+constexpr std::size_t reportInterval = 50;
+
+bool isAudio(std::string_view path) {
+    constexpr std::array<std::string_view, 6> extensions = {"mp3", "m4a", "wav", "mp4", "aiff", "aif"};
+    std::string extension(pathExtension(path));
+    for (char& c : extension)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
+}
+
+/// One scan's own state; it belongs to the job that runs. The view is only for posts.
+class Scan {
+public:
+    Scan(ContentView& view, std::vector<std::string> folders)
+        : view_(view), platform_(view.platform), database_(view.database),
+          walk_(std::move(folders), view.platform.console) {}
+
+    /// Reads one folder, or the tags of one file; false when the scan is over. Tag queue.
+    bool step();
+
+private:
+    void beginReading();
+    bool readNextFile();
+    void report(std::size_t item);
+    void complete();
+
+    ContentView& view_;
+    Platform& platform_;
+    const ContentView::Database database_;
+    FolderWalk walk_;
+    bool isListed_ = false;
+    std::vector<std::string> items_;
+    std::size_t nextItem_ = 0;
+    PreferredMatches preferred_;
+    LibraryIndexBuilder tracks_;
+};
+
+bool Scan::step() {
+    if (!isListed_) {
+        if (!walk_.step())
+            beginReading();
+        return true;
+    }
+    if (readNextFile())
+        return true;
+    complete();
+    return false;
+}
+
+void Scan::beginReading() {
+    isListed_ = true;
+    items_ = walk_.takeItems();
+    preferred_ = database_().allPreferredMatches();
+}
+
+/// Goes on to the next audio file and reads it; false when no item is left.
+bool Scan::readNextFile() {
+    while (nextItem_ < items_.size()) {
+        const std::size_t item = nextItem_++;
+        const bool audio = isAudio(items_[item]);
+        if (audio)
+            tracks_.fileTrack(readTrackMetadata(platform_.mediaAssets, platform_.console, items_[item]));
+        report(item);
+        if (audio)
+            return true;
+    }
+    return false;
+}
+
+void Scan::report(std::size_t item) {
+    if (item % reportInterval != 0 && item + 1 != items_.size())
+        return;
+    const double progress = static_cast<double>(item) / static_cast<double>(items_.size());
+    platform_.mainQueue.post([&view = view_, progress, name = std::string(lastPathComponent(items_[item]))] {
+        view.scanProgress.set(progress);
+        view.scanningFileName.set(name);
+    });
+}
+
+void Scan::complete() {
+    platform_.mainQueue.post([&view = view_, index = tracks_.finish(), preferred = std::move(preferred_)] {
+        replaceIndex(view, index);
+        view.scanProgress.set(0);
+        view.scanningFileName.set({});
+        view.database().replacePreferredMatches(preferred);
+        savePersistentLibrary(view);
+        view.database().autoBackupLibrary(index);
+        view.platform.sound.play("Glass");
+        view.platform.dialogs.showMessage(
+            "Library Refreshed", "Your scanned library has been updated and preferred tracks preserved.");
+    });
+}
+
+/// A job a step: what else waits for the queue, a file that was browsed to or the end of the program, waits
+/// for one folder or one file and not for the whole scan.
+void goOn(WorkerQueue& queue, const std::shared_ptr<Scan>& scan) {
+    queue.post([&queue, scan] {
+        if (scan->step())
+            goOn(queue, scan);
+    });
+}
+
+} // namespace
+
+void scanLibrary(ContentView& view) {
+    if (view.musicFolderURLs.get().empty())
+        return;
+    std::vector<std::string> folders;
+    for (const Location& location : view.musicFolderURLs.get())
+        folders.push_back(location.path);
+
+    view.scanProgress.set(0);
+    view.scanningFileName.set({});
+    view.platform.mainQueue.post([&view] {
+        view.scanProgress.set(0.01);
+        view.scanningFileName.set("Preparing scan…");
+    });
+    goOn(view.platform.tagQueue, std::make_shared<Scan>(view, std::move(folders)));
+}
+
+} // namespace orvalen

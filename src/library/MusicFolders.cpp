@@ -1,0 +1,100 @@
+#include "library/MusicFolders.h"
+
+#include "app/ContentView.h"
+#include "core/Base64.h"
+#include "core/Files.h"
+#include "core/Json.h"
+#include "library/SupportFolder.h"
+#include "platform/Console.h"
+#include "platform/Dialogs.h"
+#include "platform/FolderAccess.h"
+#include "platform/MainQueue.h"
+#include "platform/UserFolders.h"
+
+#include <algorithm>
+
+namespace orvalen {
+namespace {
+
+constexpr std::string_view bookmarksName = "folders.json";
+
+/// The bookmarks in the file; nothing when it cannot be read or one of its texts is no Base64.
+std::optional<std::vector<std::string>> readBookmarks(const std::string& path) {
+    const auto bytes = readWholeFile(path);
+    if (!bytes)
+        return std::nullopt;
+    const auto texts = decodeTexts(*bytes);
+    if (!texts)
+        return std::nullopt;
+    std::vector<std::string> bookmarks;
+    for (const std::string& text : *texts) {
+        auto bookmark = fromBase64(text);
+        if (!bookmark)
+            return std::nullopt;
+        bookmarks.push_back(std::move(*bookmark));
+    }
+    return bookmarks;
+}
+
+} // namespace
+
+void addMusicLocations(ContentView& view) {
+    OpenOptions options;
+    options.folders = true;
+    options.several = true;
+    options.types.extensions = {"mp3", "m4a", "wav", "aiff", "aif"};
+    options.prompt = "Add Music Folders or Audio Files";
+    const auto chosen = view.platform.dialogs.chooseToOpen(options);
+    if (!chosen.empty())
+        addMusicLocations(view, chosen);
+}
+
+void addMusicLocations(ContentView& view, const std::vector<Location>& locations) {
+    view.musicFolderURLs.update([&](std::vector<Location>& listed) {
+        for (const Location& location : locations)
+            if (view.platform.folderAccess.start(location) &&
+                std::find(listed.begin(), listed.end(), location) == listed.end())
+                listed.push_back(location);
+    });
+    saveFolderBookmarks(view);
+}
+
+void removeMusicLocation(ContentView& view, const Location& location) {
+    // By value: the location that is asked for may be an element of the list itself.
+    view.musicFolderURLs.update([location](std::vector<Location>& listed) { std::erase(listed, location); });
+    saveFolderBookmarks(view);
+}
+
+void clearMusicLocations(ContentView& view) {
+    view.musicFolderURLs.set({});
+}
+
+void saveFolderBookmarks(ContentView& view) {
+    const auto file = supportFileURL(view.platform.userFolders, bookmarksName);
+    if (!file)
+        return;
+    std::vector<std::string> texts;
+    for (const Location& location : view.musicFolderURLs.get())
+        if (const auto bookmark = view.platform.folderAccess.makeBookmark(location))
+            texts.push_back(base64(*bookmark));
+    if (const auto written = writeWholeFile(file->path, encodeTexts(texts)); !written)
+        view.platform.console.line("Error saving folder bookmarks: " + written.error().description);
+}
+
+void loadFolderBookmarks(ContentView& view) {
+    const auto file = supportFileURL(view.platform.userFolders, bookmarksName);
+    if (!file)
+        return;
+    const auto bookmarks = readBookmarks(file->path);
+    if (!bookmarks)
+        return;
+    FolderAccess& access = view.platform.folderAccess;
+    std::vector<Location> restored;
+    for (const std::string& bookmark : *bookmarks)
+        if (const auto location = access.resolveBookmark(bookmark); location && access.start(*location))
+            restored.push_back(*location);
+    view.platform.mainQueue.post(
+        [&view, restored = std::move(restored)] { view.musicFolderURLs.set(restored); });
+}
+
+} // namespace orvalen

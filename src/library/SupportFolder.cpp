@@ -1,0 +1,17 @@
+#include "library/SupportFolder.h"
+
+#include "core/Files.h"
+#include "platform/UserFolders.h"
+
+namespace orvalen {
+
+std::optional<Location> supportFileURL(const UserFolders& folders, std::string_view name) {
+    const auto applicationSupport = folders.applicationSupport();
+    if (!applicationSupport)
+        return std::nullopt;
+    const std::string folder = *applicationSupport + "/Orvalen";
+    createFolder(folder); // where it fails, the caller's own reading or writing tells
+    return Location{folder + "/" + std::string(name)};
+}
+
+} // namespace orvalen
