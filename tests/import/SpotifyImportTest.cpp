@@ -1,0 +1,311 @@
+#include "import/SpotifyImport.h"
+
+#include "core/Base64.h"
+#include "support/Builders.h"
+#include "support/TestPlatform.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace orvalen::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::Pair;
+using testing::SizeIs;
+using testing::StartsWith;
+
+const HttpResponse goodToken{
+    200, R"({"access_token":"granted","token_type":"Bearer","expires_in":3600,"scope":""})"};
+
+/// One entry of a playlist's answer.
+std::string entry(const std::string& artists, const std::string& title) {
+    return R"({"added_at":null,"track":{"artists":)" + artists + R"(,"name":")" + title + R"("}})";
+}
+
+HttpResponse playlist(const std::string& entries) {
+    return {200, R"({"items":[)" + entries + R"(],"next":"https://api.example/more"})"};
+}
+
+class SpotifyImport : public testing::Test {
+protected:
+    SpotifyImport() {
+        test.view.inputMode.set(InputMode::spotify);
+        test.view.matchInput.set("typed");
+        test.view.matchProgress.set(0.5);
+    }
+
+    void start(const std::string& address) { importSpotifyPlaylist(test.view, address, service); }
+    void expectUntouched() {
+        EXPECT_EQ(test.view.inputMode.get(), InputMode::spotify);
+        EXPECT_EQ(test.view.matchInput.get(), "typed");
+        EXPECT_FALSE(test.view.isMatching.get());
+        EXPECT_FALSE(test.view.showResultsPage.get());
+    }
+
+    const SpotifyService service{"https://accounts.example", "https://api.example"};
+    TestPlatform test;
+    FakeHttpSession& http = test.httpSession;
+};
+
+TEST_F(SpotifyImport, AsksForATokenThenThePlaylistThenMatches) {
+    const Track owned = track("Night Band", "Last Train");
+    test.view.trackDict.set(buildIndex(std::vector{owned}));
+    test.view.matchInputFormat.set(artistTitleFormat);
+
+    start("https://open.example/playlist/ID");
+    EXPECT_TRUE(test.view.isMatching.get());
+    EXPECT_EQ(test.view.matchProgress.get(), 0);
+    ASSERT_THAT(http.requests, SizeIs(1));
+    EXPECT_EQ(http.requests[0].address, "https://accounts.example/api/token");
+    EXPECT_EQ(http.requests[0].method, "POST");
+    EXPECT_EQ(http.requests[0].body, "grant_type=client_credentials");
+    EXPECT_THAT(http.requests[0].headers,
+                ElementsAre(Pair("Authorization", "Basic " + base64(test.view.spotifyClientID + ":" +
+                                                                    test.view.spotifyClientSecret)),
+                            Pair("Content-Type", "application/x-www-form-urlencoded")));
+
+    http.answer(goodToken);
+    EXPECT_TRUE(test.view.isMatching.get());
+    EXPECT_EQ(test.view.matchInput.get(), "typed");
+    ASSERT_THAT(http.requests, SizeIs(2));
+    EXPECT_EQ(http.requests[1].address, "https://api.example/v1/playlists/ID/tracks"
+                                        "?fields=items(track(name,artists(name)))&limit=100");
+    EXPECT_EQ(http.requests[1].method, "GET");
+    EXPECT_EQ(http.requests[1].body, "");
+    EXPECT_THAT(http.requests[1].headers, ElementsAre(Pair("Authorization", "Bearer granted")));
+    for (const HttpRequest& request : http.requests) {
+        EXPECT_EQ(request.cachePolicy, CachePolicy::protocolDefault);
+        EXPECT_EQ(request.timeout, std::chrono::seconds(60));
+    }
+
+    http.answer(playlist(entry(R"([{"name":"Night Band"}])", "Last Train") + "," +
+                         entry(R"([{"name":"One"},{"name":"Two"}])", "Duet")));
+    EXPECT_EQ(test.view.inputMode.get(), InputMode::textList);
+    EXPECT_EQ(test.view.matchInput.get(), "Night Band - Last Train\nOne, Two - Duet");
+    EXPECT_TRUE(test.view.isMatching.get());
+
+    test.settle();
+    EXPECT_FALSE(test.view.isMatching.get());
+    EXPECT_TRUE(test.view.showResultsPage.get());
+    ASSERT_THAT(test.view.matchedTracks.get(), SizeIs(2));
+    EXPECT_EQ(test.view.matchedTracks.get()[0].selectedTrack, owned);
+    EXPECT_EQ(test.view.matchedTracks.get()[1].artist, "One, Two");
+    EXPECT_THAT(test.console.lines(), Not(Contains(HasSubstr("import"))));
+}
+
+TEST_F(SpotifyImport, ClearsTheFlagBetweenImportAndMatching) {
+    test.view.trackDict.set(buildIndex(std::vector{track("A", "T")}));
+    std::vector<bool> flags;
+    test.view.isMatching.observe([&] { flags.push_back(test.view.isMatching.get()); });
+    start("ID");
+    http.answer(goodToken);
+    http.answer(playlist(entry(R"([{"name":"A"}])", "T")));
+    EXPECT_THAT(flags, ElementsAre(true, false, true));
+}
+
+TEST_F(SpotifyImport, TakesTheLastComponentOfTheAddress) {
+    struct Case {
+        const char *address, *id;
+    };
+    for (const auto& [address, id] : {Case{"https://open.example/playlist/ID", "ID"},
+                                      {"https://open.example/playlist/ID?si=a/b", "ID"},
+                                      {"https://open.example/playlist/ID#a/b", "ID"},
+                                      {"https://open.example/playlist/ID/", "ID"},
+                                      {"https://open.example/intl-de/playlist/ID?si=x", "ID"},
+                                      {"open.example/playlist/ID", "ID"},
+                                      {"ID", "ID"},
+                                      {"https://open.example/playlist/%49D", "ID"},
+                                      {"https://open.example/playlist/a%2520b", "a%20b"}}) {
+        http.requests.clear();
+        start(address);
+        http.answer(goodToken);
+        ASSERT_THAT(http.requests, SizeIs(2)) << address;
+        EXPECT_THAT(http.requests[1].address,
+                    StartsWith("https://api.example/v1/playlists/" + std::string(id) + "/tracks?fields="));
+        http.answer(failure("enough"));
+    }
+}
+
+TEST_F(SpotifyImport, IgnoresATextThatNamesNoPlaylist) {
+    for (const char* address :
+         {"", " ", "no address", "https://open.example/playlist/ID ", "\tID", "ID\n", "https://open.example",
+          "https://open.example/", "https://open.example/?x", "spotify:playlist:ID", "%", "ünïcode"})
+        start(address);
+    EXPECT_THAT(http.requests, IsEmpty());
+    EXPECT_THAT(test.console.lines(), IsEmpty());
+    EXPECT_EQ(test.view.matchProgress.get(), 0.5);
+    expectUntouched();
+}
+
+TEST_F(SpotifyImport, FailsOnAnIdentifierThatReachesBeyondItsPlace) {
+    for (const char* address :
+         {"https://open.example/playlist/a%20b", "https://open.example/playlist/a%0Ab",
+          "https://open.example/playlist/a%00b", "https://open.example/playlist/..%2F..%2Fme",
+          "https://open.example/playlist/..", "https://open.example/playlist/a%3Fb%23",
+          "https://open.example/playlist/%252e%252e", "https://open.example/playlist/%FF"}) {
+        http.requests.clear();
+        test.console.clear();
+        start(address);
+        http.answer(goodToken);
+        EXPECT_THAT(http.requests, SizeIs(1)) << address;
+        EXPECT_THAT(test.console.lines(),
+                    ElementsAre("Spotify import error: The address does not end in a playlist identifier."));
+        expectUntouched();
+    }
+}
+
+TEST_F(SpotifyImport, TellsWhyThereIsNoToken) {
+    struct Case {
+        Expected<HttpResponse> answer;
+        std::vector<std::string> lines;
+    };
+    const std::string refusal = R"({"error":"invalid_client"})";
+    for (const Case& c : {Case{failure("no route to host"), {"Spotify import error: no route to host"}},
+                          {HttpResponse{400, refusal},
+                           {"Spotify token fetch failed, HTTP 400: " + refusal,
+                            "Spotify import error: HTTP 400: " + refusal}},
+                          {HttpResponse{500, ""},
+                           {"Spotify token fetch failed, HTTP 500: ", "Spotify import error: HTTP 500: "}},
+                          {HttpResponse{201, goodToken.body},
+                           {"Spotify token fetch failed, HTTP 201: " + goodToken.body,
+                            "Spotify import error: HTTP 201: " + goodToken.body}},
+                          {HttpResponse{503, "<p>\xFF"},
+                           {"Spotify token fetch failed, HTTP 503: <non-text response>",
+                            "Spotify import error: HTTP 503: <non-text response>"}}}) {
+        test.console.clear();
+        start("ID");
+        http.answer(c.answer);
+        EXPECT_EQ(test.console.lines(), c.lines);
+        expectUntouched();
+    }
+}
+
+TEST_F(SpotifyImport, DecodesNothingButAToken) {
+    for (const char* body : {
+             "",
+             "<html></html>",
+             "[]",
+             R"({"token_type":"Bearer","expires_in":3600})",
+             R"({"access_token":"granted","expires_in":3600})",
+             R"({"access_token":"granted","token_type":"Bearer"})",
+             R"({"access_token":null,"token_type":"Bearer","expires_in":3600})",
+             R"({"access_token":"granted","token_type":"Bearer","expires_in":"3600"})",
+             R"({"access_token":"granted","token_type":"Bearer","expires_in":0.5})",
+             "{\"access_token\":\"\xFF\",\"token_type\":\"Bearer\",\"expires_in\":3600}",
+         }) {
+        test.console.clear();
+        start("ID");
+        http.answer(HttpResponse{200, body});
+        EXPECT_THAT(test.console.lines(), ElementsAre(StartsWith("Spotify import error: "))) << body;
+        EXPECT_THAT(test.console.lines(), Not(Contains(HasSubstr("granted"))));
+        expectUntouched();
+    }
+}
+
+TEST_F(SpotifyImport, FailsAsAWholeOnAPlaylistWithOneBadEntry) {
+    const std::string good = entry(R"([{"name":"A"}])", "T");
+    const Expected<HttpResponse> answers[] = {
+        failure("connection closed"),
+        HttpResponse{404, R"({"error":{"status":404,"message":"Not found."}})"},
+        HttpResponse{200, ""},
+        HttpResponse{200, "<html></html>"},
+        HttpResponse{200, R"({"items":null})"},
+        HttpResponse{200, R"({"items":{}})"},
+        HttpResponse{200, "{\"items\":[" + good},
+        playlist(good + R"(,{"track":null})"),
+        playlist(good + R"(,{})"),
+        playlist(good + ",null"),
+        playlist(good + R"(,{"track":{"name":"an episode"}})"),
+        playlist(good + R"(,{"track":{"artists":[{"name":"A"}]}})"),
+        playlist(good + "," + entry("null", "T")),
+        playlist(good + "," + entry("[null]", "T")),
+        playlist(good + "," + entry("[{}]", "T")),
+        playlist(good + "," + entry(R"([{"name":null}])", "T")),
+        playlist(good + "," + entry(R"([{"name":"A"}])", "\xC3")),
+    };
+    for (const auto& answer : answers) {
+        test.console.clear();
+        start("ID");
+        http.answer(goodToken);
+        http.answer(answer);
+        EXPECT_THAT(test.console.lines(), ElementsAre(StartsWith("Spotify import error: ")))
+            << (answer ? answer->body : "");
+        EXPECT_THAT(test.console.lines(), Not(Contains(HasSubstr("granted"))));
+        expectUntouched();
+    }
+}
+
+TEST_F(SpotifyImport, WritesOneLineAnEntry) {
+    struct Case {
+        std::string entries, text;
+    };
+    std::string many, lines;
+    for (int i = 1; i <= 150; ++i) {
+        many += (i == 1 ? "" : ",") + entry(R"([{"name":"A"}])", std::to_string(i));
+        if (i <= 100)
+            lines += (i == 1 ? "A - " : "\nA - ") + std::to_string(i);
+    }
+    for (const auto& [entries, text] : {
+             Case{entry("[]", "T"), " - T"},
+             {entry(R"([{"name":""}])", ""), " - "},
+             {entry(R"([{"name":"A","id":1},{"name":"B"},{"name":"C"}])", "T"), "A, B, C - T"},
+             {entry(R"([{"name":"Z\u00fcri \ud83c\udfb5"}])", "\\\"T\\\""), "Züri 🎵 - \"T\""},
+             {entry(R"([{"name":"A"}])", "T") + "," + entry(R"([{"name":"A"}])", "T"), "A - T\nA - T"},
+             {many, lines},
+         }) {
+        test.view.inputMode.set(InputMode::spotify);
+        test.view.matchInputFormat.set(titleArtistFormat);
+        start("ID");
+        http.answer(goodToken);
+        http.answer(playlist(entries));
+        EXPECT_EQ(test.view.matchInput.get(), text);
+        EXPECT_EQ(test.view.inputMode.get(), InputMode::textList);
+        EXPECT_FALSE(test.view.isMatching.get()) << "the library is empty";
+    }
+}
+
+TEST_F(SpotifyImport, OfAnEmptyPlaylistEmptiesTheTextAndMatchesNothing) {
+    test.view.trackDict.set(buildIndex(std::vector{track("A", "T")}));
+    start("ID");
+    http.answer(goodToken);
+    http.answer(HttpResponse{404, R"({"items":[]})"}); // the status of this answer is not looked at
+    EXPECT_EQ(test.view.matchInput.get(), "");
+    EXPECT_EQ(test.view.inputMode.get(), InputMode::textList);
+    EXPECT_FALSE(test.view.isMatching.get());
+    EXPECT_EQ(test.matchQueue.pending(), 0U);
+}
+
+TEST_F(SpotifyImport, KeepsItsLinesWhenTheLibraryWasEmptiedMeanwhile) {
+    test.view.trackDict.set(buildIndex(std::vector{track("A", "T")}));
+    start("ID");
+    http.answer(goodToken);
+    test.view.trackDict.set({});
+    http.answer(playlist(entry(R"([{"name":"A"}])", "T")));
+    EXPECT_EQ(test.view.matchInput.get(), "A - T");
+    EXPECT_FALSE(test.view.isMatching.get());
+    EXPECT_EQ(test.matchQueue.pending(), 0U);
+}
+
+TEST_F(SpotifyImport, MayRunTwiceAtOnce) {
+    start("first");
+    start("second");
+    http.answer(goodToken);
+    http.answer(HttpResponse{200, R"({"access_token":"other","token_type":"Bearer","expires_in":1})"});
+    ASSERT_THAT(http.requests, SizeIs(4));
+    EXPECT_THAT(http.requests[2].address, HasSubstr("/first/"));
+    EXPECT_THAT(http.requests[3].address, HasSubstr("/second/"));
+    EXPECT_THAT(http.requests[3].headers, ElementsAre(Pair("Authorization", "Bearer other")));
+
+    http.answer(playlist(entry(R"([{"name":"A"}])", "first")));
+    EXPECT_EQ(test.view.matchInput.get(), "A - first");
+    http.answer(playlist(entry(R"([{"name":"A"}])", "second")));
+    EXPECT_EQ(test.view.matchInput.get(), "A - second");
+}
+
+} // namespace
+} // namespace orvalen::test
