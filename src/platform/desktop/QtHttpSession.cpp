@@ -1,0 +1,185 @@
+#include "platform/desktop/QtHttpSession.h"
+
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QObject>
+#include <QTimer>
+#include <QUrl>
+#include <algorithm>
+#include <optional>
+
+namespace orvalen {
+namespace {
+
+constexpr std::size_t bodyLimit = 64 * 1024 * 1024;
+constexpr int redirectLimit = 20;
+
+bool isSecure(const QUrl& url) {
+    return url.scheme() == "https";
+}
+
+bool isWeb(const QUrl& url) {
+    return url.isValid() && (isSecure(url) || url.scheme() == "http") && !url.host().isEmpty();
+}
+
+bool isSameServer(const QUrl& left, const QUrl& right) {
+    const auto port = [](const QUrl& url) { return url.port(isSecure(url) ? 443 : 80); };
+    return left.scheme() == right.scheme() && left.host() == right.host() && port(left) == port(right);
+}
+
+bool isRedirect(int status) {
+    return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
+}
+
+/// The toolkit also reports a status of 400 and above as an error; those are answers.
+bool isAnswer(QNetworkReply::NetworkError error, int status) {
+    const bool ofTransport = error < QNetworkReply::ContentAccessDenied ||
+                             error == QNetworkReply::ProtocolUnknownError ||
+                             error == QNetworkReply::ProtocolFailure;
+    return error == QNetworkReply::NoError || (status >= 400 && !ofTransport);
+}
+
+/// A header that a line break ends early would smuggle in another one.
+bool isOneLine(const std::string& text) {
+    return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos;
+}
+
+QByteArray bytes(const std::string& text) {
+    return {text.data(), static_cast<qsizetype>(text.size())};
+}
+
+/// What the request becomes when a server sends it elsewhere.
+void redirect(HttpRequest& request, int status, const QUrl& from, const QUrl& to) {
+    const bool becomesGet =
+        (status == 303 && request.method != "HEAD") || (status < 303 && request.method == "POST");
+    if (becomesGet) {
+        request.method = "GET";
+        request.body.clear();
+    }
+    std::erase_if(request.headers, [&](const auto& header) {
+        const QByteArray name = bytes(header.first).toLower();
+        return (becomesGet && name == "content-type") || (!isSameServer(from, to) && name == "authorization");
+    });
+}
+
+/// One request with its redirects, up to its one answer.
+class Exchange : public QObject {
+public:
+    using Answer = std::function<void(Expected<HttpResponse>)>;
+
+    Exchange(QNetworkAccessManager& manager, HttpRequest request, Answer answer)
+        : QObject(&manager), manager_(manager), request_(std::move(request)), answer_(std::move(answer)),
+          silence_(this) {
+        silence_.setSingleShot(true);
+        silence_.setTimerType(Qt::PreciseTimer); // others may fire early
+        silence_.setInterval(request_.timeout);
+        connect(&silence_, &QTimer::timeout, this, [this] { fail("The request timed out."); });
+    }
+
+    void begin() {
+        const QUrl url = QUrl::fromEncoded(bytes(request_.address), QUrl::StrictMode);
+        if (!isWeb(url))
+            return failLater("The address is not valid.");
+        for (const auto& [name, value] : request_.headers)
+            if (!isOneLine(name) || !isOneLine(value))
+                return failLater("A header of the request is not valid.");
+        send(url);
+    }
+
+private:
+    void send(const QUrl& url) {
+        QNetworkRequest request(url);
+        request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+        if (request_.cachePolicy == CachePolicy::reloadIgnoringCache)
+            request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
+        request.setDecompressedSafetyCheckThreshold(-1); // the limit above holds for what is unpacked
+        for (const auto& [name, value] : request_.headers)
+            request.setRawHeader(bytes(name), bytes(value));
+
+        body_.clear();
+        reply_ = request_.method == "GET"
+                     ? manager_.get(request)
+                     : manager_.sendCustomRequest(request, bytes(request_.method), bytes(request_.body));
+        reply_->setParent(this);
+        connect(reply_, &QNetworkReply::uploadProgress, this, [this] { silence_.start(); });
+        connect(reply_, &QNetworkReply::metaDataChanged, this, [this] { silence_.start(); });
+        connect(reply_, &QNetworkReply::readyRead, this, [this] { readOn(); });
+        connect(reply_, &QNetworkReply::finished, this, [this] { replyFinished(); });
+        silence_.start();
+    }
+
+    void readOn() {
+        silence_.start();
+        constexpr qint64 step = 256 * 1024;
+        for (QByteArray more = reply_->read(step); !more.isEmpty(); more = reply_->read(step)) {
+            if (body_.size() + static_cast<std::size_t>(more.size()) > bodyLimit)
+                return fail("The answer is too large.");
+            body_.append(more.constData(), static_cast<std::size_t>(more.size()));
+        }
+    }
+
+    void replyFinished() {
+        readOn();
+        if (!answer_)
+            return;
+        const int status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        if (status == 0 || !isAnswer(reply_->error(), status))
+            return fail(reply_->errorString().toStdString());
+        const QUrl target = reply_->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+        if (isRedirect(status) && !target.isEmpty())
+            return follow(status, reply_->url().resolved(target));
+        finish(HttpResponse{status, std::move(body_)});
+    }
+
+    void follow(int status, const QUrl& target) {
+        const QUrl source = reply_->url();
+        if (++redirects_ > redirectLimit)
+            return fail("The server redirected too often.");
+        if (!isWeb(target) || (isSecure(source) && !isSecure(target)))
+            return fail("The server redirected to an address that is not safe.");
+        redirect(request_, status, source, target);
+        letGoOfReply();
+        send(target);
+    }
+
+    void fail(const std::string& description) { finish(failure(description)); }
+
+    /// The caller has not returned yet, and an answer comes later.
+    void failLater(const char* description) {
+        QTimer::singleShot(0, this, [this, description] { fail(description); });
+    }
+
+    void finish(Expected<HttpResponse> outcome) {
+        if (!answer_)
+            return;
+        silence_.stop();
+        letGoOfReply();
+        deleteLater();
+        const Answer answer = std::exchange(answer_, nullptr);
+        answer(std::move(outcome));
+    }
+
+    void letGoOfReply() {
+        if (QNetworkReply* reply = std::exchange(reply_, nullptr)) {
+            reply->disconnect(this);
+            reply->abort();
+            reply->deleteLater();
+        }
+    }
+
+    QNetworkAccessManager& manager_;
+    HttpRequest request_;
+    Answer answer_;
+    QTimer silence_;
+    QNetworkReply* reply_ = nullptr;
+    std::string body_;
+    int redirects_ = 0;
+};
+
+} // namespace
+
+void QtHttpSession::send(const HttpRequest& request, std::function<void(Expected<HttpResponse>)> answer) {
+    (new Exchange(manager_, request, std::move(answer)))->begin();
+}
+
+} // namespace orvalen

@@ -1,0 +1,87 @@
+#include "desktop/LocalServer.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace orvalen::test {
+namespace {
+
+constexpr std::size_t promisedLength = 1'000'000;
+
+} // namespace
+
+SelfSignedCertificate::SelfSignedCertificate() {
+    const std::string command =
+        "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -days 2 "
+        "-subj /CN=127.0.0.1 -addext subjectAltName=IP:127.0.0.1 -keyout '" +
+        keyFile() + "' -out '" + certificateFile() + "' 2>/dev/null";
+    if (std::system(command.c_str()) != 0)
+        throw std::runtime_error("no certificate could be made: is openssl installed?");
+}
+
+LocalServer::LocalServer() : LocalServer(std::make_unique<httplib::Server>(), "http") {}
+
+LocalServer::LocalServer(const SelfSignedCertificate& certificate)
+    : LocalServer(std::make_unique<httplib::SSLServer>(certificate.certificateFile().c_str(),
+                                                       certificate.keyFile().c_str()),
+                  "https") {}
+
+LocalServer::LocalServer(std::unique_ptr<httplib::Server> server, const char* scheme)
+    : server_(std::move(server)), scheme_(scheme), port_(server_->bind_to_any_port("127.0.0.1")) {
+    if (port_ <= 0)
+        throw std::runtime_error("no server could be started");
+    server_->set_keep_alive_timeout(1);
+    thread_ = std::thread([this] { server_->listen_after_bind(); });
+    while (!server_->is_running())
+        std::this_thread::yield();
+}
+
+LocalServer::~LocalServer() {
+    ending_ = true;
+    server_->stop();
+    thread_.join();
+}
+
+void LocalServer::on(const std::string& path, const Handler& handler) {
+    server_->Get(path, handler);
+    server_->Post(path, handler);
+    server_->Put(path, handler);
+}
+
+void LocalServer::on(const std::string& path, int status, const std::string& body, const std::string& type) {
+    on(path, [=](const httplib::Request&, httplib::Response& response) {
+        response.status = status;
+        response.set_content(body, type);
+    });
+}
+
+void LocalServer::redirect(const std::string& path, int status, const std::string& target) {
+    on(path, [=](const httplib::Request&, httplib::Response& response) {
+        response.status = status;
+        response.set_header("Location", target);
+    });
+}
+
+void LocalServer::closeInTheMiddle(const std::string& path, const std::string& start) {
+    on(path, [=](const httplib::Request&, httplib::Response& response) {
+        response.set_content_provider(promisedLength, "application/json",
+                                      [=](std::size_t offset, std::size_t, httplib::DataSink& sink) {
+                                          return offset < start.size() &&
+                                                 sink.write(start.data(), start.size());
+                                      });
+    });
+}
+
+void LocalServer::neverAnswer(const std::string& path) {
+    on(path, [this](const httplib::Request&, httplib::Response&) {
+        while (!ending_)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    });
+}
+
+std::string LocalServer::address(const std::string& path) const {
+    return std::string(scheme_) + "://127.0.0.1:" + std::to_string(port_) + path;
+}
+
+} // namespace orvalen::test
