@@ -7,40 +7,10 @@
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <unicode/utf8.h>
 
 namespace orvalen {
 namespace {
-
-/// For each ASCII byte the letter or digit it folds to, or 0 where it separates words.
-constexpr std::array<char, 128> asciiFolding = [] {
-    std::array<char, 128> table{};
-    for (char c = '0'; c <= '9'; ++c)
-        table[static_cast<std::size_t>(c)] = c;
-    for (char c = 'a'; c <= 'z'; ++c)
-        table[static_cast<std::size_t>(c)] = c;
-    for (char c = 'A'; c <= 'Z'; ++c)
-        table[static_cast<std::size_t>(c)] = static_cast<char>(c - 'A' + 'a');
-    return table;
-}();
-
-std::string normalizeAscii(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    bool pendingSpace = false;
-    for (const char c : text) {
-        const char folded = asciiFolding[static_cast<unsigned char>(c)];
-        if (folded == 0) {
-            pendingSpace = !result.empty();
-            continue;
-        }
-        if (pendingSpace) {
-            result += ' ';
-            pendingSpace = false;
-        }
-        result += folded;
-    }
-    return result;
-}
 
 const icu::Normalizer2& decomposer() {
     static const icu::Normalizer2* instance = [] {
@@ -64,6 +34,7 @@ bool isAlphanumeric(UChar32 c) {
     return (U_GET_GC_MASK(c) & (U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK)) != 0;
 }
 
+/// Any text, whatever it costs.
 std::string normalizeUnicode(std::string_view text) {
     icu::UnicodeString lowered =
         icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
@@ -93,10 +64,129 @@ std::string normalizeUnicode(std::string_view text) {
     return composed(result);
 }
 
+/// What a character below U+0370 becomes wherever it stands; letters are at most three bytes long.
+struct Folding {
+    enum Kind : std::uint8_t { separator, dropped, letter };
+    Kind kind = separator;
+    std::uint8_t length = 0;
+    std::array<char, 3> bytes{};
+};
+
+constexpr UChar32 foldedEnd = 0x370;
+using FoldingTable = std::array<Folding, foldedEnd>;
+
+/// Up to the combining diacritical marks no character depends on its neighbours.
+const FoldingTable& foldings() {
+    static const FoldingTable table = [] {
+        FoldingTable made;
+        for (UChar32 c = 0; c < foldedEnd; ++c) {
+            std::string text;
+            icu::UnicodeString(c).toUTF8String(text);
+            const std::string folded = normalizeUnicode(text);
+            Folding& folding = made[static_cast<std::size_t>(c)];
+            folding.kind = isDiacritic(c)   ? Folding::dropped
+                           : folded.empty() ? Folding::separator
+                                            : Folding::letter;
+            folding.length =
+                static_cast<std::uint8_t>(folded.copy(folding.bytes.data(), folding.bytes.size()));
+        }
+        return made;
+    }();
+    return table;
+}
+
+/// Writes words into a text of known room, one space between them.
+class WordWriter {
+public:
+    explicit WordWriter(char* start) : start_(start), end_(start) {}
+
+    void separate() {
+        // Writing first and keeping it or not needs no branch that the processor could guess wrong.
+        *end_ = ' ';
+        end_ += end_ != start_ && end_[-1] != ' ';
+    }
+    void letter(char c) { *end_++ = c; }
+    std::size_t finish() {
+        if (end_ != start_ && end_[-1] == ' ')
+            --end_;
+        return static_cast<std::size_t>(end_ - start_);
+    }
+
+private:
+    char* start_;
+    char* end_;
+};
+
+/// General punctuation: dashes, quotation marks, spaces, the ellipsis.
+bool isPunctuation(UChar32 c) {
+    return c >= 0x2000 && c <= 0x206F;
+}
+
+/// False when the text holds a character that takes the long way.
+bool normalizeLatin(std::string& result, std::string_view text) {
+    const FoldingTable& table = foldings();
+    result.resize(text.size() + text.size() / 2 + 1);
+    WordWriter words(result.data());
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    for (std::size_t i = 0; i < text.size();) {
+        UChar32 c = 0;
+        U8_NEXT(bytes, i, text.size(), c);
+        if (isPunctuation(c)) {
+            words.separate();
+            continue;
+        }
+        if (c < 0 || c >= foldedEnd)
+            return false;
+        const Folding& folding = table[static_cast<std::size_t>(c)];
+        if (folding.kind == Folding::separator)
+            words.separate();
+        for (std::uint8_t k = 0; k < folding.length; ++k)
+            words.letter(folding.bytes[k]);
+    }
+    result.resize(words.finish());
+    return true;
+}
+
+/// For each ASCII byte the letter or digit it folds to, or a space where it separates words.
+constexpr std::array<char, 128> asciiFolding = [] {
+    std::array<char, 128> table{};
+    table.fill(' ');
+    for (char c = '0'; c <= '9'; ++c)
+        table[static_cast<std::size_t>(c)] = c;
+    for (char c = 'a'; c <= 'z'; ++c)
+        table[static_cast<std::size_t>(c)] = c;
+    for (char c = 'A'; c <= 'Z'; ++c)
+        table[static_cast<std::size_t>(c)] = static_cast<char>(c - 'A' + 'a');
+    return table;
+}();
+
+void normalizeAscii(std::string& result, std::string_view text) {
+    result.resize(text.size());
+    char* end = result.data();
+    char before = ' ';
+    for (const char c : text) {
+        const char folded = asciiFolding[static_cast<unsigned char>(c)];
+        *end = folded; // kept or overwritten by the next: no branch that the processor could guess wrong
+        end += (folded != ' ') | (before != ' ');
+        before = folded;
+    }
+    const auto length = static_cast<std::size_t>(end - result.data());
+    result.resize(length > 0 && end[-1] == ' ' ? length - 1 : length);
+}
+
 } // namespace
 
 std::string normalize(std::string_view text) {
-    return isAscii(text) ? normalizeAscii(text) : normalizeUnicode(text);
+    std::string result;
+    normalizeInto(result, text);
+    return result;
+}
+
+void normalizeInto(std::string& result, std::string_view text) {
+    if (isAscii(text))
+        normalizeAscii(result, text);
+    else if (!normalizeLatin(result, text))
+        result = normalizeUnicode(text);
 }
 
 std::string libraryKey(std::string_view artist, std::string_view title) {

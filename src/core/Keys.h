@@ -13,6 +13,8 @@ namespace orvalen {
 /// The result is in composed form. Vowel signs of the Indic and Thai scripts stay, and so do ‘ø’, ‘ł’ and
 /// ‘ß’.
 std::string normalize(std::string_view text);
+/// The same into a text whose memory is used again; the two must not overlap.
+void normalizeInto(std::string& result, std::string_view text);
 
 /// The key under which a track is filed and a wanted line is looked up: artist first, always.
 std::string libraryKey(std::string_view artist, std::string_view title);

@@ -1,84 +1,81 @@
 #include "core/LibraryIndex.h"
 
-#include "core/Keys.h"
+#include "core/LibraryTables.h"
 #include "core/Text.h"
 
-#include <unordered_map>
-#include <vector>
+#include <algorithm>
 
 namespace orvalen {
+namespace {
 
-struct LibraryIndex::Body {
-    std::vector<Track> tracks;
-    std::vector<std::string> keys; // a key a position
-    std::unordered_map<std::string, PositionRange> ranges;
-};
+/// A copy with one more element; a copy that is appended to afterwards would move everything twice.
+template <typename Element>
+std::vector<Element> copyWith(const std::vector<Element>& elements, std::size_t place,
+                              const Element& element) {
+    std::vector<Element> result;
+    result.reserve(elements.size() + 1);
+    const auto middle = elements.begin() + static_cast<std::ptrdiff_t>(place);
+    result.assign(elements.begin(), middle);
+    result.push_back(element);
+    result.insert(result.end(), middle, elements.end());
+    return result;
+}
 
-struct LibraryIndexBuilder::Draft {
-    std::vector<std::pair<std::string, std::vector<Track>>> lists;
-    std::unordered_map<std::string, std::size_t> places;
-    std::size_t count = 0;
-};
+} // namespace
 
-LibraryIndex::LibraryIndex() : LibraryIndex(std::make_shared<const Body>()) {}
+LibraryIndex::LibraryIndex() : LibraryIndex(std::make_shared<const Body>(LibraryTables())) {}
 LibraryIndex::LibraryIndex(std::shared_ptr<const Body> body) : body_(std::move(body)) {}
 
 std::size_t LibraryIndex::keyCount() const {
-    return body_->ranges.size();
+    return body_->keys.size();
 }
+
 std::size_t LibraryIndex::trackCount() const {
-    return body_->tracks.size();
+    return body_->records.size();
 }
+
 TrackView LibraryIndex::track(std::size_t position) const {
-    return body_->tracks[position];
+    return body_->records[position].view();
 }
+
 std::string_view LibraryIndex::key(std::size_t position) const {
-    return body_->keys[position];
+    return body_->keys[body_->records[position].key].view();
+}
+
+KeyHalves LibraryIndex::keyHalves(std::size_t position) const {
+    const std::string_view whole = key(position);
+    const std::size_t artist = body_->records[position].artistInKey;
+    const std::size_t title = artist == 0 || artist == whole.size() ? artist : artist + 1;
+    return {whole.substr(0, artist), whole.substr(title)};
 }
 
 PositionRange LibraryIndex::positionsUnder(std::string_view key) const {
-    const auto found = body_->ranges.find(std::string(key));
-    return found == body_->ranges.end() ? PositionRange{} : found->second;
+    const auto number = isAscii(key) ? body_->findKey(key) : body_->findKey(composed(key));
+    return number ? body_->positionsOf(*number) : PositionRange();
 }
 
-LibraryIndexBuilder::LibraryIndexBuilder() : draft_(std::make_unique<Draft>()) {}
-LibraryIndexBuilder::~LibraryIndexBuilder() = default;
-LibraryIndexBuilder::LibraryIndexBuilder(LibraryIndexBuilder&&) noexcept = default;
-LibraryIndexBuilder& LibraryIndexBuilder::operator=(LibraryIndexBuilder&&) noexcept = default;
-
-void LibraryIndexBuilder::fileTrack(const TrackView& track) {
-    std::string key = libraryKey(track.artist, track.title);
-    const auto [place, added] = draft_->places.try_emplace(key, draft_->lists.size());
-    if (added)
-        draft_->lists.emplace_back(std::move(key), std::vector<Track>());
-    draft_->lists[place->second].second.push_back(track.toTrack());
-    ++draft_->count;
-}
-
-std::size_t LibraryIndexBuilder::trackCount() const {
-    return draft_->count;
-}
-
-LibraryIndex LibraryIndexBuilder::finish() {
-    auto body = std::make_shared<LibraryIndex::Body>();
-    for (auto& [key, tracks] : draft_->lists) {
-        const std::size_t first = body->tracks.size();
-        for (Track& track : tracks) {
-            body->tracks.push_back(std::move(track));
-            body->keys.push_back(key);
-        }
-        body->ranges.emplace(key, PositionRange{first, body->tracks.size()});
-    }
-    draft_ = std::make_unique<Draft>();
-    return LibraryIndex(std::move(body));
+LibraryIndex::Derived LibraryIndex::derived(Derived (*make)(const LibraryIndex&)) const {
+    const std::lock_guard lock(body_->derivedMutex);
+    if (!body_->derived)
+        body_->derived = make(*this);
+    return body_->derived;
 }
 
 void fileTrack(LibraryIndex& index, const Track& track) {
-    LibraryIndexBuilder builder;
-    for (std::size_t position = 0; position < index.trackCount(); ++position)
-        builder.fileTrack(index.track(position));
-    builder.fileTrack(track);
-    index = builder.finish();
+    const LibraryTables& old = *index.body_;
+    LibraryTables tables{old.texts, {}, old.keys, old.keyNumbers, {}};
+    const TrackRecord record = TrackFiler().file(track, tables);
+    const bool isNewKey = tables.keys.size() > old.keys.size();
+    const std::size_t place = isNewKey ? old.records.size() : old.positionsOf(record.key).last;
+    if (isNewKey)
+        tables.keys.back().firstPosition = static_cast<std::uint32_t>(place);
+    for (std::size_t key = std::size_t(record.key) + 1; key < tables.keys.size(); ++key)
+        ++tables.keys[key].firstPosition;
+    tables.records = copyWith(old.records, place, record);
+    tables.sharedPathLengths = copyWith(old.sharedPathLengths, place, std::uint16_t(0));
+    for (std::size_t position = place; position < tables.records.size() && position < place + 2; ++position)
+        tables.sharedPathLengths[position] = tables.sharedPathLength(position);
+    index = LibraryIndex(std::make_shared<const LibraryIndex::Body>(std::move(tables)));
 }
 
 LibraryIndex buildIndex(std::span<const Track> tracks) {
@@ -86,13 +83,6 @@ LibraryIndex buildIndex(std::span<const Track> tracks) {
     for (const Track& track : tracks)
         builder.fileTrack(track);
     return builder.finish();
-}
-
-std::int64_t countTracksUnderFolder(const LibraryIndex& index, std::string_view folder) {
-    std::int64_t count = 0;
-    for (std::size_t position = 0; position < index.trackCount(); ++position)
-        count += hasCanonicalPrefix(index.track(position).path, folder) ? 1 : 0;
-    return count;
 }
 
 } // namespace orvalen

@@ -20,6 +20,12 @@ struct PositionRange {
     bool empty() const { return first == last; }
 };
 
+/// A key's two parts: the normalised artist and the normalised title, each without the space between them.
+struct KeyHalves {
+    std::string_view artist;
+    std::string_view title;
+};
+
 /// Every known audio file, filed under its library key. A value: copying one shares the tracks, and a copy
 /// never sees what is filed in another afterwards, so a copy is the snapshot that a worker or a writer reads.
 ///
@@ -36,17 +42,24 @@ public:
     TrackView track(std::size_t position) const;
     /// The key that the track at the position is filed under.
     std::string_view key(std::size_t position) const;
+    KeyHalves keyHalves(std::size_t position) const;
     /// The positions filed under the key; an empty run when there is no such key.
     PositionRange positionsUnder(std::string_view key) const;
 
     /// Whether both share their tracks, so that what was derived from one holds for the other.
     bool sharesTracksWith(const LibraryIndex& other) const { return body_ == other.body_; }
 
+    /// What a reader works out of the tracks and keeps with them: made once, by whoever asks first while
+    /// others wait, and shared by all copies. It must not hold the index itself, or neither would ever die.
+    using Derived = std::shared_ptr<const void>;
+    Derived derived(Derived (*make)(const LibraryIndex&)) const;
+
     struct Body;
 
 private:
     friend class LibraryIndexBuilder;
     friend void fileTrack(LibraryIndex& index, const Track& track);
+    friend std::int64_t countTracksUnderFolder(const LibraryIndex& index, std::string_view folder);
     explicit LibraryIndex(std::shared_ptr<const Body> body);
 
     std::shared_ptr<const Body> body_;

@@ -1,0 +1,55 @@
+#include "core/LibraryIndex.h"
+#include "core/LibraryTables.h"
+
+namespace orvalen {
+
+/// While tracks are filed, records stand in the order of filing and a key's first position counts its tracks.
+struct LibraryIndexBuilder::Draft {
+    LibraryTables tables;
+    TrackFiler filer;
+
+    void sortIntoLibraryOrder() {
+        std::uint32_t next = 0;
+        for (KeyRecord& key : tables.keys)
+            next += std::exchange(key.firstPosition, next);
+        std::vector<std::uint32_t> places;
+        places.reserve(tables.keys.size());
+        for (const KeyRecord& key : tables.keys)
+            places.push_back(key.firstPosition);
+        std::vector<TrackRecord> sorted(tables.records.size());
+        for (const TrackRecord& record : tables.records)
+            sorted[places[record.key]++] = record;
+        tables.records = std::move(sorted);
+    }
+
+    void noteSharedPathLengths() {
+        tables.sharedPathLengths.reserve(tables.records.size());
+        for (std::size_t position = 0; position < tables.records.size(); ++position)
+            tables.sharedPathLengths.push_back(tables.sharedPathLength(position));
+    }
+};
+
+LibraryIndexBuilder::LibraryIndexBuilder() : draft_(std::make_unique<Draft>()) {}
+LibraryIndexBuilder::~LibraryIndexBuilder() = default;
+LibraryIndexBuilder::LibraryIndexBuilder(LibraryIndexBuilder&&) noexcept = default;
+LibraryIndexBuilder& LibraryIndexBuilder::operator=(LibraryIndexBuilder&&) noexcept = default;
+
+void LibraryIndexBuilder::fileTrack(const TrackView& track) {
+    LibraryTables& tables = draft_->tables;
+    tables.records.push_back(draft_->filer.file(track, tables));
+    ++tables.keys[tables.records.back().key].firstPosition;
+}
+
+std::size_t LibraryIndexBuilder::trackCount() const {
+    return draft_->tables.records.size();
+}
+
+LibraryIndex LibraryIndexBuilder::finish() {
+    const std::unique_ptr<Draft> draft = std::exchange(draft_, std::make_unique<Draft>());
+    draft->sortIntoLibraryOrder();
+    draft->noteSharedPathLengths();
+    draft->tables.keys.shrink_to_fit();
+    return LibraryIndex(std::make_shared<const LibraryIndex::Body>(std::move(draft->tables)));
+}
+
+} // namespace orvalen

@@ -1,0 +1,80 @@
+#include "core/LibraryTables.h"
+
+#include "core/Keys.h"
+
+#include <algorithm>
+#include <cassert>
+#include <functional>
+
+namespace orvalen {
+namespace {
+
+std::uint32_t length32(std::string_view text) {
+    assert(text.size() <= std::numeric_limits<std::int32_t>::max());
+    return static_cast<std::uint32_t>(text.size());
+}
+
+std::size_t hashOfKey(std::string_view key) {
+    return std::hash<std::string_view>{}(key);
+}
+
+} // namespace
+
+TrackView TrackRecord::view() const {
+    const char* const artist = texts + titleLength;
+    const char* const genre = artist + artistLength;
+    return TrackView({texts, titleLength}, {artist, artistLength}, {genre, genreLength}, path(),
+                     hasBPM ? std::optional(bpm) : std::nullopt);
+}
+
+std::optional<std::uint32_t> LibraryTables::findKey(std::string_view key) const {
+    return keyNumbers.find(hashOfKey(key), [&](std::uint32_t number) { return keys[number].view() == key; });
+}
+
+PositionRange LibraryTables::positionsOf(std::uint32_t key) const {
+    const std::size_t next = std::size_t(key) + 1;
+    return {keys[key].firstPosition, next < keys.size() ? keys[next].firstPosition : records.size()};
+}
+
+std::uint16_t LibraryTables::sharedPathLength(std::size_t position) const {
+    if (position == 0)
+        return 0;
+    const std::string_view path = records[position].path();
+    const std::string_view before = records[position - 1].path();
+    const std::size_t most = std::min<std::size_t>({path.size(), before.size(), 0xFFFF});
+    const auto differing = std::mismatch(path.begin(), path.begin() + std::ptrdiff_t(most), before.begin());
+    return static_cast<std::uint16_t>(differing.first - path.begin());
+}
+
+TrackRecord TrackFiler::file(const TrackView& track, LibraryTables& tables) {
+    // A key is the normalised halves joined, so the halves need not be kept a second time.
+    normalizeInto(key_, track.artist);
+    normalizeInto(title_, track.title);
+    const std::uint32_t artistInKey = length32(key_);
+    if (!key_.empty() && !title_.empty())
+        key_ += ' ';
+    key_ += title_;
+
+    TrackRecord record;
+    record.key = keyNumber(tables);
+    record.artistInKey = artistInKey;
+    record.texts = tables.texts.add({track.title, track.artist, track.genre, track.path});
+    record.titleLength = length32(track.title);
+    record.artistLength = length32(track.artist);
+    record.genreLength = length32(track.genre);
+    record.pathLength = length32(track.path) & 0x7FFFFFFF;
+    record.hasBPM = track.bpm.has_value();
+    record.bpm = track.bpm.value_or(0);
+    return record;
+}
+
+std::uint32_t TrackFiler::keyNumber(LibraryTables& tables) {
+    if (const auto found = tables.findKey(key_))
+        return *found;
+    const auto number = static_cast<std::uint32_t>(tables.keys.size());
+    tables.keys.push_back({tables.texts.add({key_}), length32(key_), 0});
+    tables.keyNumbers.insert(hashOfKey(key_), number);
+    return number;
+}
+
+} // namespace orvalen
