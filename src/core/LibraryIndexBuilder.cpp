@@ -1,6 +1,8 @@
 #include "core/LibraryIndex.h"
 #include "core/LibraryTables.h"
 
+#include <utility>
+
 namespace orvalen {
 
 /// While tracks are filed, records stand in the order of filing and a key's first position counts its tracks.

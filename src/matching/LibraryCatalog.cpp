@@ -1,39 +1,93 @@
 #include "matching/LibraryCatalog.h"
 
 #include "core/Keys.h"
+#include "matching/ArtistTable.h"
+#include "matching/DuplicateTable.h"
+#include "matching/FileNameTable.h"
+#include "matching/GramBitmaps.h"
+
+#include <algorithm>
+#include <optional>
 
 namespace orvalen {
+namespace {
 
-struct LibraryCatalog::Tables {};
+/// So few artists and tracks are looked at one by one; for more, the titles' bitmaps come first.
+constexpr std::size_t fewArtists = 256;
+constexpr std::size_t fewTracks = 1024;
 
-LibraryCatalog::LibraryCatalog(LibraryIndex index) : index_(std::move(index)) {}
-LibraryCatalog::~LibraryCatalog() = default;
+} // namespace
+
+struct LibraryCatalog::Tables {
+    explicit Tables(const LibraryIndex& index)
+        : artists(index), titles(index.trackCount(),
+                                 [&index](std::size_t position) { return index.keyHalves(position).title; }),
+          fileNames(index), duplicates(index) {}
+
+    /// The tracks of the artists that contain the needle, if they are few; nothing if not.
+    std::optional<std::vector<std::size_t>> tracksOfFew(const LibraryIndex& index, const Bitmap& candidates,
+                                                        std::string_view needle) const;
+
+    ArtistTable artists;
+    GramBitmaps titles;
+    FileNameTable fileNames;
+    DuplicateTable duplicates;
+};
+
+LibraryCatalog::LibraryCatalog(LibraryIndex index)
+    : index_(std::move(index)), tables_(std::static_pointer_cast<const Tables>(
+                                    index_.derived([](const LibraryIndex& tracks) -> LibraryIndex::Derived {
+                                        return std::make_shared<const Tables>(tracks);
+                                    }))) {}
 
 std::vector<std::size_t> LibraryCatalog::withFileNameKey(std::string_view key) const {
-    std::vector<std::size_t> positions;
-    for (std::size_t position = 0; position < index_.trackCount(); ++position)
-        if (fileNameKey(index_.track(position).path) == key)
-            positions.push_back(position);
-    return positions;
+    return tables_->fileNames.find(index_, key);
+}
+
+std::size_t LibraryCatalog::firstEqual(std::size_t position) const {
+    return tables_->duplicates.firstEqual(position);
+}
+
+std::optional<std::vector<std::size_t>> LibraryCatalog::Tables::tracksOfFew(const LibraryIndex& index,
+                                                                            const Bitmap& candidates,
+                                                                            std::string_view needle) const {
+    if (countBits(candidates) > fewArtists)
+        return std::nullopt;
+    std::vector<std::size_t> tracks;
+    bool areFew = true;
+    forEachBit(candidates, [&](std::size_t artist) {
+        const auto positions = artists.positionsOf(artist);
+        if (!areFew || !containsNormalized(index.keyHalves(positions[0]).artist, needle))
+            return;
+        areFew = tracks.size() + positions.size() <= fewTracks;
+        if (areFew)
+            tracks.insert(tracks.end(), positions.begin(), positions.end());
+    });
+    return areFew ? std::optional(std::move(tracks)) : std::nullopt;
 }
 
 std::vector<std::size_t> LibraryCatalog::containing(std::string_view artistNeedle,
                                                     std::string_view titleNeedle) const {
-    std::vector<std::size_t> positions;
-    for (std::size_t position = 0; position < index_.trackCount(); ++position)
-        if (containsNormalized(normalize(index_.track(position).artist), artistNeedle) &&
-            containsNormalized(normalize(index_.track(position).title), titleNeedle))
-            positions.push_back(position);
-    return positions;
-}
+    if (artistNeedle.empty() || titleNeedle.empty() || index_.empty())
+        return {};
+    const Bitmap artists = tables_->artists.candidates(artistNeedle);
+    if (auto tracks = tables_->tracksOfFew(index_, artists, artistNeedle)) {
+        std::erase_if(*tracks, [&](std::size_t position) {
+            return !containsNormalized(index_.keyHalves(position).title, titleNeedle);
+        });
+        std::sort(tracks->begin(), tracks->end());
+        return *std::move(tracks);
+    }
 
-std::size_t LibraryCatalog::firstEqual(std::size_t position) const {
-    const TrackView track = index_.track(position);
-    const PositionRange list = index_.positionsUnder(index_.key(position));
-    for (std::size_t earlier = list.first; earlier < position; ++earlier)
-        if (index_.track(earlier) == track)
-            return earlier;
-    return position;
+    std::vector<std::size_t> positions;
+    forEachBit(tables_->titles.candidates(titleNeedle), [&](std::size_t position) {
+        if (!contains(artists, tables_->artists.artistOf(position)))
+            return;
+        const KeyHalves halves = index_.keyHalves(position);
+        if (containsNormalized(halves.title, titleNeedle) && containsNormalized(halves.artist, artistNeedle))
+            positions.push_back(position);
+    });
+    return positions;
 }
 
 } // namespace orvalen

@@ -9,14 +9,12 @@
 
 namespace orvalen {
 
-/// A library prepared for searching: built from a snapshot once and kept as long as the snapshot's tracks
-/// live. Immutable; any thread. Building takes about half a microsecond a track, so never on the main thread.
+/// A library prepared for searching. The first catalog of an index takes up to half a microsecond a track to
+/// make, so never on the main thread; the work is kept as long as the index's tracks live, and every later
+/// catalog of the same tracks is there at once. Immutable; any thread.
 class LibraryCatalog {
 public:
     explicit LibraryCatalog(LibraryIndex index);
-    ~LibraryCatalog();
-    LibraryCatalog(const LibraryCatalog&) = delete;
-    LibraryCatalog& operator=(const LibraryCatalog&) = delete;
 
     const LibraryIndex& index() const { return index_; }
 
@@ -30,7 +28,7 @@ public:
 private:
     struct Tables;
     LibraryIndex index_;
-    std::unique_ptr<const Tables> tables_;
+    std::shared_ptr<const Tables> tables_;
 };
 
 } // namespace orvalen

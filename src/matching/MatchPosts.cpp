@@ -3,6 +3,8 @@
 #include "app/ContentView.h"
 #include "platform/MainQueue.h"
 
+#include <utility>
+
 namespace orvalen {
 
 void MatchPosts::nowMatching(std::string text) {

@@ -1,0 +1,158 @@
+#include "matching/MatchEngine.h"
+
+#include "core/Keys.h"
+#include "support/Builders.h"
+#include "support/MadeLibrary.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace orvalen::test {
+namespace {
+
+/// The plain way: every track is looked at afresh for every strategy, and what was seen is not taken twice.
+std::vector<std::size_t> plainOptions(const LibraryIndex& index, const Request& request) {
+    const std::string key = libraryKey(request.artist, request.title);
+    std::vector<std::size_t> options;
+    const auto addWhere = [&](auto matches) {
+        for (std::size_t position = 0; position < index.trackCount(); ++position) {
+            const TrackView track = index.track(position);
+            const auto isSame = [&](std::size_t other) { return index.track(other) == track; };
+            if (matches(track) && std::none_of(options.begin(), options.end(), isSame))
+                options.push_back(position);
+        }
+    };
+    addWhere([&](const TrackView& track) { return libraryKey(track.artist, track.title) == key; });
+    addWhere([&](const TrackView& track) { return fileNameKey(track.path) == key; });
+    addWhere([&](const TrackView& track) { return containmentTest(track, request.artist, request.title); });
+    return options;
+}
+
+/// Short texts of few letters, so that everything meets: containment, equal keys from unequal halves, empty
+/// halves, accents in both forms.
+class SmallTexts {
+public:
+    explicit SmallTexts(std::uint32_t seed) : random_(seed) {}
+
+    std::size_t below(std::size_t end) { return random_() % end; }
+    std::string text(std::size_t most) {
+        static const std::vector<std::string> pieces = {
+            "a",      "b",       "A",      "ab",     "ba",     " ",      " ",      "-",
+            "\u00E9", "e\u0301", "e",      "\u00D8", "\u00DF", "\u03A3", "\u65E5", "\u0915\u093E",
+            "7",      "'",       "\u2013", "B\u00E4"};
+        std::string result;
+        for (std::size_t length = below(most + 1); length > 0; --length)
+            result += pieces[below(pieces.size())];
+        return result;
+    }
+    Track track() {
+        const std::string name = below(3) == 0 ? text(3) + " - " + text(3) : text(4);
+        const auto tempo = below(3) == 0 ? std::optional<std::int64_t>(below(2)) : std::nullopt;
+        return Track{text(4), text(4), "", "/m/" + std::to_string(below(2)) + "/" + name + ".mp3", tempo};
+    }
+
+private:
+    std::mt19937 random_;
+};
+
+std::string described(const Request& request, std::uint32_t seed) {
+    return "seed " + std::to_string(seed) + ": '" + request.artist + "' - '" + request.title + "'";
+}
+
+TEST(FindOptions, AgreesWithThePlainLoopOnSmallTexts) {
+    std::size_t found = 0;
+    for (std::uint32_t seed = 1; seed <= 40; ++seed) {
+        SmallTexts texts(seed);
+        LibraryIndexBuilder builder;
+        std::vector<Track> filed;
+        for (std::size_t count = texts.below(150); count > 0; --count) {
+            const bool again = !filed.empty() && texts.below(8) == 0;
+            filed.push_back(again ? filed[texts.below(filed.size())] : texts.track());
+            builder.fileTrack(filed.back());
+        }
+        const LibraryCatalog catalog(builder.finish());
+        for (int line = 0; line < 60; ++line) {
+            const Request request{texts.text(3), texts.text(3)};
+            const auto options = findOptions(catalog, request);
+            ASSERT_EQ(options, plainOptions(catalog.index(), request)) << described(request, seed);
+            found += options.size();
+        }
+    }
+    EXPECT_GT(found, 2000U) << "the texts hardly ever meet";
+}
+
+TEST(FindOptions, AgreesWithThePlainLoopOnAGrownLibrary) {
+    MadeLibrary made(7);
+    const LibraryCatalog catalog(made.index(4000));
+    std::vector<std::string> lines = made.wantedLines(60);
+    for (const char* broad :
+         {"a - e", "th - e", "the - i", "e - lo", "7 - 7", "x - extended mix", "\u00E9 - \u00FC", "e - the"})
+        lines.emplace_back(broad);
+    std::size_t most = 0;
+    for (const std::string& line : lines) {
+        const auto request = parseWantedLine(line, "artist-title");
+        ASSERT_TRUE(request) << line;
+        const auto options = findOptions(catalog, *request);
+        ASSERT_EQ(options, plainOptions(catalog.index(), *request)) << line;
+        most = std::max(most, options.size());
+    }
+    EXPECT_GT(most, 1024U) << "no line was broad enough for the search by titles";
+}
+
+TEST(FindOptions, OfAnEmptyLibraryAreNone) {
+    const LibraryCatalog catalog{LibraryIndex()};
+    EXPECT_TRUE(findOptions(catalog, {"a", "b"}).empty());
+    EXPECT_TRUE(findOptions(catalog, {"", ""}).empty());
+}
+
+TEST(FindOptions, FindOneNameTenThousandTimes) {
+    LibraryIndexBuilder builder;
+    for (int i = 0; i < 10'000; ++i) {
+        const std::string folder = "/m/" + std::to_string(i / 2);
+        builder.fileTrack(track("Unknown", "Track 1", {}, folder + "/Unknown - Track 1.mp3"));
+    }
+    const LibraryCatalog catalog(builder.finish());
+    EXPECT_EQ(findOptions(catalog, {"unknown", "track 1"}).size(), 5'000U);
+    EXPECT_EQ(findOptions(catalog, {"known", "rack"}).size(), 5'000U);
+    EXPECT_EQ(catalog.firstEqual(9'999), 9'998U);
+}
+
+TEST(FindOptions, OfVeryLongTextsEnd) {
+    std::string longName;
+    while (longName.size() < 5'000'000)
+        longName += "Night Band \u00E9 ";
+    const LibraryCatalog catalog(
+        buildIndex(std::vector{track("Night", "Train"), track(longName, "Train", {}, "/m/x.mp3")}));
+    EXPECT_EQ(findOptions(catalog, {longName, "train"}).size(), 1U);
+    EXPECT_TRUE(findOptions(catalog, {longName, longName}).empty());
+    EXPECT_EQ(findOptions(catalog, {"night band", "train"}).size(), 1U);
+}
+
+TEST(Catalog, IsKeptWithTheTracksAndGoesWithThem) {
+    LibraryIndex index = buildIndex(std::vector{track("Night", "Train")});
+    EXPECT_EQ(findOptions(LibraryCatalog(index), {"night", "train"}).size(), 1U);
+    fileTrack(index, track("Night", "Train", {}, "/m/later.mp3"));
+    EXPECT_EQ(findOptions(LibraryCatalog(index), {"night", "train"}).size(), 2U);
+
+    static int made = 0;
+    static std::weak_ptr<const int> watched;
+    const auto make = [](const LibraryIndex&) -> LibraryIndex::Derived {
+        const auto value = std::make_shared<const int>(++made);
+        watched = value;
+        return value;
+    };
+    LibraryIndex shared = buildIndex(std::vector{track("A", "B")});
+    const LibraryIndex copy = shared;
+    EXPECT_EQ(shared.derived(make), copy.derived(make));
+    EXPECT_EQ(made, 1);
+    shared = LibraryIndex();
+    EXPECT_FALSE(watched.expired());
+    fileTrack(shared, track("C", "D"));
+    shared.derived(make);
+    EXPECT_EQ(made, 2);
+    shared = LibraryIndex();
+    EXPECT_TRUE(watched.expired()) << "what was derived must not keep the tracks alive";
+}
+
+} // namespace
+} // namespace orvalen::test

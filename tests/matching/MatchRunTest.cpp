@@ -1,0 +1,201 @@
+#include "matching/MatchEngine.h"
+
+#include "app/ContentView.h"
+#include "library/LibraryIndexState.h"
+#include "matching/MatchPosts.h"
+#include "support/Builders.h"
+#include "support/TestPlatform.h"
+
+#include <gmock/gmock.h>
+
+namespace orvalen::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::vector<std::string> paths(const std::vector<Track>& tracks) {
+    std::vector<std::string> result;
+    for (const Track& track : tracks)
+        result.push_back(track.path);
+    return result;
+}
+
+class MatchRun : public testing::Test {
+protected:
+    void library(const std::vector<Track>& tracks) {
+        replaceIndex(view, buildIndex(tracks));
+        world.settle();
+    }
+    const std::vector<MatchedTrack>& match(std::vector<std::string> lines) {
+        matchLines(std::move(lines), view);
+        world.settle();
+        return view.matchedTracks.get();
+    }
+
+    TestPlatform world;
+    ContentView& view = world.view;
+};
+
+TEST_F(MatchRun, GathersExactThenFileNameThenContainment) {
+    library({track("The Night Band", "Last Train Home", {}, "/m/loose.mp3"),
+             track("Somebody", "Else", {}, "/m/Night Band - Last Train.m4a"),
+             track("Night Band", "Last Train", {}, "/m/b.mp3"),
+             track("NIGHT BAND", "Last train!", 120, "/m/a.mp3"),
+             track("Night Band", "First Train", {}, "/m/other.mp3")});
+    const auto& rows = match({"Night Band - Last Train"});
+    ASSERT_EQ(rows.size(), 1U);
+    EXPECT_THAT(paths(rows[0].options),
+                ElementsAre("/m/b.mp3", "/m/a.mp3", "/m/Night Band - Last Train.m4a", "/m/loose.mp3"));
+    EXPECT_TRUE(rows[0].found);
+    EXPECT_FALSE(rows[0].include);
+    EXPECT_EQ(rows[0].selectedTrack->path, "/m/b.mp3");
+    EXPECT_EQ(rows[0].artist, "Night Band");
+    EXPECT_EQ(rows[0].title, "Last Train");
+}
+
+TEST_F(MatchRun, ListsEqualTracksOnce) {
+    library({track("Café", "One", {}, "/m/caf\u00E9.mp3"), track("Café", "One", {}, "/m/cafe\u0301.mp3"),
+             track("Café", "One", 0, "/m/caf\u00E9.mp3"), track("Café", "One", {}, "/m/caf\u00E9.mp3")});
+    const auto& rows = match({"CAFE - one"});
+    ASSERT_EQ(rows[0].options.size(), 2U);
+    EXPECT_FALSE(rows[0].options[0].bpm);
+    EXPECT_EQ(rows[0].options[1].bpm, 0);
+}
+
+TEST_F(MatchRun, SelectsByTheRememberedChoice) {
+    struct Case {
+        const char* rule;
+        std::size_t options;
+        std::string preferred; ///< empty: none
+        int selected;          ///< -1: none
+    };
+    const std::vector<Case> cases = {
+        {"no choice: the first", 3, "", 0},
+        {"no candidates", 0, "", -1},
+        {"no candidates, yet a choice", 0, "/m/1.mp3", -1},
+        {"the chosen one", 3, "/m/2.mp3", 2},
+        {"a choice that is gone", 2, "/m/gone.mp3", -1},
+        {"a choice that is gone, one candidate", 1, "/m/gone.mp3", 0},
+    };
+    for (const Case& c : cases) {
+        std::vector<Track> tracks{track("Other", "Song")};
+        for (std::size_t i = 0; i < c.options; ++i)
+            tracks.push_back(track("Night", "Train", {}, "/m/" + std::to_string(i) + ".mp3"));
+        library(tracks);
+        world.database().replacePreferredMatches({});
+        if (!c.preferred.empty())
+            world.database().savePreferredMatch("night train", c.preferred);
+        const auto& rows = match({"Night - Train"});
+        ASSERT_EQ(rows.size(), 1U) << c.rule;
+        EXPECT_EQ(rows[0].found, c.options > 0) << c.rule;
+        ASSERT_EQ(rows[0].selectedTrack.has_value(), c.selected >= 0) << c.rule;
+        if (c.selected >= 0) {
+            EXPECT_EQ(*rows[0].selectedTrack, rows[0].options[static_cast<std::size_t>(c.selected)])
+                << c.rule;
+        }
+    }
+}
+
+TEST_F(MatchRun, ComparesTheRememberedPathCanonically) {
+    library({track("Night", "Train", {}, "/m/a.mp3"), track("Night", "Train", {}, "/m/caf\u00E9.mp3")});
+    world.database().savePreferredMatch("night train", "/m/cafe\u0301.mp3");
+    EXPECT_EQ(match({"Night - Train"})[0].selectedTrack->path, "/m/caf\u00E9.mp3");
+}
+
+TEST_F(MatchRun, TellsItsStepsInOrder) {
+    library({track("Night Band", "Last Train", 128)});
+    std::vector<std::string> steps;
+    view.scanningFileName.observe([&] { steps.push_back(view.scanningFileName.get()); });
+    view.matchProgress.observe([&] { steps.push_back(std::to_string(view.matchProgress.get())); });
+    view.matchedTracks.observe([&] { steps.push_back("rows"); });
+    view.showResultsPage.observe([&] { steps.push_back("page"); });
+    view.isMatching.observe([&] { steps.push_back("done"); });
+    view.isAutoSaving.observe([&] { steps.push_back("saved"); });
+    view.matchInputFormat.set("title-artist");
+    match({"Last Train - Night Band", "no dash here", "Nothing - Nobody"});
+    EXPECT_THAT(steps, ElementsAre("Night Band \u2013 Last Train", "0.333333", "Nobody \u2013 Nothing",
+                                   "1.000000", "0.000000", "rows", "page", "done", "saved"));
+    EXPECT_EQ(view.scanningFileName.get(), "Nobody \u2013 Nothing");
+    auto lines = world.console.lines();
+    ASSERT_GE(lines.size(), 4U);
+    lines.resize(4);
+    EXPECT_THAT(lines, ElementsAre("Matched Last Train - Night Band: [\"Last Train [BPM: 128]\"]",
+                                   "Options for Last Train \u2013 Night Band: "
+                                   "[\"/Music/Night Band - Last Train.mp3\"]",
+                                   "Matched Nothing - Nobody: []", "Options for Nothing \u2013 Nobody: []"));
+}
+
+TEST_F(MatchRun, ListsSeveralOptionsInItsDiagnostics) {
+    library({track("A", "B", {}, "/m/1.mp3"), track("A", "B", 0, "/m/2.mp3")});
+    match({"A - B"});
+    EXPECT_EQ(world.console.lines()[0], "Matched B - A: [\"B [BPM: nil]\", \"B [BPM: 0]\"]");
+    EXPECT_EQ(world.console.lines()[1], "Options for B \u2013 A: [\"/m/1.mp3\", \"/m/2.mp3\"]");
+}
+
+TEST_F(MatchRun, WithoutAWantedLineOpensAnEmptyPage) {
+    library({track("A", "B")});
+    view.matchedTracks.set({row("Old", "Row")});
+    EXPECT_THAT(match({"no dash", "One - Two - Three"}), IsEmpty());
+    EXPECT_TRUE(view.showResultsPage.get());
+    EXPECT_EQ(view.matchProgress.get(), 0);
+}
+
+TEST_F(MatchRun, WorksOnTheLibraryAndFormatOfItsStart) {
+    library({track("Night", "Train")});
+    matchLines({"Night - Train"}, view);
+    view.matchInputFormat.set("title-artist");
+    clearIndex(view);
+    world.settle();
+    ASSERT_EQ(view.matchedTracks.get().size(), 1U);
+    EXPECT_TRUE(view.matchedTracks.get()[0].found);
+    EXPECT_EQ(view.matchedTracks.get()[0].artist, "Night");
+}
+
+TEST_F(MatchRun, SeesAChoiceThatIsMadeBeforeItsLineIsReached) {
+    library({track("Night", "Train", {}, "/m/1.mp3"), track("Night", "Train", {}, "/m/2.mp3")});
+    matchLines({"Night - Train"}, view);
+    world.database().savePreferredMatch("night train", "/m/2.mp3");
+    world.settle();
+    EXPECT_EQ(view.matchedTracks.get()[0].selectedTrack->path, "/m/2.mp3");
+}
+
+TEST_F(MatchRun, EachGivesItsRowsIdentitiesOfTheirOwn) {
+    library({track("Night", "Train")});
+    matchLines({"Night - Train", "Night - Train"}, view);
+    matchLines({"Day - Train"}, view);
+    world.matchQueue.runOne();
+    world.mainQueue.run();
+    const auto first = view.matchedTracks.get();
+    ASSERT_EQ(first.size(), 2U);
+    EXPECT_FALSE(first[0].id == first[1].id);
+    world.settle();
+    ASSERT_EQ(view.matchedTracks.get().size(), 1U) << "the later run's rows replace the earlier's";
+    EXPECT_EQ(view.matchedTracks.get()[0].artist, "Day");
+}
+
+TEST_F(MatchRun, DoesNotBuryAMainThreadThatIsBusy) {
+    library({track("Night", "Train")});
+    std::vector<std::string> lines(MatchPosts::mostWaiting, "Nobody - Nothing");
+    lines.push_back("Last - One");
+    std::vector<double> fractions;
+    view.matchProgress.observe([&] { fractions.push_back(view.matchProgress.get()); });
+    matchLines(lines, view);
+    world.matchQueue.runOne();
+    EXPECT_LE(world.mainQueue.pending(), MatchPosts::mostWaiting + 3);
+    world.settle();
+    EXPECT_EQ(view.matchedTracks.get().size(), lines.size());
+    EXPECT_EQ(view.scanningFileName.get(), "Last \u2013 One");
+    ASSERT_GE(fractions.size(), 2U);
+    EXPECT_EQ(fractions[fractions.size() - 2], 1.0);
+    EXPECT_TRUE(std::is_sorted(fractions.begin(), fractions.end() - 1));
+}
+
+TEST_F(MatchRun, OfTextsWithoutLettersFindsWhatTheKeyFinds) {
+    library({track("", "", {}, "/m/---.mp3"), track("", "Intro", {}, "/m/x.mp3")});
+    EXPECT_THAT(paths(match({"!!! - ???"})[0].options), ElementsAre("/m/---.mp3"));
+    EXPECT_THAT(paths(match({"Intro - ???"})[0].options), ElementsAre("/m/x.mp3"));
+}
+
+} // namespace
+} // namespace orvalen::test
