@@ -76,6 +76,12 @@ private:
     bool exists_ = file_.isOpen();
 };
 
+/// A device or a pipe is written into: putting a file in its place would take it away from everyone.
+bool isDeviceOrPipe(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
+
 /// A replaced file keeps its permissions; file systems without any are left alone.
 void keepPermissions(int file, const std::string& destination) {
     struct stat status {};
@@ -130,6 +136,8 @@ Expected<void> writeFileAtomically(const std::string& path, std::string_view byt
     const std::filesystem::path behindLinks = std::filesystem::weakly_canonical(path, ignored);
     const std::string destination = ignored ? path : behindLinks.string();
 
+    if (isDeviceOrPipe(destination))
+        return writeWholeFile(destination, bytes);
     TemporaryFile temporary(destination);
     if (!temporary.isOpen())
         return systemFailure(errno);

@@ -1,0 +1,223 @@
+#include "export/ExportTargets.h"
+
+#include "core/Uuid.h"
+#include "support/Builders.h"
+#include "support/TestPlatform.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace orvalen::test {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ExportTargets : public testing::Test {
+protected:
+    ExportTargets() {
+        view.matchedTracks.set({row("A", "1", {track("A", "1", 90, "/Müsik/1.mp3")}, true),
+                                row("A", "2", {track("A", "2", {}, "/Müsik/2.mp3")}, false),
+                                row("A", "3", {track("A", "3", {}, "/Müsik/3.mp3")}, true)});
+    }
+    void exportAs(std::string_view format) {
+        test.console.clear();
+        view.selectedExportFormat.set(std::string(format));
+        exportPlaylist(view);
+    }
+    std::string exportingLine(std::string_view format) { return "Exporting format: " + std::string(format); }
+
+    TestPlatform test;
+    ContentView& view = test.view;
+    TemporaryFolder folder;
+    const std::string playlist = "/Müsik/1.mp3\n/Müsik/3.mp3";
+};
+
+struct Choice {
+    const char* label;
+    const char* value;
+    const char* name;
+    const char* title;
+    const char* message;
+    const char* tip;
+    const char* failure;
+    const char* success;
+};
+
+constexpr const char* plainFailure = "Failed to write playlist file:";
+constexpr Choice choices[] = {
+    {"M3U", "m3u", "playlist.m3u", "", "", "", plainFailure, ""},
+    {"M3U8", "m3u8", "playlist.m3u8", "", "", "", plainFailure, ""},
+    {"PLS", "pls", "playlist.pls", "", "", "", plainFailure, ""},
+    {"Rekordbox (M3U8)", "rekordbox", "playlist.m3u8", "", "",
+     "Tip: In Rekordbox, use File > Import Playlist and choose your exported M3U.", plainFailure, ""},
+    {"VirtualDJ (M3U)", "virtualdj", "playlist.m3u", "Export for VirtualDJ",
+     "Choose a folder where VirtualDJ will pick up the playlist.",
+     "Tip: Choose a folder where VirtualDJ picks up playlists. Then drag the file into VirtualDJ.",
+     "❌ Failed to export VirtualDJ playlist:", "✅ Exported VirtualDJ playlist to: "},
+    {"Serato M3U", "serato", "serato-playlist.m3u", "Export Serato M3U",
+     "Choose where to save the M3U file for Serato.",
+     "Tip: Open Serato and drag in your exported M3U file from the Finder.",
+     "❌ Failed to export Serato M3U:", "✅ Exported Serato M3U to: "},
+};
+
+TEST_F(ExportTargets, StandInPickerOrderWithTheirTips) {
+    std::vector<std::string_view> labels;
+    for (const ExportTarget& target : exportTargets())
+        labels.push_back(target.label);
+    EXPECT_THAT(labels,
+                ElementsAre("M3U", "M3U8", "PLS", "Rekordbox (M3U8)", "VirtualDJ (M3U)", "Serato M3U"));
+    for (const Choice& choice : choices) {
+        ASSERT_NE(exportTarget(choice.value), nullptr) << choice.value;
+        EXPECT_EQ(exportTarget(choice.value)->label, choice.label);
+        EXPECT_EQ(exportTarget(choice.value)->tip, choice.tip);
+    }
+}
+
+TEST_F(ExportTargets, AskWriteAndTell) {
+    for (const Choice& choice : choices) {
+        const std::string file = folder.path(choice.value);
+        view.showExportSuccessBanner.set(false);
+        test.dialogs.willSaveTo(file);
+        exportAs(choice.value);
+
+        const SaveOptions& asked = test.dialogs.saved.back();
+        EXPECT_EQ(asked.proposedName, choice.name) << choice.value;
+        EXPECT_EQ(asked.title, choice.title) << choice.value;
+        EXPECT_EQ(asked.message, choice.message) << choice.value;
+        EXPECT_TRUE(asked.types.anything()) << choice.value;
+        EXPECT_EQ(folder.read(choice.value), playlist) << choice.value;
+        std::vector<std::string> lines{exportingLine(choice.value)};
+        if (*choice.success != '\0')
+            lines.push_back(choice.success + file);
+        EXPECT_EQ(test.console.lines(), lines) << choice.value;
+        EXPECT_TRUE(view.showExportSuccessBanner.get()) << choice.value;
+    }
+}
+
+TEST_F(ExportTargets, TellAFailureAndShowNoBanner) {
+    for (const Choice& choice : choices) {
+        test.dialogs.willSaveTo(folder.makeFolder("a folder"));
+        exportAs(choice.value);
+        EXPECT_THAT(test.console.lines(), ElementsAre(exportingLine(choice.value),
+                                                      std::string(choice.failure) + " Is a directory"));
+        EXPECT_FALSE(view.showExportSuccessBanner.get()) << choice.value;
+    }
+}
+
+TEST_F(ExportTargets, StopSilentlyWhenTheDialogIsCancelled) {
+    for (const Choice& choice : choices) {
+        exportAs(choice.value);
+        EXPECT_THAT(test.console.lines(), ElementsAre(exportingLine(choice.value)));
+        EXPECT_FALSE(view.showExportSuccessBanner.get());
+    }
+    EXPECT_EQ(test.dialogs.saved.size(), std::size(choices));
+}
+
+TEST_F(ExportTargets, DoNothingForAValueThatIsNone) {
+    for (const char* format : {"", "M3U", "m3u ", "wpl"}) {
+        exportAs(format);
+        EXPECT_THAT(test.console.lines(), ElementsAre(exportingLine(format)));
+    }
+    EXPECT_THAT(test.dialogs.saved, IsEmpty());
+    EXPECT_THAT(test.notifications.posted, IsEmpty());
+}
+
+TEST_F(ExportTargets, WriteTheRowsAsTheyAreWhenTheDialogIsAnswered) {
+    test.dialogs.whileOpen = [&] {
+        EXPECT_EQ(test.console.lines().front(), exportingLine("m3u"));
+        view.matchedTracks.update([](auto& rows) { rows.at(1).include = true; });
+    };
+    test.dialogs.willSaveTo(folder.path("list"));
+    exportAs("m3u");
+    EXPECT_EQ(folder.read("list"), "/Müsik/1.mp3\n/Müsik/2.mp3\n/Müsik/3.mp3");
+}
+
+TEST_F(ExportTargets, WriteAnEmptyFileForIncludedRowsWithoutATrack) {
+    EXPECT_TRUE(canExport(view));
+    view.matchedTracks.set({row("A", "T", {track("A", "T")})});
+    EXPECT_FALSE(canExport(view));
+    view.matchedTracks.set({});
+    EXPECT_FALSE(canExport(view));
+    view.matchedTracks.set({row("A", "T", {}, true)});
+    EXPECT_TRUE(canExport(view));
+
+    test.dialogs.willSaveTo(folder.path("list"));
+    exportAs("pls");
+    EXPECT_EQ(folder.read("list"), "");
+    EXPECT_TRUE(view.showExportSuccessBanner.get());
+}
+
+TEST_F(ExportTargets, SeratoIsNotifiedBeforeTheDialogAndEvenWhenItIsCancelled) {
+    test.dialogs.whileOpen = [&] { EXPECT_EQ(test.notifications.posted.size(), test.dialogs.saved.size()); };
+    exportAs("serato");
+    exportAs("serato");
+    std::set<std::string> identifiers;
+    for (const Notification& notification : test.notifications.posted) {
+        EXPECT_EQ(notification.title, "Serato Export");
+        EXPECT_EQ(notification.body, "Exporting M3U for Serato. You can drag this into Serato DJ.");
+        const auto uuid = UUID::parse(notification.identifier);
+        ASSERT_TRUE(uuid) << notification.identifier;
+        EXPECT_EQ(uuid->toString(), notification.identifier);
+        identifiers.insert(notification.identifier);
+    }
+    EXPECT_EQ(identifiers.size(), 2U);
+}
+
+TEST_F(ExportTargets, SeratoExportGoesOnWhenTheNotificationFails) {
+    test.notifications.error = Error{"no such service"};
+    test.dialogs.willSaveTo(folder.path("list"));
+    exportAs("serato");
+    EXPECT_THAT(test.console.lines(),
+                ElementsAre(exportingLine("serato"), "Failed to schedule notification: no such service",
+                            "✅ Exported Serato M3U to: " + folder.path("list")));
+    EXPECT_EQ(folder.read("list"), playlist);
+}
+
+TEST_F(ExportTargets, HideTheBannerTwoSecondsAfterEachExport) {
+    const auto exportOnce = [&] {
+        test.dialogs.willSaveTo(folder.path("list"));
+        exportAs("m3u");
+    };
+    exportOnce();
+    test.mainQueue.advance(1s);
+    exportOnce();
+    test.mainQueue.advance(999ms);
+    EXPECT_TRUE(view.showExportSuccessBanner.get());
+    test.mainQueue.advance(1ms); // two seconds after the first: its hiding is not called off
+    EXPECT_FALSE(view.showExportSuccessBanner.get());
+
+    test.mainQueue.advance(500ms);
+    exportOnce();
+    test.mainQueue.advance(499ms);
+    EXPECT_TRUE(view.showExportSuccessBanner.get());
+    test.mainQueue.advance(1ms); // and the second's hides the third's banner
+    EXPECT_FALSE(view.showExportSuccessBanner.get());
+}
+
+TEST_F(ExportTargets, HowToAlertsTellTheSteps) {
+    struct Alert {
+        std::string_view button, title, text;
+    };
+    const Alert alerts[] = {
+        {"How to use in Serato", "Import into Serato",
+         "1. Open Serato DJ software.\n2. Drag the M3U file into the left menu pane of Serato.\n3. Your "
+         "playlist is now ready to use in Serato DJ."},
+        {"How to use in Rekordbox", "Import into Rekordbox",
+         "1. Open Rekordbox software.\n2. Click File, then Import Playlist.\n3. Select the M3U file, and "
+         "click "
+         "Open.\n4. Your playlist is now ready to use in Rekordbox."},
+    };
+    ASSERT_EQ(howTos().size(), std::size(alerts));
+    for (std::size_t i = 0; i < std::size(alerts); ++i) {
+        EXPECT_EQ(howTos()[i].button, alerts[i].button);
+        showHowToAlert(view, howTos()[i]);
+        EXPECT_EQ(test.dialogs.messages.at(i).title, alerts[i].title);
+        EXPECT_EQ(test.dialogs.messages.at(i).text, alerts[i].text);
+    }
+}
+
+} // namespace
+} // namespace orvalen::test

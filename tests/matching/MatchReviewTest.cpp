@@ -1,0 +1,218 @@
+#include "matching/MatchReview.h"
+
+#include "core/Keys.h"
+#include "support/Builders.h"
+#include "support/TestPlatform.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace orvalen::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* composedPath = "/Music/Caf\u00E9.mp3";
+constexpr const char* decomposedPath = "/Music/Cafe\u0301.mp3";
+
+MatchedTrack withSelection(MatchedTrack row, std::optional<Track> selected) {
+    row.selectedTrack = std::move(selected);
+    return row;
+}
+
+TEST(MatchReviewTexts, HeaderTellsTheTempoThatIsKnown) {
+    const Track slow = track("A", "T", 90);
+    const Track fast = track("A", "T", 140);
+    const Track unknown = track("A", "T");
+    struct Case {
+        const char* quirk;
+        MatchedTrack row;
+        const char* header;
+    };
+    const Case cases[] = {
+        {"other alphabets", row("Иван Дорн", "東京"), "Иван Дорн – 東京"},
+        {"the selected track's", withSelection(row("A", "T", {slow, fast}), fast), "A – T (140 BPM)"},
+        {"no selection: the first option's", withSelection(row("A", "T", {slow, fast}), {}),
+         "A – T (90 BPM)"},
+        {"selection without: the first option that has one", row("A", "T", {unknown, fast, slow}),
+         "A – T (140 BPM)"},
+        {"a selected file that is no option", withSelection(row("A", "T", {slow}), track("B", "U", 70)),
+         "A – T (70 BPM)"},
+        {"0 is a tempo", row("A", "T", {track("A", "T", 0), fast}), "A – T (0 BPM)"},
+        {"none anywhere", row("A", "T", {unknown}), "A – T"},
+        {"no candidates", row("A", "T"), "A – T"},
+        {"empty texts", row("", ""), " – "},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(rowHeader(c.row), c.header) << c.quirk;
+    EXPECT_EQ(rowLabel(row("A", "T", {fast})), "A – T");
+}
+
+TEST(MatchReviewTexts, TellsTracksAndCounts) {
+    EXPECT_EQ(optionLabel(track("Søren", "Ænd", 128)), "Søren – Ænd (128 BPM)");
+    EXPECT_EQ(optionLabel(track("Søren", "Ænd")), "Søren – Ænd");
+    EXPECT_EQ(fileText(track("A", "T", {}, "/Müsik/a b.mp3")), "File: /Müsik/a b.mp3");
+    EXPECT_EQ(tempoText(track("A", "T", 0)), "0 BPM");
+    EXPECT_EQ(tempoText(track("A", "T")), "No BPM found");
+
+    EXPECT_EQ(trackCountText(1), "1 track");
+    EXPECT_EQ(trackCountText(0), "0 tracks");
+    EXPECT_EQ(trackCountText(1234567), "1234567 tracks");
+    std::vector<MatchedTrack> rows(12);
+    EXPECT_EQ(selectionSummary(rows), "0 tracks selected");
+    rows[7].include = true;
+    EXPECT_EQ(selectionSummary(rows), "1 track selected");
+    for (MatchedTrack& each : rows)
+        each.include = true;
+    EXPECT_EQ(selectionSummary(rows), "12 tracks selected");
+}
+
+TEST(MatchReviewStates, FollowThePreviewedTrackByItsPath) {
+    const std::optional<Track> none;
+    const std::optional<Track> here = track("A", "T", 128, "/Music/a.mp3");
+    const std::optional<Track> sameFile = track("B", "U", {}, "/Music/a.mp3");
+    const std::optional<Track> elsewhere = track("A", "T", 128, "/Music/A.mp3");
+    struct Case {
+        const char* quirk;
+        std::optional<Track> selected, previewed;
+        bool bold, isPreviewed;
+    };
+    const Case cases[] = {
+        {"neither is anything", none, none, true, false},
+        {"nothing previewed", here, none, false, false},
+        {"nothing selected", none, here, false, false},
+        {"one track", here, here, true, true},
+        {"one file with other tags", here, sameFile, true, true},
+        {"another file with the same tags", here, elsewhere, false, false},
+        {"composed and decomposed accents", track("A", "T", {}, composedPath),
+         track("A", "T", {}, decomposedPath), true, true},
+    };
+    for (const Case& c : cases) {
+        const MatchedTrack shown = withSelection(row("A", "T"), c.selected);
+        EXPECT_EQ(isHeaderBold(shown, c.previewed), c.bold) << c.quirk;
+        EXPECT_EQ(isPreviewed(shown, c.previewed), c.isPreviewed) << c.quirk;
+    }
+}
+
+TEST(MatchReviewStates, PickerShowsTheEntryOfTheSelectedFile) {
+    const Track one = track("A", "T", {}, "/1.mp3");
+    const Track two = track("A", "T", {}, "/2.mp3");
+    const Track accented = track("A", "T", {}, composedPath);
+    struct Case {
+        const char* quirk;
+        MatchedTrack row;
+        bool shown;
+        int entry;
+    };
+    const Case cases[] = {
+        {"no candidates", row("A", "T"), false, -1},
+        {"one candidate", row("A", "T", {one}), false, 0},
+        {"two candidates", withSelection(row("A", "T", {one, two}), two), true, 1},
+        {"one file twice: the first entry", row("A", "T", {one, one}), true, 0},
+        {"nothing selected", withSelection(row("A", "T", {one, two}), {}), true, -1},
+        {"a file that is no candidate", withSelection(row("A", "T", {one, two}), accented), true, -1},
+        {"the other form of an accent",
+         withSelection(row("A", "T", {one, accented}), track("A", "T", {}, decomposedPath)), true, 1},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(showsPicker(c.row), c.shown) << c.quirk;
+        EXPECT_EQ(pickedOption(c.row), c.entry) << c.quirk;
+    }
+}
+
+class MatchReview : public testing::Test {
+protected:
+    void showRows(std::vector<MatchedTrack> rows) { view.matchedTracks.set(std::move(rows)); }
+    const MatchedTrack& shown(std::size_t row) { return view.matchedTracks.get().at(row); }
+    std::optional<std::string> preferred(std::string_view artist, std::string_view title) {
+        return test.database().preferredPath(libraryKey(artist, title));
+    }
+
+    TestPlatform test;
+    ContentView& view = test.view;
+};
+
+TEST_F(MatchReview, IncludesAllRowsOneAfterAnother) {
+    showRows({row("A", "1"), row("A", "2", {}, true), row("A", "3")});
+    std::vector<std::size_t> counts;
+    view.matchedTracks.observe([&] { counts.push_back(includedCount(view.matchedTracks.get())); });
+    setIncludeForAll(view, true);
+    EXPECT_THAT(counts, ElementsAre(2, 2, 3));
+    setInclude(view, 1, false);
+    EXPECT_EQ(selectionSummary(view.matchedTracks.get()), "2 tracks selected");
+    setIncludeForAll(view, false);
+    EXPECT_EQ(selectionSummary(view.matchedTracks.get()), "0 tracks selected");
+
+    showRows({});
+    counts.clear();
+    setIncludeForAll(view, true);
+    EXPECT_THAT(counts, IsEmpty());
+}
+
+TEST_F(MatchReview, IgnoresPositionsThatNoRowHas) {
+    showRows({row("A", "T", {track("A", "T", {}, "/1.mp3"), track("A", "T", {}, "/2.mp3")})});
+    bool written = false;
+    view.matchedTracks.observe([&] { written = true; });
+    for (const std::size_t position : {std::size_t{1}, std::size_t(-1)}) {
+        setInclude(view, position, true);
+        chooseOption(view, position, "/2.mp3");
+    }
+    EXPECT_FALSE(written);
+    EXPECT_THAT(test.database().allPreferredMatches(), IsEmpty());
+}
+
+TEST_F(MatchReview, RemembersAChoiceAtOnce) {
+    const Track one = track("A", "T", {}, "/Müsik/1.mp3");
+    const Track two = track("A", "T", 128, "/Müsik/2.mp3");
+    showRows({row("Other", "Row"), row("Die Ärzte", "Schrei, nach Liebe!", {one, two})});
+
+    chooseOption(view, 1, two.path);
+    EXPECT_EQ(shown(1).selectedTrack, two);
+    EXPECT_FALSE(shown(1).include);
+    EXPECT_EQ(preferred("die arzte", "schrei nach liebe"), two.path);
+
+    chooseOption(view, 1, shown(1).options.front().path); // a view into the row itself
+    EXPECT_EQ(shown(1).selectedTrack, one);
+    EXPECT_EQ(preferred("Die Ärzte", "Schrei, nach Liebe!"), one.path);
+    EXPECT_EQ(test.database().allPreferredMatches().size(), 1U);
+    EXPECT_THAT(test.console.lines(), IsEmpty());
+}
+
+TEST_F(MatchReview, TakesTheFirstOfEqualPaths) {
+    showRows({row("A", "T", {track("A", "T", 1, composedPath), track("A", "T", 2, composedPath)})});
+    chooseOption(view, 0, decomposedPath);
+    ASSERT_TRUE(shown(0).selectedTrack);
+    EXPECT_EQ(shown(0).selectedTrack->bpm, 1);
+    EXPECT_EQ(preferred("A", "T"), composedPath);
+}
+
+TEST_F(MatchReview, ClearsTheSelectionForAPathThatNoOptionHas) {
+    showRows({row("A", "T", {track("A", "T", {}, "/1.mp3"), track("A", "T", {}, "/2.mp3")})});
+    chooseOption(view, 0, "/2.mp3");
+    for (const char* path : {"", "/3.mp3"}) {
+        chooseOption(view, 0, path);
+        EXPECT_FALSE(shown(0).selectedTrack) << path;
+        EXPECT_EQ(preferred("A", "T"), "/2.mp3") << path;
+    }
+}
+
+TEST_F(MatchReview, StoresNothingButChoices) {
+    showRows({row("A", "T", {track("A", "T")}), row("B", "U")});
+    setInclude(view, 0, true);
+    setIncludeForAll(view, true);
+    rememberPreferredMatch(view, shown(1)); // nothing is selected there
+    EXPECT_THAT(test.database().allPreferredMatches(), IsEmpty());
+}
+
+TEST_F(MatchReview, KeepsTheChoiceWhenTheDatabaseCannot) {
+    test.userFolders.folder = test.support().write("a file where the folder should be");
+    showRows({row("A", "T", {track("A", "T", {}, "/1.mp3"), track("A", "T", {}, "/2.mp3")})});
+    chooseOption(view, 0, "/2.mp3");
+    ASSERT_TRUE(shown(0).selectedTrack);
+    EXPECT_EQ(shown(0).selectedTrack->path, "/2.mp3");
+    EXPECT_FALSE(test.console.lines().empty());
+}
+
+} // namespace
+} // namespace orvalen::test
