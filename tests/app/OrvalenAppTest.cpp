@@ -61,7 +61,7 @@ protected:
 TEST_F(ContentAppeared, RestoresTheLibraryBeforeItAsksForANewerVersion) {
     test.support().write("Orvalen/library.orvl",
                          R"({"tracks":[{"title":"T","artist":"A","genre":"","path":"/1.mp3"}],)"
-                         R"("preferred":{"a t":"/1.mp3"},"folders":[]})");
+                         R"("preferred":[{"key":"a t","path":"/1.mp3"}],"folders":[]})");
     bool askedBefore = false;
     view.trackDict.observe([&] { askedBefore |= !test.httpSession.requests.empty(); });
     contentAppeared(view);

@@ -1,6 +1,8 @@
 #include "matching/MatchReview.h"
 
 #include "core/Keys.h"
+#include "library/LibraryIndexState.h"
+#include "matching/WantedList.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"
 
@@ -177,6 +179,28 @@ TEST_F(MatchReview, RemembersAChoiceAtOnce) {
     EXPECT_EQ(preferred("Die Ärzte", "Schrei, nach Liebe!"), one.path);
     EXPECT_EQ(test.database().allPreferredMatches().size(), 1U);
     EXPECT_THAT(test.console.lines(), IsEmpty());
+}
+
+TEST_F(MatchReview, TheNextRunPicksTheChoiceUnderEitherFormat) {
+    const Track first = track("Night Band", "Last Train", 120, "/Music/1.mp3");
+    const Track second = track("Night Band", "Last Train", 121, "/Music/2.mp3");
+    replaceIndex(view, buildIndex(std::vector{first, second}));
+    const auto match = [&](const char* format, const char* lines) {
+        view.matchInputFormat.set(format);
+        view.matchInput.set(lines);
+        startMatching(view);
+        test.settle();
+    };
+    match(artistTitleFormat, "Night Band – Last Train");
+    ASSERT_EQ(view.matchedTracks.get().size(), 1U);
+    EXPECT_EQ(shown(0).selectedTrack, first);
+    chooseOption(view, 0, second.path);
+
+    match(artistTitleFormat, "NIGHT BAND - last train!");
+    EXPECT_EQ(shown(0).selectedTrack, second);
+    match(titleArtistFormat, "Last Train – Night Band");
+    EXPECT_EQ(shown(0).selectedTrack, second);
+    EXPECT_EQ(shown(0).options, (std::vector{first, second})) << "the order of the candidates stays";
 }
 
 TEST_F(MatchReview, TakesTheFirstOfEqualPaths) {
