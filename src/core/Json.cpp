@@ -2,9 +2,11 @@
 
 #include "core/JsonReading.h"
 
+#include <algorithm>
 #include <cmath>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
+#include <utility>
 
 namespace orvalen {
 namespace {
@@ -59,17 +61,21 @@ void writeRow(Writer& writer, const MatchedTrack& row) {
 /// A slash occurs in JSON only inside strings, so every one of them may be escaped after the fact.
 std::string withEscapedSlashes(std::string_view json) {
     std::string result;
-    result.reserve(json.size() + json.size() / 16);
-    for (const char c : json) {
-        if (c == '/')
-            result += '\\';
-        result += c;
+    result.reserve(json.size() + static_cast<std::size_t>(std::ranges::count(json, '/')));
+    for (;;) {
+        const std::size_t slash = json.find('/');
+        result += json.substr(0, slash);
+        if (slash == std::string_view::npos)
+            return result;
+        result += "\\/";
+        json.remove_prefix(slash + 1);
     }
-    return result;
 }
 
 tl::unexpected<Error> wrongKind(std::string_view key, std::string_view kind) {
-    return failure("\"" + std::string(key) + "\" is missing or is not " + std::string(kind) + ".");
+    std::string description(1, '"');
+    description.append(key).append("\" is missing or is not ").append(kind).append(".");
+    return failure(std::move(description));
 }
 
 Expected<MatchedTrack> decodeRow(const element& value) {
