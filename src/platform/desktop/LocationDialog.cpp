@@ -1,0 +1,170 @@
+#include "platform/desktop/LocationDialog.h"
+
+#include "platform/desktop/FileTypes.h"
+
+#include <QDialogButtonBox>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMessageBox>
+#include <QPushButton>
+#include <utility>
+
+namespace orvalen {
+
+namespace {
+
+QFileDialog::FileMode modeOf(const OpenOptions& options) {
+    if (!options.files)
+        return QFileDialog::Directory;
+    return options.several || options.folders ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile;
+}
+
+} // namespace
+
+LocationDialog::LocationDialog(const OpenOptions& options, const QString& folder) : options_(options) {
+    // Before everything else: what follows is lost when the kind of dialog changes.
+    setOption(DontUseNativeDialog, options.folders);
+    setOption(HideNameFilterDetails);
+    setAcceptMode(AcceptOpen);
+    setFileMode(modeOf(options));
+    setViewMode(Detail);
+    setDirectory(folder);
+    if (!options.types.anything())
+        setNameFilter(QString::fromStdString(nameFilter(options.types)));
+    if (!options.prompt.empty()) {
+        setLabelText(Accept, QString::fromStdString(options.prompt));
+        setWindowTitle(QString::fromStdString(options.prompt));
+    }
+
+    nameField_ = findChild<QLineEdit*>("fileNameEdit");
+    const auto* list = findChild<QListView*>("listView");
+    if (!nameField_ || !list)
+        return;
+    selection_ = list->selectionModel();
+    if (!options.several)
+        for (auto* view : findChildren<QAbstractItemView*>())
+            if (view->selectionModel() == selection_)
+                view->setSelectionMode(QAbstractItemView::SingleSelection);
+    connect(selection_, &QItemSelectionModel::selectionChanged, this, [this] { followSelection(); });
+    if (!options.folders)
+        return;
+    // A button of our own: Qt's is greyed while no file is named, and renamed while a folder is marked.
+    auto* box = findChild<QDialogButtonBox*>("buttonBox");
+    QPushButton* confirm = box->button(QDialogButtonBox::Open);
+    auto* own = box->addButton(confirm->text(), QDialogButtonBox::AcceptRole);
+    box->removeButton(confirm);
+    confirm->deleteLater();
+    own->setDefault(true);
+}
+
+/// Shows the marked names, folders included, in the name field; Qt leaves folders out.
+void LocationDialog::followSelection() {
+    if (focusWidget() == nameField_)
+        return; // Qt marks what is being typed
+    const QString text = selectionText();
+    if (text.isEmpty() && nameField_->text() != shownSelection_)
+        return;
+    shownSelection_ = text;
+    nameField_->setText(text);
+}
+
+QStringList LocationDialog::selectedPaths() const {
+    QStringList paths;
+    for (const QModelIndex& index : selection_->selectedRows()) {
+        const QString path = index.data(QFileSystemModel::FilePathRole).toString();
+        // While a path is typed, Qt marks folders that are not shown as well.
+        if (QFileInfo(path).absolutePath() == directory().absolutePath())
+            paths.append(path);
+    }
+    return paths;
+}
+
+QString LocationDialog::selectionText() const {
+    const QStringList paths = selectedPaths();
+    QStringList names;
+    for (const QString& path : paths) {
+        const QString name = QFileInfo(path).fileName();
+        names.append(paths.size() == 1 ? name : '"' + name + '"');
+    }
+    return names.join(' ');
+}
+
+QString LocationDialog::resolved(const QString& typed) const {
+    QString path = typed;
+    if (path == "~" || path.startsWith("~/"))
+        path.replace(0, 1, QDir::homePath());
+    return QDir::cleanPath(directory().absoluteFilePath(path));
+}
+
+/// The name field as one path where such a thing stands, else as names in quotation marks.
+QStringList LocationDialog::typedPaths() const {
+    const QString text = nameField_->text();
+    for (const QString& whole : {text, text.trimmed()})
+        if (QFileInfo::exists(resolved(whole)))
+            return {resolved(whole)};
+    const QStringList pieces = text.split('"');
+    if (pieces.size() < 3)
+        return {resolved(text.trimmed())};
+    QStringList paths;
+    for (qsizetype i = 1; i < pieces.size(); i += 2)
+        paths.append(resolved(pieces[i]));
+    return paths;
+}
+
+QStringList LocationDialog::candidates() const {
+    const QString text = nameField_->text();
+    if (!text.trimmed().isEmpty() && text != selectionText())
+        return typedPaths();
+    const QStringList selected = selectedPaths();
+    if (selected.isEmpty() && options_.folders)
+        return {directory().absolutePath()};
+    return selected;
+}
+
+void LocationDialog::explain(const QString& text) {
+    QMessageBox box(QMessageBox::Warning, windowTitle(), text, QMessageBox::Ok, this);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+bool LocationDialog::isAcceptable(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        explain(tr("%1\nwas not found.").arg(path));
+        return false;
+    }
+    if (info.isDir() && !options_.folders) {
+        setDirectory(path);
+        nameField_->clear();
+        return false;
+    }
+    if (!info.isDir() && (!options_.files || !mayBeChosen(path.toStdString(), options_.types))) {
+        explain(tr("%1\nis not of a kind that can be chosen here.").arg(path));
+        return false;
+    }
+    return true;
+}
+
+void LocationDialog::accept() {
+    if (!nameField_) {
+        QFileDialog::accept();
+        for (const QString& path : selectedFiles())
+            if (mayBeChosen(path.toStdString(), options_.types))
+                chosen_.append(path);
+        return;
+    }
+    QStringList paths = candidates();
+    if (paths.isEmpty())
+        return;
+    if (!options_.several)
+        paths = paths.mid(0, 1);
+    for (const QString& path : std::as_const(paths))
+        if (!isAcceptable(path))
+            return;
+    chosen_ = paths;
+    QDialog::accept();
+}
+
+} // namespace orvalen

@@ -1,0 +1,46 @@
+#include "platform/desktop/FileTypes.h"
+
+#include <gtest/gtest.h>
+
+namespace orvalen {
+namespace {
+
+const AllowedTypes anything;
+const AllowedTypes csv{{TypeFamily::commaSeparatedText}, {}};
+const AllowedTypes session{{}, {"orvs"}};
+const AllowedTypes browse{
+    {TypeFamily::mp3Audio, TypeFamily::mpeg4Audio, TypeFamily::wavAudio, TypeFamily::movie}, {"aiff", "aif"}};
+
+TEST(FileTypes, SayWhichFilesMayBeChosen) {
+    struct Case {
+        const char* quirk;
+        const char* name;
+        const AllowedTypes& types;
+        bool chosen;
+    };
+    const Case cases[] = {
+        {"no restriction takes a name without extension", "README", anything, true},
+        {"its own extension", "evening.orvs", session, true},
+        {"upper case", "EVENING.ORVS", session, true},
+        {"another extension", "evening.json", session, false},
+        {"the extension alone is a hidden name's", "orvs", session, false},
+        {"only the last extension counts", "evening.orvs.bak", session, false},
+        {"a family's extension", "requests.Csv", csv, true},
+        {"a movie with sound", "video.mov", browse, true},
+        {"an extension beside the families", "take.aif", browse, true},
+        {"music that is not read", "song.flac", browse, false},
+    };
+    for (const Case& row : cases)
+        EXPECT_EQ(mayBeChosen(row.name, row.types), row.chosen) << row.quirk;
+}
+
+TEST(FileTypes, BecomeOneFilterLineInEitherCase) {
+    EXPECT_EQ(nameFilter(anything), "");
+    EXPECT_EQ(nameFilter(csv), "CSV files (*.csv *.CSV)");
+    EXPECT_EQ(nameFilter({{TypeFamily::mpeg4Audio, TypeFamily::movie}, {}}),
+              "Audio and movie files (*.m4a *.M4A *.m4b *.M4B *.mp4 *.MP4 *.m4v *.M4V *.mov *.MOV)")
+        << "an extension of two families stands once";
+}
+
+} // namespace
+} // namespace orvalen

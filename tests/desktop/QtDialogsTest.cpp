@@ -1,0 +1,349 @@
+#include "platform/desktop/QtDialogs.h"
+
+#include "desktop/EventLoop.h"
+#include "support/TemporaryFolder.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace orvalen::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// The visible dialog on top, as soon as there is one.
+QDialog* openDialog() {
+    QDialog* dialog = nullptr;
+    turnUntil([&] {
+        dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (!dialog && widget->isVisible())
+                dialog = qobject_cast<QDialog*>(widget);
+        return dialog != nullptr;
+    });
+    EXPECT_TRUE(dialog && QTest::qWaitForWindowActive(dialog));
+    return dialog;
+}
+
+QLineEdit* nameField(QDialog* dialog) {
+    return dialog->findChild<QLineEdit*>("fileNameEdit");
+}
+
+QPushButton* button(QDialog* dialog, const QString& text) {
+    for (QPushButton* candidate : dialog->findChildren<QPushButton*>())
+        if (candidate->text().remove('&') == text)
+            return candidate;
+    return nullptr;
+}
+
+QAbstractItemView* fileList(QDialog* dialog) {
+    return dialog->findChild<QAbstractItemView*>("treeView");
+}
+
+QStringList names(QDialog* dialog) {
+    const QAbstractItemView* list = fileList(dialog);
+    QStringList result;
+    for (int i = 0; i < list->model()->rowCount(list->rootIndex()); ++i)
+        result.append(list->model()->index(i, 0, list->rootIndex()).data().toString());
+    return result;
+}
+
+/// Waits for the name to appear in the dialog's list, and clicks it.
+void click(QDialog* dialog, const QString& name, Qt::KeyboardModifiers modifiers = {}, bool twice = false) {
+    ASSERT_TRUE(turnUntil([&] { return names(dialog).contains(name); })) << name.toStdString();
+    QAbstractItemView* list = fileList(dialog);
+    const QModelIndex index =
+        list->model()->index(static_cast<int>(names(dialog).indexOf(name)), 0, list->rootIndex());
+    list->scrollTo(index);
+    const QPoint middle = list->visualRect(index).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers, middle);
+    if (twice)
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, modifiers, middle);
+}
+
+void type(QDialog* dialog, const QString& text) {
+    nameField(dialog)->setFocus();
+    nameField(dialog)->selectAll();
+    QTest::keyClicks(nameField(dialog), text);
+    QTest::keyClick(nameField(dialog), Qt::Key_Return);
+}
+
+/// What a user does to the dialog that the next modal call opens. A dialog that is still open afterwards is
+/// cancelled, so that a fault shows as a missing answer and not as a hang.
+void whileOpen(std::function<void(QDialog*)> act) {
+    QTimer::singleShot(0, [act = std::move(act)] {
+        QDialog* dialog = openDialog();
+        ASSERT_NE(dialog, nullptr);
+        // A question that nobody expected would wait for ever.
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            ADD_FAILURE() << "asked: " << box->text().toStdString();
+            box->reject();
+        });
+        watch.start(2000);
+        act(dialog);
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+}
+
+std::vector<std::string> paths(const std::vector<Location>& locations) {
+    std::vector<std::string> result;
+    for (const Location& location : locations)
+        result.push_back(location.path);
+    return result;
+}
+
+class QtDialogsTest : public testing::Test {
+protected:
+    QtDialogsTest() {
+        folder.write("House/Night Band - Last Train Home.mp3", "x");
+        folder.write("Slow.MP3", "x");
+        folder.write("Fast.wav", "x");
+        folder.write("Notes <b>bold.txt", "x");
+        folder.makeFolder("Live.mp3");
+        qputenv("HOME", folder.path().c_str());
+        qunsetenv("XDG_CONFIG_HOME");
+    }
+
+    /// The add dialog: files and folders together.
+    std::vector<std::string> add(std::function<void(QDialog*)> act) {
+        whileOpen(std::move(act));
+        return paths(dialogs().chooseToOpen({.files = true,
+                                             .folders = true,
+                                             .several = true,
+                                             .types = {{}, {"mp3", "wav"}},
+                                             .prompt = "Add Music"}));
+    }
+
+    std::vector<std::string> open(const AllowedTypes& types, std::function<void(QDialog*)> act) {
+        whileOpen(std::move(act));
+        OpenOptions options;
+        options.types = types;
+        return paths(dialogs().chooseToOpen(options));
+    }
+
+    QtDialogs& dialogs() {
+        if (!dialogs_)
+            dialogs_ = std::make_unique<QtDialogs>(); // after HOME is set
+        return *dialogs_;
+    }
+
+    std::string path(const char* name) const { return folder.path(name); }
+    QString text(const char* name) const { return QString::fromStdString(path(name)); }
+
+    TemporaryFolder folder;
+
+private:
+    std::unique_ptr<QtDialogs> dialogs_;
+};
+
+void confirm(QDialog* dialog) {
+    QPushButton* confirming = button(dialog, "Add Music");
+    ASSERT_NE(confirming, nullptr);
+    ASSERT_TRUE(confirming->isEnabled());
+    QTest::mouseClick(confirming, Qt::LeftButton);
+}
+
+TEST_F(QtDialogsTest, TakesAFolderThatIsMarkedAndConfirmed) {
+    EXPECT_THAT(add([](QDialog* dialog) {
+                    click(dialog, "House");
+                    EXPECT_EQ(nameField(dialog)->text(), "House");
+                    confirm(dialog);
+                }),
+                ElementsAre(path("House")));
+}
+
+TEST_F(QtDialogsTest, TakesFilesAndFoldersTogetherInTheirOrder) {
+    EXPECT_THAT(add([](QDialog* dialog) {
+                    click(dialog, "House");
+                    click(dialog, "Slow.MP3", Qt::ControlModifier);
+                    click(dialog, "Live.mp3", Qt::ControlModifier);
+                    confirm(dialog);
+                }),
+                testing::UnorderedElementsAre(path("House"), path("Slow.MP3"), path("Live.mp3")));
+}
+
+TEST_F(QtDialogsTest, EntersAFolderOnADoubleClickAndTakesTheShownFolderWhenNothingIsMarked) {
+    EXPECT_THAT(add([](QDialog* dialog) {
+                    click(dialog, "House", {}, true);
+                    EXPECT_TRUE(turnUntil(
+                        [&] { return names(dialog) == QStringList{"Night Band - Last Train Home.mp3"}; }));
+                    confirm(dialog);
+                }),
+                ElementsAre(path("House")));
+    EXPECT_THAT(add([](QDialog* dialog) {
+                    click(dialog, "Night Band - Last Train Home.mp3");
+                    confirm(dialog);
+                }),
+                ElementsAre(path("House/Night Band - Last Train Home.mp3")))
+        << "the next dialog opens where the last one ended";
+}
+
+TEST_F(QtDialogsTest, TakesTypedPaths) {
+    struct Case {
+        const char* quirk;
+        QString typed;
+        std::vector<std::string> chosen;
+    };
+    const Case cases[] = {
+        {"an absolute folder", text("House"), {path("House")}},
+        {"a folder with a slash behind it", text("House") + "/", {path("House")}},
+        {"an absolute file", text("Slow.MP3"), {path("Slow.MP3")}},
+        {"a name in the shown folder", "House", {path("House")}},
+        {"a path with blanks around it", "  " + text("House") + " ", {path("House")}},
+        {"a path into a folder with spaces in the name",
+         text("House/Night Band - Last Train Home.mp3"),
+         {path("House/Night Band - Last Train Home.mp3")}},
+        {"home", "~/House", {path("House")}},
+        {"several in quotation marks", "\"House\" \"Fast.wav\"", {path("House"), path("Fast.wav")}},
+    };
+    for (const Case& row : cases)
+        EXPECT_EQ(add([&](QDialog* dialog) { type(dialog, row.typed); }), row.chosen) << row.quirk;
+}
+
+TEST_F(QtDialogsTest, PrefersWhatWasTypedLastToWhatWasMarkedBefore) {
+    EXPECT_THAT(add([&](QDialog* dialog) {
+                    click(dialog, "Slow.MP3");
+                    type(dialog, text("House"));
+                }),
+                ElementsAre(path("House")));
+    EXPECT_THAT(add([&](QDialog* dialog) {
+                    nameField(dialog)->setFocus();
+                    QTest::keyClicks(nameField(dialog), "nonsense");
+                    click(dialog, "House");
+                    confirm(dialog);
+                }),
+                ElementsAre(path("House")));
+}
+
+TEST_F(QtDialogsTest, ExplainsWhatCannotBeChosenAndStaysOpen) {
+    for (const char* name : {"Notes <b>bold.txt", "missing.mp3"}) {
+        EXPECT_THAT(add([&](QDialog* dialog) {
+                        QString explanation;
+                        QTimer::singleShot(0, [&] {
+                            auto* box = qobject_cast<QMessageBox*>(openDialog());
+                            ASSERT_NE(box, nullptr);
+                            explanation = box->text();
+                            EXPECT_EQ(box->textFormat(), Qt::PlainText);
+                            box->reject();
+                        });
+                        type(dialog, text(name));
+                        EXPECT_TRUE(explanation.startsWith(text(name)));
+                        EXPECT_TRUE(dialog->isVisible());
+                    }),
+                    IsEmpty());
+    }
+}
+
+TEST_F(QtDialogsTest, HidesWhatTheTypesLeaveOut) {
+    EXPECT_THAT(open({{}, {"mp3"}},
+                     [](QDialog* dialog) {
+                         EXPECT_TRUE(turnUntil([&] {
+                             QStringList shown = names(dialog);
+                             shown.sort();
+                             return shown == QStringList({"House", "Live.mp3", "Slow.MP3"});
+                         })) << "upper case is the same type, and folders stay";
+                         click(dialog, "Slow.MP3");
+                         QTest::mouseClick(button(dialog, "Open"), Qt::LeftButton);
+                     }),
+                ElementsAre(path("Slow.MP3")));
+}
+
+TEST_F(QtDialogsTest, NeverAnswersAFileDialogWithAFolder) {
+    EXPECT_THAT(open({}, [&](QDialog* dialog) { type(dialog, text("House")); }), IsEmpty());
+}
+
+TEST_F(QtDialogsTest, AnswersANonBlockingDialogLaterAndOnce) {
+    std::vector<std::vector<std::string>> answers;
+    const auto answer = [&](const std::vector<Location>& locations) { answers.push_back(paths(locations)); };
+    OpenOptions options;
+    options.types.extensions = {"wav"};
+    dialogs().chooseToOpenLater(options, answer);
+    EXPECT_THAT(answers, IsEmpty());
+    QDialog* dialog = openDialog();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_FALSE(dialog->isModal());
+    type(dialog, text("Fast.wav"));
+    EXPECT_TRUE(turnUntil([&] { return answers.size() == 1; }));
+    dialogs().chooseToOpenLater(options, answer);
+    openDialog()->close();
+    turnFor(std::chrono::milliseconds(20));
+    EXPECT_THAT(answers, ElementsAre(ElementsAre(path("Fast.wav")), IsEmpty()));
+}
+
+TEST_F(QtDialogsTest, SavesUnderTheTypedNameWithoutAnExtensionOfItsOwn) {
+    const auto save = [&](std::function<void(QDialog*)> act) {
+        whileOpen(std::move(act));
+        const auto chosen = dialogs().chooseToSave({.proposedName = "evening.m3u",
+                                                    .title = "Save <b>Playlist</b>",
+                                                    .message = "Pick a <i>name</i>",
+                                                    .types = {{}, {"m3u"}}});
+        return chosen ? chosen->path : std::string("none");
+    };
+    EXPECT_EQ(save([](QDialog* dialog) {
+                  EXPECT_EQ(nameField(dialog)->text(), "evening.m3u");
+                  EXPECT_EQ(dialog->windowTitle(), "Save <b>Playlist</b>");
+                  QStringList lines;
+                  for (const QLabel* label : dialog->findChildren<QLabel*>())
+                      if (label->isVisible())
+                          lines.append(label->text());
+                  EXPECT_TRUE(lines.contains("Pick a <i>name</i>"));
+                  QTest::keyClick(nameField(dialog), Qt::Key_Return);
+              }),
+              path("evening.m3u"));
+    EXPECT_EQ(save([](QDialog* dialog) { type(dialog, "wedding"); }), path("wedding"));
+    EXPECT_EQ(save([](QDialog* dialog) { dialog->reject(); }), "none");
+}
+
+TEST_F(QtDialogsTest, AsksBeforeAFileIsReplaced) {
+    for (const bool replace : {false, true}) {
+        whileOpen([&](QDialog* dialog) {
+            bool asked = false;
+            QTimer::singleShot(0, [&] {
+                auto* box = qobject_cast<QMessageBox*>(openDialog());
+                ASSERT_NE(box, nullptr);
+                asked = true;
+                box->button(replace ? QMessageBox::Yes : QMessageBox::No)->click();
+            });
+            type(dialog, "Fast.wav");
+            EXPECT_TRUE(asked);
+            EXPECT_NE(dialog->isVisible(), replace);
+        });
+        EXPECT_EQ(dialogs().chooseToSave({}).has_value(), replace);
+    }
+}
+
+TEST_F(QtDialogsTest, ShowsAMessageAsPlainTextUntilOk) {
+    bool seen = false;
+    whileOpen([&](QDialog* dialog) {
+        QStringList lines;
+        for (const QLabel* label : dialog->findChildren<QLabel*>()) {
+            lines.append(label->text());
+            EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        }
+        EXPECT_TRUE(lines.contains("Library <b>Refreshed</b>"));
+        EXPECT_TRUE(lines.contains("One & two"));
+        ASSERT_NE(button(dialog, "OK"), nullptr);
+        EXPECT_EQ(dialog->findChildren<QPushButton*>().size(), 1);
+        QTest::mouseClick(button(dialog, "OK"), Qt::LeftButton);
+        seen = !dialog->isVisible();
+    });
+    dialogs().showMessage("Library <b>Refreshed</b>", "One & two");
+    EXPECT_TRUE(seen);
+}
+
+} // namespace
+} // namespace orvalen::test

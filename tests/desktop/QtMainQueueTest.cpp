@@ -1,0 +1,149 @@
+#include "platform/desktop/QtMainQueue.h"
+
+#include "desktop/EventLoop.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
+#include <gtest/gtest.h>
+#include <numeric>
+#include <thread>
+#include <vector>
+
+namespace orvalen::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+std::vector<int> upTo(int count) {
+    std::vector<int> numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), 0);
+    return numbers;
+}
+
+TEST(QtMainQueue, RunsPostsOfAnotherThreadInOrderAndNeverAtOnce) {
+    QtMainQueue queue;
+    std::vector<int> seen;
+    queue.post([&] { seen.push_back(0); });
+    EXPECT_TRUE(seen.empty());
+    std::thread([&] {
+        for (int i = 1; i < 20'000; ++i)
+            queue.post([&seen, i] { seen.push_back(i); });
+    }).join();
+    ASSERT_TRUE(turnUntil([&] { return seen.size() >= 20'000; }));
+    EXPECT_EQ(seen, upTo(20'000));
+}
+
+TEST(QtMainQueue, LetsTheWindowBreatheUnderALongLineOfPosts) {
+    QtMainQueue queue;
+    int done = 0;
+    for (int i = 0; i < 100; ++i)
+        queue.post([&] {
+            std::this_thread::sleep_for(2ms);
+            ++done;
+        });
+    // Stands for painting and input: something else that wants its turn every few milliseconds.
+    QElapsedTimer sinceTurn;
+    qint64 longestGap = 0;
+    QTimer other;
+    QObject::connect(&other, &QTimer::timeout,
+                     [&] { longestGap = std::max(longestGap, sinceTurn.restart()); });
+    sinceTurn.start();
+    other.start(1);
+    ASSERT_TRUE(turnUntil([&] { return done == 100; }));
+    EXPECT_LT(longestGap, 60) << "of 200 ms of posts";
+}
+
+TEST(QtMainQueue, DoesNotStarveTheLoopWhenAPostPostsItselfAgain) {
+    QtMainQueue queue;
+    bool stop = false;
+    std::function<void()> again = [&] {
+        if (!stop)
+            queue.post(again);
+    };
+    queue.post(again);
+    QTimer::singleShot(20, [&] { stop = true; });
+    EXPECT_TRUE(turnUntil([&] { return stop; }, 2s));
+    turnFor(20ms);
+}
+
+/// A post that opens a modal dialog: the posts behind it run under the dialog, each once and in order.
+TEST(QtMainQueue, GoesOnInsideADialogThatAPostOpens) {
+    struct Case {
+        const char* quirk;
+        int before; ///< posts that use up the slice, so that the dialog opens from a later one
+    };
+    for (const Case& row : {Case{"opened by the first event", 0}, Case{"opened in a later slice", 20}}) {
+        SCOPED_TRACE(row.quirk);
+        QtMainQueue queue;
+        std::vector<int> seen;
+        bool closed = false;
+        for (int i = 0; i < row.before; ++i)
+            queue.post([] { std::this_thread::sleep_for(1ms); });
+        queue.post([&] {
+            seen.push_back(0);
+            QEventLoop dialog;
+            for (int i = 1; i < 1000; ++i)
+                queue.post([&, i] {
+                    seen.push_back(i);
+                    if (i == 500)
+                        dialog.quit();
+                });
+            dialog.exec();
+            closed = true;
+        });
+        ASSERT_TRUE(turnUntil([&] { return closed && seen.size() >= 1000; }));
+        EXPECT_EQ(seen, upTo(1000));
+    }
+}
+
+TEST(QtMainQueue, RunsALaterFunctionOnceAndNotTooEarly) {
+    QtMainQueue queue;
+    QElapsedTimer clock;
+    clock.start();
+    std::vector<qint64> times;
+    queue.after(40ms, [&] { times.push_back(clock.elapsed()); });
+    turnFor(120ms);
+    ASSERT_EQ(times.size(), 1U);
+    EXPECT_GE(times[0], 39);
+}
+
+TEST(QtMainQueue, RepeatsUntilTheHandleIsLetGo) {
+    QtMainQueue queue;
+    int calls = 0;
+    TimerHandle handle = queue.every(2ms, [&] { ++calls; });
+    ASSERT_TRUE(turnUntil([&] { return calls >= 3; }));
+    handle.reset();
+    const int atEnd = calls;
+    turnFor(20ms);
+    EXPECT_EQ(calls, atEnd);
+}
+
+TEST(QtMainQueue, LetsAHandleGoInsideItsOwnCall) {
+    QtMainQueue queue;
+    int calls = 0;
+    TimerHandle handle;
+    // The captured text shows a use after the function's end to the sanitizer.
+    handle = queue.every(1ms, [&, text = std::string(100, 'x')] {
+        handle.reset();
+        turnFor(5ms);
+        calls += text == std::string(100, 'x');
+    });
+    turnFor(30ms);
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(QtMainQueue, RepeatsWhileADialogIsOpen) {
+    QtMainQueue queue;
+    int calls = 0;
+    QEventLoop dialog;
+    const TimerHandle handle = queue.every(2ms, [&] {
+        if (++calls == 5)
+            dialog.quit();
+    });
+    queue.post([&] { dialog.exec(); });
+    EXPECT_TRUE(turnUntil([&] { return calls >= 5; }));
+}
+
+} // namespace
+} // namespace orvalen::test
