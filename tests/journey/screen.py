@@ -3,6 +3,7 @@ through the display. Nothing here calls into the program: every click and key is
 
 import os
 import subprocess
+import time
 
 from waiting import wait_until
 
@@ -41,9 +42,10 @@ class Element:
 
     @property
     def text(self):
-        """What stands in an editor or a field."""
+        """What stands in an editor or a field, with line feeds between its lines."""
         from gi.repository import Atspi
-        return self._read(lambda it: Atspi.Text.get_text(it, 0, Atspi.Text.get_character_count(it)), "")
+        text = self._read(lambda it: Atspi.Text.get_text(it, 0, Atspi.Text.get_character_count(it)), "")
+        return text.replace("\u2029", "\n").replace("\u2028", "\n")
 
     @property
     def children(self):
@@ -56,6 +58,13 @@ class Element:
         yield self
         for child in self.children:
             yield from child.walk()
+
+    def children_to(self, depth):
+        """All elements below this one, down to so many levels."""
+        for child in self.children:
+            yield child
+            if depth > 1:
+                yield from child.children_to(depth - 1)
 
     @property
     def on_screen(self):
@@ -129,7 +138,7 @@ class Screen:
         self.click_at(x + width // 2, y + height // 2, button)
 
     def click_at(self, x, y, button=1):
-        self._xdotool("mousemove", "--sync", str(x), str(y), "click", str(button))
+        self._xdotool("mousemove", str(x), str(y), "click", str(button))
 
     def click_on(self, name, role=None, within=None, seconds=30):
         """Finds it, waits until it can be clicked, clicks it."""
@@ -158,23 +167,37 @@ class Screen:
         wait_until(lambda: "focused" in field.states, f"{field.name!r} to take the keys")
         self.press("ctrl+a")
         self.paste(text)
+        wait_until(lambda: field.text == text, f"{field.name!r} to hold what was pasted")
 
-    def bring_into_view(self, find, area):
-        """Turns the wheel over the area until find() gives an element that lies wholly inside it; returns it."""
-        x, y, width, height = area.rectangle
-        self._xdotool("mousemove", "--sync", str(x + width // 2), str(y + height // 2))
-
-        def inside():
+    def scroll_into(self, find, top, bottom, x, seconds=60):
+        """Turns the wheel at x until what find() gives lies wholly between top and bottom; returns it. A list makes
+        only the rows near what it shows, so what find() does not give is looked for downwards, then upwards."""
+        self._xdotool("mousemove", str(x), str((top + bottom) // 2))
+        limit = time.monotonic() + seconds
+        down, before = True, None
+        while time.monotonic() < limit:
+            picture = self._picture_at_rest(top, bottom)
             element = find()
-            if element is None:
-                self._xdotool("click", "5")
-                return None
-            top, tall = element.rectangle[1], element.rectangle[3]
-            if top >= y and top + tall <= y + height:
+            place = element.rectangle if element else None
+            if place and place[1] >= top and place[1] + place[3] <= bottom:
                 return element
-            self._xdotool("click", "4" if top < y else "5")
-            return None
-        return wait_until(inside, "an element to come into view")
+            if place:
+                down = place[1] >= top
+            elif picture == before:
+                down = not down  # the end of the list
+            before = picture
+            self._xdotool("click", "--repeat", "1" if place else "5", "--delay", "5", "5" if down else "4")
+        raise TimeoutError(f"waited {seconds} s for an element to come into view")
+
+    def _picture_at_rest(self, top, bottom):
+        """The places of the check boxes seen there, once they stand still: a list rolls on after the wheel."""
+        pictures = [None]
+
+        def rested():
+            pictures.append([it.rectangle for it in self.find_all("check box") if top <= it.rectangle[1] <= bottom])
+            return pictures[-1] == pictures[-2]
+        wait_until(rested, "the list to come to rest")
+        return pictures[-1]
 
     def _resting_place(self, element):
         places = [None]

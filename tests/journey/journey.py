@@ -1,0 +1,101 @@
+"""One journey: the shipped program on a desktop of its own with a home of its own. When it fails, the tree, the
+console and a picture of the screen tell where it stood."""
+
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+
+from desktop import VirtualDesktop
+from orvalen import Orvalen
+from screen import Screen
+from waiting import wait_until
+
+
+class Journey:
+    """Use as a context manager. `home` holds everything that the program keeps; it starts empty."""
+
+    def __init__(self, program, folder):
+        self.program = pathlib.Path(program).resolve(strict=True)
+        self.folder = pathlib.Path(folder).resolve()
+        self.home = self.folder / "home"
+        self.data = self.home / "data"
+        self.screen = None
+        self._desktop = VirtualDesktop(self.folder / "logs")
+        self._process = None
+        self._starts = 0
+
+    def __enter__(self):
+        shutil.rmtree(self.folder, ignore_errors=True)
+        self.home.mkdir(parents=True)
+        self._desktop.__enter__()
+        return self
+
+    def __exit__(self, kind, error, traceback):
+        try:
+            if error is not None:
+                self._tell_where_it_stood()
+        finally:
+            if self._process and self._process.poll() is None:
+                self._process.kill()
+                self._process.wait()
+            self._desktop.__exit__()
+
+    def start(self):
+        """Starts the program and returns its user, once the window stands."""
+        self._starts += 1
+        self._desktop.environment.update(
+            HOME=str(self.home), XDG_DATA_HOME=str(self.data), XDG_CONFIG_HOME=str(self.home / "config"),
+            XDG_CACHE_HOME=str(self.home / "cache"))
+        with open(self._console_file(), "wb") as console, open(self.folder / "logs/program.log", "ab") as log:
+            self._process = subprocess.Popen([self.program], env=self._desktop.environment, cwd=self.home,
+                                             stdin=subprocess.DEVNULL, stdout=console, stderr=log)
+        self.screen = Screen(self._desktop, self._process)
+        wait_until(lambda: self.screen.application, "the program's accessibility tree", 60)
+        return Orvalen(self.screen)
+
+    def quit(self):
+        """Closes the window as its user would; returns the exit code."""
+        self.screen.press("alt+F4")
+        return self._process.wait(30)
+
+    def kill(self):
+        self._process.send_signal(signal.SIGKILL)
+        self._process.wait()
+
+    @property
+    def console(self):
+        """The lines of the program's standard output since its last start."""
+        return self._console_file().read_text(encoding="utf-8").splitlines()
+
+    def wait_for_console(self, line):
+        wait_until(lambda: line in self.console, f"the console line {line!r}")
+
+    def screenshot(self, name):
+        """Takes a picture of the screen; returns its path."""
+        path = self.folder / f"{name}.png"
+        self._desktop.screenshot(path)
+        return path
+
+    def _console_file(self):
+        return self.folder / "logs" / f"console-{self._starts}.txt"
+
+    def _tell_where_it_stood(self):
+        print("--- the journey failed; what the program showed:")
+        try:
+            print(self.screen.tree() if self.screen else "(nothing: it was not started)")
+            print("--- screen:", self.screenshot("failure"))
+        except Exception as second:  # the first failure is the one to report
+            print("(could not look:", repr(second) + ")")
+        print("--- logs:")
+        for log in sorted((self.folder / "logs").iterdir()):
+            print(f"[{log.name}]")
+            print(log.read_text(encoding="utf-8", errors="replace")[-4000:])
+        print("--- end", flush=True)
+
+
+def fresh_copy(source, destination):
+    """A copy of a folder of sample files for a journey to add, so that the originals cannot come to harm."""
+    shutil.copytree(source, destination)
+    return pathlib.Path(os.path.realpath(destination))

@@ -1,0 +1,137 @@
+"""What a user does with Orvalen, step by step. Each step returns once its effect can be seen."""
+
+import re
+
+from waiting import wait_until
+
+
+class Orvalen:
+    """The running program at the hands of its user."""
+
+    def __init__(self, screen):
+        self.screen = screen
+        screen.wait_for(name="Match Playlist", seconds=60)
+
+    # The main page
+
+    def tracks_indexed(self):
+        """The number beside "Tracks Indexed: "; None while it cannot be seen."""
+        return self._number(r"Tracks Indexed: (\d+)")
+
+    def add_location(self, path):
+        self.screen.click_on("Add Music Folder(s)")
+        self._answer_file_dialog("Add Music Folders or Audio Files", path)
+        self.screen.wait_for(name="Remove " + str(path))
+
+    def scan(self):
+        self.screen.click_on("Refresh Library" if self.screen.find(name="Refresh Library") else "Scan Library")
+        self.screen.wait_for(name="Library Refreshed")
+        self.screen.click_on("OK")
+        self.screen.wait_until_gone(name="Library Refreshed")
+
+    def paste_list(self, text):
+        self.screen.replace_text(self.screen.wait_for(name="Wanted list"), text)
+
+    def match(self):
+        self.screen.click_on("Match Playlist")
+        self.screen.wait_for(name="Playlist Results", seconds=60)
+
+    def load_session(self, path):
+        self.screen.click_on("Load Session")
+        self._answer_file_dialog("Open", path)
+        self.screen.wait_for(name="Playlist Results")
+
+    def load_last_session(self):
+        self.screen.click_on("Load Last Session")
+        self.screen.wait_for(name="Playlist Results")
+
+    # The results page
+
+    def tracks_selected(self):
+        return self._number(r"(\d+) tracks? selected")
+
+    def choose(self, row, entry):
+        """Picks an entry in the row's picker."""
+        self.screen.click(self._in_row(row, "Choose match"))
+        self.screen.click_on(entry, role="menu item")
+        self.screen.wait_until_gone(role="menu item", name=entry)
+
+    def chosen_file(self, row):
+        """The path in the row's details box; None when it has none."""
+        self._in_row(row, "Include in playlist")
+        names = [it.name for it in self._row(row).walk() if it.name.startswith("File: ")]
+        return names[0].removeprefix("File: ") if names else None
+
+    def has_picker(self, row):
+        self._in_row(row, "Include in playlist")
+        return any(it.name == "Choose match" for it in self._row(row).walk())
+
+    def included(self, row):
+        return self._in_row(row, "Include in playlist").checked
+
+    def include(self, row):
+        box = self._in_row(row, "Include in playlist")
+        before = box.checked
+        self.screen.click(box)
+        wait_until(lambda: self._in_row(row, "Include in playlist").checked != before, f"the box of {row!r} to turn")
+
+    def select_all(self):
+        self.screen.click_on("Select All")
+
+    def export(self, choice, path):
+        """Exports under one of the choices' labels to the path; waits for the banner."""
+        self.screen.click_on(choice)
+        self.screen.click_on("Export Playlist")
+        self._answer_file_dialog("Save", path)
+        self.screen.wait_for(name="✅ Playlist Exported Successfully!")
+
+    def save_session(self, path):
+        self.screen.click_on("Save Session")
+        self._answer_file_dialog("Save", path)
+
+    def close_results(self):
+        self.screen.click_on("Close")
+        self.screen.wait_until_gone(name="Playlist Results")
+
+    # Inside
+
+    def _number(self, pattern):
+        matches = (re.fullmatch(pattern, it.name) for it in self.screen.find_all())
+        return next((int(match[1]) for match in matches if match), None)
+
+    def _row(self, label):
+        """The group of this label that holds a check box; None when it has not been scrolled to yet."""
+        for group in self.screen.application.walk():
+            if group.name == label and any(it.name == "Include in playlist" for it in group.children_to(6)):
+                return group
+        return None
+
+    def _in_row(self, row, name):
+        """The row's control of this name, scrolled into view."""
+        summary = wait_until(lambda: next((it for it in self.screen.find_all()
+                                           if re.fullmatch(r"\d+ tracks? selected", it.name)), None), "the summary")
+        export = self.screen.wait_for(name="Export Format:")
+        x, y, width, height = summary.rectangle
+
+        def control():
+            group = self._row(row)
+            return next((it for it in group.walk() if it.name == name), None) if group else None
+        return self.screen.scroll_into(control, y + height, export.rectangle[1], x + 100)
+
+    def _answer_file_dialog(self, button, path):
+        """Types the path into the file dialog and confirms."""
+        field = wait_until(lambda: self.screen.find("text", "File name:") or self.screen.find("text", "Directory:"),
+                           "the file dialog")
+        self.screen.replace_text(field, str(path))
+
+        def confirmed():
+            # The first click may only close the list of suggestions under the field.
+            accept = self.screen.find("push button", button)
+            if accept and accept.enabled:
+                self.screen.click(accept)
+            try:
+                wait_until(lambda: not self.screen.find("push button", button), "the file dialog to close", 2)
+            except TimeoutError:
+                return False
+            return True
+        wait_until(confirmed, f"the file dialog to take {path}")
