@@ -1,0 +1,72 @@
+#include "Fuzz.h"
+#include "core/Files.h"
+#include "library/LibraryFile.h"
+#include "library/LibraryIndexState.h"
+#include "support/Builders.h"
+#include "support/TestPlatform.h"
+
+using namespace orvalen;
+using fuzz::require;
+
+namespace {
+
+/// Everything a library file can change.
+struct Library {
+    std::vector<Track> tracks;
+    PreferredMatches preferred;
+    std::size_t folders = 0;
+};
+
+Library libraryOf(test::TestPlatform& world) {
+    Library library;
+    const LibraryIndex& index = world.view.trackDict.get();
+    for (std::size_t position = 0; position < index.trackCount(); ++position)
+        library.tracks.push_back(index.track(position).toTrack());
+    library.preferred = world.database().allPreferredMatches();
+    library.folders = world.view.musicFolderURLs.get().size();
+    return library;
+}
+
+bool sameChoices(const PreferredMatches& left, const PreferredMatches& right) {
+    if (left.size() != right.size())
+        return false;
+    for (const auto& [key, path] : left) {
+        const auto found = right.find(key);
+        if (found == right.end() || found->second != path)
+            return false;
+    }
+    return true;
+}
+
+void clear(test::TestPlatform& world) {
+    clearIndex(world.view);
+    world.database().replacePreferredMatches({});
+    world.view.musicFolderURLs.set({});
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static test::TestPlatform world;
+    static const LibraryIndex before =
+        buildIndex(std::vector{test::track("Night Band", "Last Train Home", 123)});
+    replaceIndex(world.view, before);
+
+    applyLibraryFile(world.view, fuzz::text(data, size));
+    const Library read = libraryOf(world);
+    if (world.view.trackDict.get().sharesTracksWith(before)) {
+        require(read.preferred.empty() && read.folders == 0, "a failed load changes nothing");
+        return 0;
+    }
+
+    const Location copy{world.support().path("copy.orvl")};
+    require(writeLibraryFile(world.view, copy).has_value(), "a library can be written");
+    clear(world);
+    applyLibraryFile(world.view, *readWholeFile(copy.path));
+    const Library again = libraryOf(world);
+    require(again.tracks == read.tracks, "the tracks read back equal");
+    require(sameChoices(again.preferred, read.preferred), "the choices read back equal");
+    require(again.folders == read.folders, "the folders read back");
+    clear(world);
+    return 0;
+}
