@@ -36,9 +36,13 @@ class Orvalen:
         self.screen.click_on("Match Playlist")
         self.screen.wait_for(name="Playlist Results", seconds=60)
 
-    def load_session(self, path):
+    def open_session(self, path):
+        """Chooses the file; whether it loads is another matter."""
         self.screen.click_on("Load Session")
         self._answer_file_dialog("Open", path)
+
+    def load_session(self, path):
+        self.open_session(path)
         self.screen.wait_for(name="Playlist Results")
 
     def load_last_session(self):
@@ -50,11 +54,12 @@ class Orvalen:
     def tracks_selected(self):
         return self._number(r"(\d+) tracks? selected")
 
-    def choose(self, row, entry):
-        """Picks an entry in the row's picker."""
+    def choose(self, row, position):
+        """Picks the entry at the position, counted from 0, in the row's picker."""
         self.screen.click(self._in_row(row, "Choose match"))
-        self.screen.click_on(entry, role="menu item")
-        self.screen.wait_until_gone(role="menu item", name=entry)
+        entries = wait_until(lambda: self._picker_entries(), "the picker's list")
+        self.screen.click(entries[position])
+        wait_until(lambda: not self._picker_entries(), "the picker's list to close")
 
     def chosen_file(self, row):
         """The path in the row's details box; None when it has none."""
@@ -64,7 +69,7 @@ class Orvalen:
 
     def has_picker(self, row):
         self._in_row(row, "Include in playlist")
-        return any(it.name == "Choose match" for it in self._row(row).walk())
+        return any(it.name == "Choose match" and it.on_screen for it in self._row(row).walk())
 
     def included(self, row):
         return self._in_row(row, "Include in playlist").checked
@@ -99,24 +104,23 @@ class Orvalen:
         matches = (re.fullmatch(pattern, it.name) for it in self.screen.find_all())
         return next((int(match[1]) for match in matches if match), None)
 
+    def _picker_entries(self):
+        opened = next((it for it in self.screen.find_all("list", "Choose match")), None)
+        return [it for it in opened.children if it.role == "list item" and it.on_screen] if opened else []
+
     def _row(self, label):
-        """The group of this label that holds a check box; None when it has not been scrolled to yet."""
-        for group in self.screen.application.walk():
-            if group.name == label and any(it.name == "Include in playlist" for it in group.children_to(6)):
-                return group
-        return None
+        """The row's group; None when the list has not been scrolled near it yet."""
+        rows = self.screen.find("list", "Results")
+        return next((it for it in rows.children if it.name == label), None) if rows else None
 
     def _in_row(self, row, name):
         """The row's control of this name, scrolled into view."""
-        summary = wait_until(lambda: next((it for it in self.screen.find_all()
-                                           if re.fullmatch(r"\d+ tracks? selected", it.name)), None), "the summary")
-        export = self.screen.wait_for(name="Export Format:")
-        x, y, width, height = summary.rectangle
+        x, y, width, height = self.screen.wait_for("list", "Results").rectangle
 
         def control():
             group = self._row(row)
             return next((it for it in group.walk() if it.name == name), None) if group else None
-        return self.screen.scroll_into(control, y + height, export.rectangle[1], x + 100)
+        return self.screen.scroll_into(control, y, y + height, x + width // 2)
 
     def _answer_file_dialog(self, button, path):
         """Types the path into the file dialog and confirms."""

@@ -1,0 +1,129 @@
+#!/usr/bin/env python3
+"""The main job from end to end: a music folder in, a playlist file out. Usage: main_job.py PROGRAM FOLDER"""
+
+import json
+import sqlite3
+import sys
+
+import sample_list
+from journey import Journey, fresh_copy
+from sample_list import ACCENTS, COPIES, FILE_OF, FILES, M4A, MISSING, MUSIC, OTHER_SCRIPT, ROWS, TWO_COPIES
+
+
+def fill_library(user, music):
+    user.add_location(music)
+    user.scan()
+
+
+def other_copy(path):
+    """Of the two copies of one song, the one that this path is not."""
+    return next(str(path).replace(here, there) for here, there in (COPIES, COPIES[::-1]) if str(path).endswith(here))
+
+
+def choose_other_copy(user):
+    """Picks the candidate that was not proposed; returns its path."""
+    proposed = user.chosen_file(TWO_COPIES)
+    wanted = other_copy(proposed)
+    for position in (0, 1):
+        user.choose(TWO_COPIES, position)
+        if user.chosen_file(TWO_COPIES) == wanted:
+            return wanted
+    raise AssertionError(f"neither entry of the picker is {wanted}")
+
+
+def carry_out(journey, user, music, playlist, picture=lambda name: None):
+    """Does the main job; returns the playlist's expected lines."""
+    picture("1-empty")
+    fill_library(user, music)
+    user.paste_list(sample_list.LIST)
+    picture("2-list")
+    user.match()
+    picture("3-results")
+    chosen = choose_other_copy(user)
+    user.include(TWO_COPIES)
+    user.include(ACCENTS)
+    user.include(MISSING)
+    user.include(OTHER_SCRIPT)
+    picture("4-chosen")
+    user.export("M3U8", playlist)
+    picture("5-exported")
+    return [chosen, str(music / FILE_OF[ACCENTS]), str(music / FILE_OF[OTHER_SCRIPT])]
+
+
+def check_library_file(journey, music):
+    library = json.loads((journey.data / "Orvalen/library.orvl").read_text(encoding="utf-8"))
+    assert sorted(library) == ["folders", "preferred", "tracks"], sorted(library)
+    assert library["folders"] == [str(music)], library["folders"]
+    assert library["preferred"] == [], library["preferred"]
+    paths = sorted(track["path"] for track in library["tracks"])
+    assert paths == sorted(str(music / path.relative_to(MUSIC)) for path in FILES), paths
+    tempo = {track["path"]: track.get("bpm") for track in library["tracks"]}
+    assert tempo[str(music / COPIES[0])] == 123, tempo
+    assert tempo[str(music / FILE_OF[ACCENTS])] == 96, tempo
+    assert tempo[str(music / FILE_OF[M4A])] is None, tempo
+
+
+def check_database(journey, chosen):
+    with sqlite3.connect(journey.data / "orvalen.sqlite") as database:
+        assert database.execute("PRAGMA integrity_check").fetchall() == [("ok",)]
+        rows = database.execute("SELECT key, preferred_path FROM preferred_matches").fetchall()
+    # The entry tried first may have been the proposed one; the last choice stands.
+    assert rows == [("night band last train home", chosen)], rows
+
+
+def check_session(journey, chosen):
+    session = json.loads((journey.data / "Orvalen/session.orvs").read_text(encoding="utf-8"))
+    assert session["matchInput"] == sample_list.LIST, session["matchInput"]
+    labels = [row["artist"] + " – " + row["title"] for row in session["matchedTracks"]]
+    assert labels == ROWS, labels
+    assert not any(row["include"] for row in session["matchedTracks"]), "a fresh run includes nothing"
+
+
+def check_console(journey, playlist):
+    console = journey.console
+    backups = list(journey.data.glob("library_backup_*.json"))
+    assert len(backups) == 1, backups
+    expected = [f"✅ Persistent library saved to {journey.data}/Orvalen/library.orvl",
+                f"Auto-saved library backup to {backups[0]}",
+                "Options for Not In The Library – Nobody At All: []",
+                'Matched Paper Boats - Marlow Quay: ["Paper Boats [BPM: nil]"]',
+                f"Auto-saving session to {journey.data}/Orvalen/session.orvs",
+                "Exporting format: m3u8"]
+    places = [console.index(line) for line in expected]
+    assert places == sorted(places), console
+    assert not any("without a dash" in line for line in console), console
+
+
+def check_rows(user, music):
+    for row, name in FILE_OF.items():
+        assert user.chosen_file(row) == str(music / name), (row, user.chosen_file(row))
+        assert not user.has_picker(row), row
+    assert user.has_picker(TWO_COPIES)
+    assert user.chosen_file(MISSING) is None
+    assert user.tracks_selected() == 4, user.tracks_selected()
+
+
+def main(program, folder):
+    with Journey(program, folder) as journey:
+        music = fresh_copy(MUSIC, journey.folder / "music")
+        before = {path: path.read_bytes() for path in music.rglob("*") if path.is_file()}
+        playlist = journey.folder / "wedding.m3u8"
+        user = journey.start()
+        assert user.tracks_indexed() == 0, user.tracks_indexed()
+
+        lines = carry_out(journey, user, music, playlist)
+        check_rows(user, music)
+        assert playlist.read_bytes() == "\n".join(lines).encode(), playlist.read_bytes()
+        check_library_file(journey, music)
+        check_database(journey, lines[0])
+        check_session(journey, lines[0])
+        check_console(journey, playlist)
+
+        user.close_results()
+        assert user.tracks_indexed() == len(FILES), user.tracks_indexed()
+        assert journey.quit() == 0
+        assert {path: path.read_bytes() for path in music.rglob("*") if path.is_file()} == before, "music was touched"
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])

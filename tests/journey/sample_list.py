@@ -1,0 +1,37 @@
+"""The wanted list that the journeys paste, and what it finds in the sample music."""
+
+import pathlib
+
+MUSIC = pathlib.Path(__file__).resolve().parents[2] / "samples" / "music"
+FILES = sorted(path for path in MUSIC.rglob("*") if path.is_file())
+
+# Dashes, case and accents as people type them; one line that is no wish, and one wish that nothing meets.
+LIST = """Night Band – Last Train Home
+zoe & les etoiles — CREME BRULEE
+Velvet Circuit - Midnight Arcade
+
+a line without a dash
+Nobody At All – Not In The Library
+  Νίκη Αλεξίου – Καλοκαίρι  
+Marlow Quay – Paper Boats
+The Lanterns – First Dance
+"""
+
+TWO_COPIES = "Night Band – Last Train Home"
+ACCENTS = "zoe & les etoiles – CREME BRULEE"
+LONGER_TITLE = "Velvet Circuit – Midnight Arcade"
+MISSING = "Nobody At All – Not In The Library"
+OTHER_SCRIPT = "Νίκη Αλεξίου – Καλοκαίρι"
+M4A = "Marlow Quay – Paper Boats"
+WAV = "The Lanterns – First Dance"
+ROWS = [TWO_COPIES, ACCENTS, LONGER_TITLE, MISSING, OTHER_SCRIPT, M4A, WAV]
+
+# The file under the copied music folder that each row with one candidate stands for.
+FILE_OF = {
+    ACCENTS: "Wedding/Zoé & les Étoiles - Crème Brûlée.mp3",
+    LONGER_TITLE: "House/Velvet Circuit - Midnight Arcade (Extended Mix).mp3",
+    OTHER_SCRIPT: "Wedding/Νίκη Αλεξίου - Καλοκαίρι.mp3",
+    M4A: "Wedding/Marlow Quay - Paper Boats.m4a",
+    WAV: "Wedding/The Lanterns - First Dance.wav",
+}
+COPIES = ("House/Night Band - Last Train Home.mp3", "Wedding/Night Band - Last Train Home.mp3")
