@@ -1,0 +1,205 @@
+#include "platform/desktop/MpvAudioPlayers.h"
+
+#include "platform/desktop/ByteSource.h"
+#include "platform/desktop/MpvCore.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <filesystem>
+#include <mpv/client.h>
+#include <optional>
+
+namespace orvalen {
+
+namespace {
+
+constexpr std::chrono::seconds openLimit{3};
+
+/// How long the clock goes on from one answer of the core.
+constexpr std::chrono::milliseconds answerLife{200};
+
+/// A number as libmpv reads it, whatever the locale.
+std::string toText(double seconds) {
+    char buffer[64];
+    const auto result =
+        std::to_chars(std::begin(buffer), std::end(buffer), seconds, std::chars_format::fixed, 6);
+    return {buffer, result.ptr};
+}
+
+/// A player that is asked for its position a hundred times a second, and never makes the window wait for it:
+/// each question is answered from the last answer of the core and the clock.
+class MpvAudioPlayer : public AudioPlayer {
+public:
+    Expected<void> open(std::string path) {
+        path_ = std::move(path);
+        core_.observeFlag("eof-reached");
+        return load(0);
+    }
+
+    void prepareToPlay() override {}
+
+    void play() override {
+        followEvents();
+        if (!loaded_ && !load(position_.seconds))
+            return;
+        if (ended_)
+            seek(0);
+        core_.set("pause", "no");
+        playing_ = true;
+        moving_ = false;
+    }
+
+    void pause() override {
+        followEvents();
+        core_.set("pause", "yes");
+        if (loaded_ && !target_)
+            position_.seconds = std::max(0.0, core_.number("time-pos").value_or(position_.seconds));
+        playing_ = false;
+    }
+
+    void stop() override {
+        pause();
+        position_.seconds = currentTime();
+        core_.command({"stop"}); // closes the file and with it the sound device
+        loaded_ = false;
+    }
+
+    bool isPlaying() const override {
+        followEvents();
+        return playing_;
+    }
+
+    double currentTime() const override {
+        followEvents();
+        if (target_)
+            return *target_;
+        if (!playing_)
+            return position_.seconds;
+        const std::chrono::duration<double> since = Clock::now() - position_.at;
+        if (!moving_ || since > answerLife)
+            askForPosition();
+        return moving_ ? std::min(position_.seconds + since.count(), duration_) : position_.seconds;
+    }
+
+    void setCurrentTime(double seconds) override {
+        followEvents();
+        if (loaded_)
+            seek(seconds);
+        else
+            position_.seconds = seconds;
+    }
+
+    double duration() const override { return duration_; }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    /// Where the playback stood at a time.
+    struct Position {
+        double seconds = 0;
+        Clock::time_point at = Clock::now();
+    };
+
+    Expected<void> load(double start) {
+        core_.set("start", toText(start).c_str());
+        if (auto loaded = core_.load(path_, openLimit); !loaded)
+            return loaded;
+        loaded_ = true;
+        ended_ = false;
+        target_.reset();
+        position_ = Position{start, Clock::now()};
+        duration_ = core_.number("duration").value_or(duration_);
+        return {};
+    }
+
+    void seek(double seconds) {
+        target_ = seconds;
+        ended_ = moving_ = false;
+        core_.command({"seek", toText(seconds).c_str(), "absolute+exact"});
+    }
+
+    void askForPosition() const {
+        if (asked_)
+            return;
+        asked_ = Clock::now();
+        core_.requestNumber("time-pos");
+    }
+
+    void followEvents() const {
+        if (!core_.hasNews())
+            return;
+        for (;;) {
+            const mpv_event& event = core_.nextEvent();
+            switch (event.event_id) {
+            case MPV_EVENT_NONE:
+                return;
+            case MPV_EVENT_GET_PROPERTY_REPLY:
+                takePosition(event);
+                break;
+            case MPV_EVENT_PROPERTY_CHANGE:
+                takeEnd(*static_cast<const mpv_event_property*>(event.data));
+                break;
+            case MPV_EVENT_PLAYBACK_RESTART:
+                if (target_)
+                    position_ = Position{*target_, Clock::now()};
+                target_.reset();
+                break;
+            case MPV_EVENT_END_FILE:
+                loaded_ = playing_ = false;
+                break;
+            default:
+                break;
+            }
+        }
+    }
+
+    void takePosition(const mpv_event& event) const {
+        const auto* property = static_cast<const mpv_event_property*>(event.data);
+        // What was asked before a seek or a pause is out of date.
+        if (event.error >= 0 && property->format == MPV_FORMAT_DOUBLE && asked_ && playing_ && !target_) {
+            const double seconds = std::max(0.0, *static_cast<const double*>(property->data));
+            moving_ = moving_ || seconds > position_.seconds;
+            position_ = Position{seconds, *asked_};
+        }
+        asked_.reset();
+    }
+
+    void takeEnd(const mpv_event_property& property) const {
+        ended_ = property.format == MPV_FORMAT_FLAG && *static_cast<const int*>(property.data) != 0;
+        if (ended_ && playing_) {
+            position_.seconds = duration_;
+            playing_ = false;
+        }
+    }
+
+    std::string path_;
+    double duration_ = 0;
+    // What the core last told; the questions take it in.
+    mutable MpvCore core_;
+    mutable bool loaded_ = false;
+    mutable bool playing_ = false;
+    mutable bool moving_ = false; ///< the sound has begun since the last start or seek
+    mutable bool ended_ = false;
+    mutable std::optional<double> target_; ///< of a seek that is under way
+    mutable Position position_;            ///< while not playing, without regard to the clock
+    mutable std::optional<Clock::time_point> asked_;
+};
+
+} // namespace
+
+Expected<std::unique_ptr<AudioPlayer>> MpvAudioPlayers::open(const std::string& path) {
+    if (const auto file = openRegularFile(path); !file)
+        return tl::make_unexpected(file.error());
+    std::error_code error;
+    // An absolute path is never taken for an address.
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    if (error)
+        return failure(error.message());
+    auto player = std::make_unique<MpvAudioPlayer>();
+    if (auto opened = player->open(absolute.string()); !opened)
+        return tl::make_unexpected(opened.error());
+    return player;
+}
+
+} // namespace orvalen

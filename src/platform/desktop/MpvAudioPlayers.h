@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/AudioPlayer.h"
+
+namespace orvalen {
+
+/// Players over libmpv. Only a regular file is ever opened, whatever its name or content says.
+class MpvAudioPlayers : public AudioPlayers {
+public:
+    Expected<std::unique_ptr<AudioPlayer>> open(const std::string& path) override;
+};
+
+} // namespace orvalen

@@ -1,0 +1,164 @@
+#include "platform/desktop/MpvCore.h"
+
+#include <array>
+#include <clocale>
+#include <cstring>
+#include <mpv/client.h>
+#include <vector>
+
+namespace orvalen {
+
+namespace {
+
+struct Option {
+    const char* name;
+    const char* value;
+};
+
+/// Options that a later libmpv may have dropped are no loss: what they switch off is then not there.
+constexpr Option options[] = {
+    // Nothing of the user's or of the file's neighbours.
+    {"config", "no"},
+    {"load-scripts", "no"},
+    {"ytdl", "no"},
+    {"osc", "no"},
+    {"load-stats-overlay", "no"},
+    {"load-osd-console", "no"},
+    {"load-auto-profiles", "no"},
+    {"input-default-bindings", "no"},
+    {"input-builtin-bindings", "no"},
+    {"input-vo-keyboard", "no"},
+    {"input-media-keys", "no"},
+    {"terminal", "no"},
+    {"resume-playback", "no"},
+    {"save-position-on-quit", "no"},
+    {"audio-file-auto", "no"},
+    {"cover-art-auto", "no"},
+    {"sub-auto", "no"},
+    {"autoload-files", "no"},
+    {"autocreate-playlist", "no"},
+    // Sound only.
+    {"video", "no"},
+    {"audio-display", "no"},
+    {"sid", "no"},
+    // A list of other files, or a file that refers to some, opens nothing.
+    {"demuxer", "lavf"},
+    {"access-references", "no"},
+    {"load-unsafe-playlists", "no"},
+    {"ordered-chapters", "no"},
+    {"cache", "no"},
+    // The end is a pause at the end.
+    {"idle", "yes"},
+    {"keep-open", "yes"},
+    {"pause", "yes"},
+    {"audio-fallback-to-null", "yes"},
+    {"ao-null-untimed", "no"},
+    {"audio-client-name", "Orvalen"},
+};
+
+/// What the demuxer may take the bytes for; above all no play list.
+void allowOnlyAudioFormats(mpv_handle* handle) {
+    // As a node, because the value holds the commas that separate options in a text.
+    char key[] = "format_whitelist";
+    char formats[] = "mp3,mov,wav,w64,aiff,aac,flac,ogg";
+    char* keys[] = {key};
+    mpv_node value{};
+    value.format = MPV_FORMAT_STRING;
+    value.u.string = formats;
+    mpv_node_list list{1, &value, keys};
+    mpv_node map{};
+    map.format = MPV_FORMAT_NODE_MAP;
+    map.u.list = &list;
+    mpv_set_option(handle, "demuxer-lavf-o", MPV_FORMAT_NODE, &map);
+}
+
+mpv_handle* start() {
+    if (std::strcmp(std::setlocale(LC_NUMERIC, nullptr), "C") != 0)
+        std::setlocale(LC_NUMERIC, "C");
+    mpv_handle* handle = mpv_create();
+    if (!handle)
+        return nullptr;
+    for (const Option& option : options)
+        mpv_set_option_string(handle, option.name, option.value);
+    allowOnlyAudioFormats(handle);
+    if (mpv_initialize(handle) >= 0)
+        return handle;
+    mpv_terminate_destroy(handle);
+    return nullptr;
+}
+
+} // namespace
+
+MpvCore::MpvCore() : handle_(start()) {
+    if (!handle_)
+        return;
+    const auto wakeUp = [](void* news) { static_cast<std::atomic<bool>*>(news)->store(true); };
+    mpv_set_wakeup_callback(handle_, wakeUp, &news_);
+}
+
+MpvCore::~MpvCore() {
+    if (handle_)
+        mpv_terminate_destroy(handle_);
+}
+
+void MpvCore::command(std::initializer_list<const char*> arguments) {
+    std::vector<const char*> terminated(arguments);
+    terminated.push_back(nullptr);
+    if (handle_)
+        mpv_command(handle_, terminated.data());
+}
+
+Expected<void> MpvCore::load(const std::string& location, std::chrono::milliseconds limit) {
+    if (!handle_)
+        return failure("The player cannot be started");
+    command({"loadfile", location.c_str()});
+    return awaitLoaded(limit);
+}
+
+Expected<void> MpvCore::awaitLoaded(std::chrono::milliseconds limit) {
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    bool started = false; // before that, events still tell of the file before
+    for (;;) {
+        const std::chrono::duration<double> left = deadline - std::chrono::steady_clock::now();
+        if (left.count() <= 0)
+            return failure("The file takes too long to open");
+        const mpv_event* event = mpv_wait_event(handle_, left.count());
+        if (event->event_id == MPV_EVENT_START_FILE)
+            started = true;
+        if (event->event_id == MPV_EVENT_FILE_LOADED && started)
+            return {};
+        if (event->event_id == MPV_EVENT_SHUTDOWN)
+            return failure("The player has stopped");
+        if (event->event_id == MPV_EVENT_END_FILE && started)
+            return failure(mpv_error_string(static_cast<const mpv_event_end_file*>(event->data)->error));
+    }
+}
+
+std::optional<double> MpvCore::number(const char* property) const {
+    double value = 0;
+    if (!handle_ || mpv_get_property(handle_, property, MPV_FORMAT_DOUBLE, &value) < 0)
+        return {};
+    return value;
+}
+
+void MpvCore::set(const char* property, const char* value) {
+    if (handle_)
+        mpv_set_property_string(handle_, property, value);
+}
+
+void MpvCore::requestNumber(const char* property) {
+    if (handle_)
+        mpv_get_property_async(handle_, 0, property, MPV_FORMAT_DOUBLE);
+}
+
+void MpvCore::observeFlag(const char* property) {
+    if (handle_)
+        mpv_observe_property(handle_, 0, property, MPV_FORMAT_FLAG);
+}
+
+const mpv_event& MpvCore::nextEvent() {
+    static const mpv_event none{};
+    return handle_ ? *mpv_wait_event(handle_, 0) : none;
+}
+
+} // namespace orvalen

@@ -1,0 +1,157 @@
+#include "platform/desktop/MpvAudioPlayers.h"
+
+#include "desktop/EventLoop.h"
+#include "support/TemporaryFolder.h"
+
+#include <chrono>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace orvalen::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+std::string sample(const char* name) {
+    return std::string(ORVALEN_SAMPLES_DIR) + "/" + name;
+}
+
+class MpvAudioPlayersTest : public testing::Test {
+protected:
+    std::unique_ptr<AudioPlayer> open(const std::string& path) {
+        auto player = players.open(path);
+        EXPECT_TRUE(player) << path << ": " << player.error().description;
+        return player ? std::move(*player) : nullptr;
+    }
+
+    MpvAudioPlayers players;
+    TemporaryFolder folder;
+};
+
+TEST_F(MpvAudioPlayersTest, PlaysEveryKindOfFile) {
+    const struct {
+        const char* name;
+        double seconds;
+    } files[] = {
+        {"House/Night Band - Last Train Home.mp3", 2},
+        {"Wedding/Speech Intro.mp3", 1},
+        {"Wedding/Marlow Quay - Paper Boats.m4a", 2},
+        {"Wedding/Marlow Quay - Harbour Lights.mp4", 2},
+        {"Wedding/The Lanterns - First Dance.wav", 1},
+        {"House/Static Garden - Bloom.aiff", 1},
+        {"House/Static Garden - Bloom (Dub).aif", 1},
+        {"Wedding/Νίκη Αλεξίου - Καλοκαίρι.mp3", 2},
+        {"House/Velvet Circuit - Midnight Arcade (Extended Mix).mp3", 2},
+    };
+    for (const auto& file : files) {
+        const auto player = open(sample(file.name));
+        ASSERT_NE(player, nullptr);
+        EXPECT_NEAR(player->duration(), file.seconds, 0.1) << file.name;
+        EXPECT_FALSE(player->isPlaying());
+        EXPECT_EQ(player->currentTime(), 0);
+        player->play();
+        EXPECT_TRUE(player->isPlaying()) << file.name;
+        EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.1; })) << file.name;
+    }
+}
+
+TEST_F(MpvAudioPlayersTest, KeepsTimeWithAClockAndStandsWhilePaused) {
+    const auto player = open(sample("House/Night Band - Last Train Home.mp3"));
+    player->play();
+    ASSERT_TRUE(turnUntil([&] { return player->currentTime() > 0; }));
+    const double start = player->currentTime();
+    for (int tenths = 1; tenths <= 6; ++tenths) {
+        turnFor(100ms);
+        EXPECT_NEAR(player->currentTime() - start, tenths * 0.1, 0.15);
+    }
+    player->pause();
+    EXPECT_FALSE(player->isPlaying());
+    const double paused = player->currentTime();
+    turnFor(200ms);
+    EXPECT_NEAR(player->currentTime(), paused, 0.05);
+    player->play();
+    EXPECT_TRUE(player->isPlaying());
+    turnFor(100ms);
+    EXPECT_GE(player->currentTime(), paused);
+}
+
+TEST_F(MpvAudioPlayersTest, JumpsAtOnceAndGoesOnFromThere) {
+    const auto player = open(sample("House/Night Band - Last Train Home.mp3"));
+    player->setCurrentTime(1.25);
+    EXPECT_DOUBLE_EQ(player->currentTime(), 1.25);
+    turnFor(150ms);
+    EXPECT_NEAR(player->currentTime(), 1.25, 0.05);
+    player->play();
+    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 1.4; }, 2s));
+}
+
+TEST_F(MpvAudioPlayersTest, EndsByItselfAndBeginsAgain) {
+    const auto player = open(sample("Wedding/Speech Intro.mp3"));
+    player->play();
+    ASSERT_TRUE(turnUntil([&] { return !player->isPlaying(); }));
+    player->play();
+    EXPECT_TRUE(player->isPlaying());
+    EXPECT_LT(player->currentTime(), 0.5);
+    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.3; }, 2s));
+    EXPECT_LT(player->currentTime(), 0.7);
+    EXPECT_TRUE(player->isPlaying());
+}
+
+TEST_F(MpvAudioPlayersTest, GoesOnAfterAStopWhereItStood) {
+    const auto player = open(sample("House/Night Band - Last Train Home.mp3"));
+    player->play();
+    ASSERT_TRUE(turnUntil([&] { return player->currentTime() > 0.8; }));
+    player->stop();
+    EXPECT_FALSE(player->isPlaying());
+    EXPECT_NEAR(player->currentTime(), 0.8, 0.3);
+    EXPECT_NEAR(player->duration(), 2, 0.1);
+    player->play();
+    EXPECT_TRUE(player->isPlaying());
+    EXPECT_GE(player->currentTime(), 0.79);
+    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 1.2; }, 2s));
+}
+
+TEST_F(MpvAudioPlayersTest, OpensFilesWhoseNamesLookLikeSomethingElse) {
+    for (const char* name :
+         {"http:x.mp3", "100% \"Hits\" 'live'.mp3", "http://example/x.mp3", "memory:/x.mp3",
+          "-- no-video.mp3", "%4%file.mp3", "${path}.mp3", "#1 (a;b|c) [d].mp3"}) {
+        const std::string path = folder.path(name);
+        std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+        std::filesystem::copy_file(sample("Wedding/Speech Intro.mp3"), path);
+        EXPECT_NE(open(path), nullptr);
+    }
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.path());
+    EXPECT_NE(open("http:x.mp3"), nullptr) << "relative";
+    std::filesystem::current_path(before);
+}
+
+TEST_F(MpvAudioPlayersTest, RefusesWhatIsNoAudioFile) {
+    const std::string song = sample("Wedding/Speech Intro.mp3");
+    folder.makeFolder("Live.mp3");
+    ASSERT_EQ(::mkfifo(folder.path("pipe.mp3").c_str(), 0600), 0);
+    folder.write("empty.mp3");
+    folder.write("text.mp3", std::string(5000, 'x'));
+    folder.write("list.mp3", "#EXTM3U\n" + song + "\n");
+    folder.write("names.mp3", song + "\n");
+    folder.write("hls.mp3", "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\n" + song +
+                                "\n#EXT-X-ENDLIST\n");
+    folder.write("concat.mp3", "ffconcat version 1.0\nfile '" + song + "'\n");
+    folder.write("edl.mp3", "# mpv EDL v0\n" + song + "\n");
+    folder.write("cue.mp3", "FILE \"" + song + "\" MP3\n  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n");
+    folder.write("address.mp3", "http://127.0.0.1:9/x.mp3\n");
+    for (const char* name : {"missing.mp3", "Live.mp3", "pipe.mp3", "empty.mp3", "text.mp3", "list.mp3",
+                             "names.mp3", "hls.mp3", "concat.mp3", "edl.mp3", "cue.mp3", "address.mp3"}) {
+        const auto start = std::chrono::steady_clock::now();
+        const auto player = players.open(folder.path(name));
+        EXPECT_FALSE(player) << name;
+        EXPECT_TRUE(player || !player.error().description.empty()) << name;
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 1s) << name;
+    }
+    EXPECT_FALSE(players.open(sample("House/Velvet Circuit - Neon Rain.mp3"))) << "a damaged file";
+    EXPECT_FALSE(players.open("http://127.0.0.1:9/x.mp3")) << "an address";
+}
+
+} // namespace
+} // namespace orvalen::test
