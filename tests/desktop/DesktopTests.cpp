@@ -1,9 +1,12 @@
+#include "desktop/PrivateBus.h"
+
 #include <QApplication>
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    const orvalen::test::PrivateBus bus;
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,32 @@
+#include "platform/desktop/PlayerSound.h"
+
+#include "platform/desktop/MpvCore.h"
+
+#include <QFile>
+
+static void initialiseSounds() {
+    Q_INIT_RESOURCE(sounds); // must stand outside every namespace
+}
+
+namespace orvalen {
+
+PlayerSound::PlayerSound() {
+    initialiseSounds();
+}
+
+PlayerSound::~PlayerSound() = default;
+
+void PlayerSound::play(std::string_view name) {
+    QFile file(":/sounds/" + QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())) + ".mp3");
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    if (!core_)
+        core_ = std::make_unique<MpvCore>();
+    // libmpv reads bytes that are written out in the address.
+    const std::string address = "hex://" + file.readAll().toHex().toStdString();
+    core_->set("pause", "no");
+    core_->set("keep-open", "no"); // lets the sound device go at the end
+    core_->command({"loadfile", address.c_str()});
+}
+
+} // namespace orvalen
