@@ -54,16 +54,24 @@ Verdict judge(std::string_view path, std::string_view folder) {
 std::int64_t countTracksUnderFolder(const LibraryIndex& index, std::string_view folder) {
     const LibraryTables& tables = *index.body_;
     const std::string wanted = composed(folder);
-    std::int64_t count = 0;
+    const std::size_t tracks = tables.records.size();
+    std::size_t count = 0;
     Verdict verdict{false, std::numeric_limits<std::size_t>::max()};
-    for (std::size_t position = 0; position < tables.records.size(); ++position) {
-        // Neighbours mostly lie in one folder: where the bytes that settled the last verdict are the same,
-        // the path itself need not be fetched from memory.
-        if (tables.sharedPathLengths[position] < verdict.settledBy)
-            verdict = judge(tables.records[position].path(), wanted);
-        count += verdict.begins ? 1 : 0;
+    // Neighbours mostly lie in one folder: where the bytes that settled the last verdict are the same, the
+    // path itself need not be fetched from memory.
+    for (std::size_t first = 0; first < tracks; first += LibraryTables::pathBlock) {
+        const std::size_t last = std::min(first + LibraryTables::pathBlock, tracks);
+        if (tables.leastSharedPathLengths[first / LibraryTables::pathBlock] >= verdict.settledBy) {
+            count += verdict.begins ? last - first : 0;
+            continue;
+        }
+        for (std::size_t position = first; position < last; ++position) {
+            if (tables.sharedPathLengths[position] < verdict.settledBy)
+                verdict = judge(tables.records[position].path(), wanted);
+            count += verdict.begins ? 1 : 0;
+        }
     }
-    return count;
+    return static_cast<std::int64_t>(count);
 }
 
 } // namespace orvalen

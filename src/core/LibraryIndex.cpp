@@ -63,7 +63,7 @@ LibraryIndex::Derived LibraryIndex::derived(Derived (*make)(const LibraryIndex&)
 
 void fileTrack(LibraryIndex& index, const Track& track) {
     const LibraryTables& old = *index.body_;
-    LibraryTables tables{old.texts, {}, old.keys, old.keyNumbers, {}};
+    LibraryTables tables{old.texts, {}, old.keys, old.keyNumbers, {}, {}};
     const TrackRecord record = TrackFiler().file(track, tables);
     const bool isNewKey = tables.keys.size() > old.keys.size();
     const std::size_t place = isNewKey ? old.records.size() : old.positionsOf(record.key).last;
@@ -75,6 +75,7 @@ void fileTrack(LibraryIndex& index, const Track& track) {
     tables.sharedPathLengths = copyWith(old.sharedPathLengths, place, std::uint16_t(0));
     for (std::size_t position = place; position < tables.records.size() && position < place + 2; ++position)
         tables.sharedPathLengths[position] = tables.sharedPathLength(position);
+    tables.noteLeastSharedPathLengths();
     index = LibraryIndex(std::make_shared<const LibraryIndex::Body>(std::move(tables)));
 }
 

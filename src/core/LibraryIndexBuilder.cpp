@@ -28,6 +28,7 @@ struct LibraryIndexBuilder::Draft {
         tables.sharedPathLengths.reserve(tables.records.size());
         for (std::size_t position = 0; position < tables.records.size(); ++position)
             tables.sharedPathLengths.push_back(tables.sharedPathLength(position));
+        tables.noteLeastSharedPathLengths();
     }
 };
 

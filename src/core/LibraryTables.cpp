@@ -46,6 +46,17 @@ std::uint16_t LibraryTables::sharedPathLength(std::size_t position) const {
     return static_cast<std::uint16_t>(differing.first - path.begin());
 }
 
+void LibraryTables::noteLeastSharedPathLengths() {
+    const std::size_t count = sharedPathLengths.size();
+    leastSharedPathLengths.clear();
+    leastSharedPathLengths.reserve(count / pathBlock + 1);
+    for (std::size_t first = 0; first < count; first += pathBlock) {
+        const auto begin = sharedPathLengths.begin() + static_cast<std::ptrdiff_t>(first);
+        const auto length = static_cast<std::ptrdiff_t>(std::min(pathBlock, count - first));
+        leastSharedPathLengths.push_back(*std::min_element(begin, begin + length));
+    }
+}
+
 TrackRecord TrackFiler::file(const TrackView& track, LibraryTables& tables) {
     // A key is the normalised halves joined, so the halves need not be kept a second time.
     normalizeInto(key_, track.artist);

@@ -43,10 +43,14 @@ struct LibraryTables {
     HashedNumbers keyNumbers;
     /// How many bytes the path at a position has in common with the path before it, or the most that fits.
     std::vector<std::uint16_t> sharedPathLengths;
+    /// The least of each block of sharedPathLengths.
+    std::vector<std::uint16_t> leastSharedPathLengths;
+    static constexpr std::size_t pathBlock = 64;
 
     std::optional<std::uint32_t> findKey(std::string_view key) const;
     PositionRange positionsOf(std::uint32_t key) const;
     std::uint16_t sharedPathLength(std::size_t position) const;
+    void noteLeastSharedPathLengths();
 };
 
 struct LibraryIndex::Body : LibraryTables {

@@ -10,6 +10,10 @@
 namespace orvalen {
 namespace {
 
+/// Looking through so many is quick, and so few buckets' ends stay in the processor's cache while they are
+/// filled.
+constexpr std::size_t tracksInBucket = 64;
+
 std::size_t hashOf(std::string_view key) {
     return std::hash<std::string_view>{}(key);
 }
@@ -22,7 +26,7 @@ std::uint32_t tagOf(std::size_t hash) {
 
 FileNameTable::FileNameTable(const LibraryIndex& index) {
     const std::size_t count = index.trackCount();
-    shift_ = std::min(63, 64 - static_cast<int>(std::bit_width(count)));
+    shift_ = std::min(63, 64 - static_cast<int>(std::bit_width(count / tracksInBucket)));
     std::vector<std::size_t> hashes(count);
     bucketEnds_.resize((std::size_t(1) << (64 - shift_)) + 1);
     std::string key;

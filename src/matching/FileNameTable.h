@@ -9,7 +9,7 @@
 namespace orvalen {
 
 /// The tracks by the hash of their file-name key. The keys themselves are not kept: the few tracks with a
-/// wanted hash are looked at again. Twelve bytes a track.
+/// wanted hash are looked at again. Eight bytes a track.
 class FileNameTable {
 public:
     explicit FileNameTable(const LibraryIndex& index);

@@ -54,22 +54,33 @@ std::string MadeLibrary::word() {
 std::string MadeLibrary::words(std::size_t least, std::size_t most) {
     std::string text = word();
     for (std::size_t more = least - 1 + below(most - least + 1); more > 0; --more)
-        text += " " + word();
+        text.append(1, ' ').append(word());
+    return text;
+}
+
+/// A name is mostly of words that are not everyone's.
+std::string MadeLibrary::name() {
+    std::string text = capitalised(vocabulary_[below(vocabulary_.size())]);
+    for (std::size_t more = below(3); more > 0; --more)
+        text = word() + " " + text;
     return text;
 }
 
 void MadeLibrary::startAlbum() {
-    // Albums have eight tracks on average. Most are an artist's first; the others belong to one known before.
+    if (leftInGenre_ == 0) {
+        genre_ = genres[below(genres.size())];
+        leftInGenre_ = 200 + below(2000);
+    }
+    --leftInGenre_;
+    // Most albums are an artist's first; the others belong to one known before.
     if (artists_.empty() || below(10) < 8) {
         artist_ = artists_.size();
-        artists_.push_back({words(1, 3), 0});
+        artists_.push_back(name());
     } else {
         artist_ = skewedBelow(artists_.size());
     }
-    const Artist& artist = artists_[artist_];
-    genre_ = genres[skewedBelow(genres.size())];
-    folder_ = "/home/dj/Music/" + genre_ + "/" + artist.name + "/" + words(1, 4) + " (" +
-              std::to_string(1960 + below(65)) + ")/";
+    folder_ = "/home/dj/Music/" + genre_ + "/" + artists_[artist_] + "/" + words(1, 4) + " (";
+    folder_ += std::to_string(1960 + below(65)) + ")/";
     trackNumber_ = 0;
     leftOnAlbum_ = 1 + below(12);
 }
@@ -80,7 +91,7 @@ Track MadeLibrary::nextTrack() {
     --leftOnAlbum_;
     ++trackNumber_;
     Track track;
-    track.artist = artists_[artist_].name;
+    track.artist = artists_[artist_];
     track.title = words(1, 5);
     if (below(4) == 0)
         track.title += " (Extended Mix)";
@@ -112,19 +123,18 @@ std::vector<std::string> MadeLibrary::wantedLines(std::size_t count) {
     std::vector<std::string> lines;
     for (std::size_t i = 0; i < count; ++i) {
         const Track& track = kept_[below(kept_.size())];
-        const std::string shortTitle = track.title.substr(0, track.title.find(' '));
         switch (below(4)) {
         case 0:
             lines.push_back(track.artist + " - " + track.title);
             break;
-        case 1:
-            lines.push_back(track.artist + " \u2013 " + shortTitle);
+        case 1: // the first words of the title
+            lines.push_back(track.artist + " \u2013 " + track.title.substr(0, track.title.rfind(' ')));
             break;
         case 2:
             lines.push_back(track.artist + " - " + words(1, 3));
             break;
         default:
-            lines.push_back(words(1, 3) + " - " + words(1, 4));
+            lines.push_back(name() + " - " + words(1, 4));
         }
     }
     return lines;

@@ -24,25 +24,22 @@ public:
     std::vector<std::string> wantedLines(std::size_t count);
 
 private:
-    struct Artist {
-        std::string name;
-        std::size_t albums = 0;
-    };
-
     std::size_t below(std::size_t end);
     /// Small numbers are much more likely.
     std::size_t skewedBelow(std::size_t end);
     std::string word();
     std::string words(std::size_t least, std::size_t most);
+    std::string name();
     void startAlbum();
 
     std::mt19937 random_;
     std::vector<std::string> vocabulary_;
-    std::vector<Artist> artists_;
+    std::vector<std::string> artists_;
     std::string folder_;
     std::size_t artist_ = 0;
     std::size_t trackNumber_ = 0;
     std::size_t leftOnAlbum_ = 0;
+    std::size_t leftInGenre_ = 0;
     std::string genre_;
     std::vector<Track> kept_; ///< a sample of what was made, for wanted lines
     std::size_t made_ = 0;
