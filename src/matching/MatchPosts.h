@@ -23,7 +23,7 @@ public:
     /// Delivers what is still held back, then the function.
     void finish(std::function<void(ContentView&)> function);
 
-    static constexpr std::size_t mostWaiting = 65'536;
+    static constexpr std::size_t mostWaiting = 16'384;
 
 private:
     void post(std::function<void(ContentView&)> function);

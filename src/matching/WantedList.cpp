@@ -5,12 +5,16 @@
 #include "import/SpotifyImport.h"
 #include "matching/MatchEngine.h"
 
+#include <algorithm>
+
 namespace orvalen {
 namespace {
 
 constexpr std::string_view spacedDash = " - ";
 constexpr std::string_view enDash = "\u2013";
 constexpr std::string_view emDash = "\u2014";
+
+constexpr std::string_view firstBytesOfBreaks = "\n\v\f\r\xC2\xE2";
 
 /// The length of the line break that begins at the place; 0 where none does. CR LF counts as two, because the
 /// empty piece between them is dropped anyway.
@@ -28,13 +32,12 @@ std::string withPlainDashes(std::string_view line) {
     std::string result;
     result.reserve(line.size());
     while (!line.empty()) {
-        if (line.starts_with(enDash) || line.starts_with(emDash)) {
-            result += '-';
-            line.remove_prefix(enDash.size());
-        } else {
-            result += line.front();
-            line.remove_prefix(1);
-        }
+        const std::size_t plain = std::min(line.find(enDash.front(), 1), line.size());
+        if (line.starts_with(enDash) || line.starts_with(emDash))
+            result.append(1, '-').append(line.substr(enDash.size(), plain - enDash.size()));
+        else
+            result.append(line.substr(0, plain));
+        line.remove_prefix(plain);
     }
     return result;
 }
@@ -48,7 +51,10 @@ std::vector<std::string> wantedLines(std::string_view text) {
             lines.emplace_back(line);
     };
     std::size_t start = 0;
-    for (std::size_t place = 0; place < text.size();) {
+    for (std::size_t place = 0;;) {
+        place = text.find_first_of(firstBytesOfBreaks, place);
+        if (place == std::string_view::npos)
+            break;
         const std::size_t length = lineBreakAt(text, place);
         if (length == 0) {
             ++place;

@@ -1,8 +1,11 @@
 #include "core/LibraryIndex.h"
 
+#include "core/Text.h"
 #include "support/Builders.h"
+#include "support/MadeLibrary.h"
 
 #include <gmock/gmock.h>
+#include <random>
 
 namespace orvalen::test {
 namespace {
@@ -133,6 +136,57 @@ TEST(LibraryIndex, CountsUnderAFolderByText) {
     fileTrack(index, track("a", "2", {}, "/Music/A/late.mp3"));
     EXPECT_EQ(countTracksUnderFolder(index, "/Music/A/"), 4);
     EXPECT_EQ(countTracksUnderFolder(LibraryIndex(), "/"), 0);
+}
+
+/// The counts by looking at every path, for what the skipping of neighbours must not change.
+TEST(LibraryIndex, CountsUnderAFolderAsALoopWould) {
+    MadeLibrary made(9);
+    LibraryIndexBuilder builder;
+    std::mt19937 random(9);
+    const std::vector<std::string> pieces = {"a", "b", "/", "/", "e", "\u0301", "\u00E9", "\u00E8", "\u65E5"};
+    const auto path = [&](std::size_t length) {
+        std::string text = "/m/";
+        for (; length > 0; --length)
+            text += pieces[random() % pieces.size()];
+        return text;
+    };
+    std::string last;
+    for (int i = 0; i < 800; ++i) {
+        if (i % 9 == 0)
+            last = path(4);
+        builder.fileTrack(made.nextTrack());
+        builder.fileTrack(track("x", std::to_string(i % 500), {}, i % 3 == 0 ? path(6) : last + path(1)));
+    }
+    LibraryIndex index = builder.finish();
+    fileTrack(index, track("x", "7", {}, path(5)));
+    std::int64_t counted = 0;
+    for (int round = 0; round < 200; ++round) {
+        std::string folder = round % 2 == 0 ? path(random() % 5)
+                                            : std::string(index.track(random() % index.trackCount()).path);
+        if (round % 4 == 1)
+            folder.resize(folder.rfind('/'));
+        std::int64_t expected = 0;
+        for (std::size_t position = 0; position < index.trackCount(); ++position)
+            expected += hasCanonicalPrefix(index.track(position).path, folder) ? 1 : 0;
+        ASSERT_EQ(countTracksUnderFolder(index, folder), expected) << folder;
+        counted += expected;
+    }
+    EXPECT_GT(counted, 5'000);
+}
+
+TEST(LibraryIndex, SplitsItsKeysWhereTheHalvesMeet) {
+    const LibraryIndex index = buildIndex(
+        std::vector{track("Night Band", "Train"), track("Night", "Band Train"), track("", "Night Band Train"),
+                    track("Night Band Train", "!"), track("?", "")});
+    const std::vector<std::pair<std::string, std::string>> halves = {{"night band", "train"},
+                                                                     {"night", "band train"},
+                                                                     {"", "night band train"},
+                                                                     {"night band train", ""},
+                                                                     {"", ""}};
+    for (std::size_t position = 0; position < halves.size(); ++position) {
+        EXPECT_EQ(index.keyHalves(position).artist, halves[position].first);
+        EXPECT_EQ(index.keyHalves(position).title, halves[position].second);
+    }
 }
 
 } // namespace

@@ -61,7 +61,7 @@ std::string described(const Request& request, std::uint32_t seed) {
 
 TEST(FindOptions, AgreesWithThePlainLoopOnSmallTexts) {
     std::size_t found = 0;
-    for (std::uint32_t seed = 1; seed <= 40; ++seed) {
+    for (std::uint32_t seed = 1; seed <= 25; ++seed) {
         SmallTexts texts(seed);
         LibraryIndexBuilder builder;
         std::vector<Track> filed;
@@ -71,20 +71,20 @@ TEST(FindOptions, AgreesWithThePlainLoopOnSmallTexts) {
             builder.fileTrack(filed.back());
         }
         const LibraryCatalog catalog(builder.finish());
-        for (int line = 0; line < 60; ++line) {
+        for (int line = 0; line < 40; ++line) {
             const Request request{texts.text(3), texts.text(3)};
             const auto options = findOptions(catalog, request);
             ASSERT_EQ(options, plainOptions(catalog.index(), request)) << described(request, seed);
             found += options.size();
         }
     }
-    EXPECT_GT(found, 2000U) << "the texts hardly ever meet";
+    EXPECT_GT(found, 700U) << "the texts hardly ever meet";
 }
 
 TEST(FindOptions, AgreesWithThePlainLoopOnAGrownLibrary) {
     MadeLibrary made(7);
-    const LibraryCatalog catalog(made.index(4000));
-    std::vector<std::string> lines = made.wantedLines(60);
+    const LibraryCatalog catalog(made.index(2500));
+    std::vector<std::string> lines = made.wantedLines(30);
     for (const char* broad :
          {"a - e", "th - e", "the - i", "e - lo", "7 - 7", "x - extended mix", "\u00E9 - \u00FC", "e - the"})
         lines.emplace_back(broad);
@@ -119,7 +119,7 @@ TEST(FindOptions, FindOneNameTenThousandTimes) {
 
 TEST(FindOptions, OfVeryLongTextsEnd) {
     std::string longName;
-    while (longName.size() < 5'000'000)
+    while (longName.size() < 1'000'000)
         longName += "Night Band \u00E9 ";
     const LibraryCatalog catalog(
         buildIndex(std::vector{track("Night", "Train"), track(longName, "Train", {}, "/m/x.mp3")}));

@@ -1,0 +1,114 @@
+#include "core/Keys.h"
+
+#include "core/Text.h"
+
+#include <array>
+#include <gtest/gtest.h>
+#include <random>
+#include <vector>
+
+namespace orvalen::test {
+namespace {
+
+struct Case {
+    std::string text;
+    std::string normalized;
+};
+
+TEST(Normalize, BringsTextsToOneForm) {
+    const std::vector<Case> cases = {
+        {"The Night Band", "the night band"},
+        {"Caf\u00E9", "cafe"},
+        {"Cafe\u0301", "cafe"},
+        {"CAF\u00C9", "cafe"},
+        {"\u00DCber Alles", "uber alles"},
+        {"Se\u00F1or Ritmo", "senor ritmo"},
+        {"\u00C5ngstr\u00F6m", "angstrom"},
+        {"Rock/Pop", "rock pop"},
+        {"Rock 'n' Roll", "rock n roll"},
+        {"Hi!Fi", "hi fi"},
+        {"Cash$Flow", "cash flow"},
+        {"don't", "don t"},
+        {"don\u2019t \u2026", "don t"},
+        {"  Hello,   World!! ", "hello world"},
+        {"---", ""},
+        {"", ""},
+        {"Sun_And_Sea", "sun and sea"},
+        {"2Step", "2step"},
+        {"Stra\u00DFe", "stra\u00DFe"},
+        {"S\u00F8ren \u0141", "s\u00F8ren \u0142"},
+        {"\u0130stanbul", "istanbul"},
+        {"\u2160\u00BD", "\u2170\u00BD"},
+        {"\u039F\u0394\u039F\u03A3 \u03A3", "\u03BF\u03B4\u03BF\u03C2 \u03C3"}, // the sigma at a word's end
+        {"\u0419\u043E\u0433", "\u0438\u043E\u0433"},
+        {"\u0915\u093E\u092E", "\u0915\u093E\u092E"}, // a vowel sign stays
+        {"\u65E5\u672C\u3000\u8A9E", "\u65E5\u672C \u8A9E"},
+        {"\uAC00\u1100\u1161", "\uAC00\uAC00"}, // syllables are composed
+        {std::string("a\0b", 3), "a b"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(normalize(c.text), c.normalized) << c.text;
+}
+
+/// The short ways for ASCII and Latin texts are left as soon as a character of another script stands in the
+/// text, and a word more must not change what comes before it.
+TEST(Normalize, GivesTheSameTheShortWayAndTheLong) {
+    std::mt19937 random(11);
+    std::size_t nonEmpty = 0;
+    for (int round = 0; round < 20'000; ++round) {
+        const unsigned highest = round % 2 == 0 ? 0x7F : 0x36F;
+        std::string text;
+        for (std::size_t length = random() % 8; length > 0; --length) {
+            const unsigned c = random() % 16 == 0 ? 0x2000U + static_cast<unsigned>(random() % 0x70)
+                                                  : static_cast<unsigned>(random() % (highest + 1));
+            if (c < 0x80)
+                text += static_cast<char>(c);
+            else if (c < 0x800)
+                text.append({static_cast<char>(0xC0 | c >> 6), static_cast<char>(0x80 | (c & 0x3F))});
+            else
+                text.append({static_cast<char>(0xE0 | c >> 12), static_cast<char>(0x80 | (c >> 6 & 0x3F)),
+                             static_cast<char>(0x80 | (c & 0x3F))});
+        }
+        const std::string shortWay = normalize(text);
+        const std::string longWay = normalize(text + " \u65E5");
+        ASSERT_EQ(shortWay.empty() ? "\u65E5" : shortWay + " \u65E5", longWay) << round;
+        ASSERT_EQ(normalize(shortWay), shortWay) << round;
+        nonEmpty += !shortWay.empty();
+    }
+    EXPECT_GT(nonEmpty, 10'000U);
+}
+
+TEST(LibraryKey, IsTheHalvesJoined) {
+    for (const auto& [artist, title, key] : std::vector<std::array<std::string, 3>>{
+             {"The Night Band", "Last Train Home", "the night band last train home"},
+             {"", "Intro", "intro"},
+             {"Intro", "", "intro"},
+             {"!!!", "?", ""},
+             {"\u039F\u0394\u039F\u03A3", "\u0301a", "\u03BF\u03B4\u03BF\u03C2 a"}})
+        EXPECT_EQ(libraryKey(artist, title), key);
+}
+
+TEST(FileNameKey, LeavesFolderAndExtensionOut) {
+    for (const Case& c :
+         std::vector<Case>{{"/Music/The Night Band - Last Train Home.mp3", "the night band last train home"},
+                           {"/m/a.mp3", "a"},
+                           {"/m/a.m4a", "a"},
+                           {"/m/Song.Name.mp3", "song name"},
+                           {"/m.usic/Song", "song"},
+                           {"/m/.mp3", ""}})
+        EXPECT_EQ(fileNameKey(c.text), c.normalized) << c.text;
+}
+
+TEST(ContainmentTest, NeedsBothHalves) {
+    const Track track{"Last Train Home", "The Night Band", "", "/m/x.mp3", {}};
+    EXPECT_TRUE(containmentTest(track, "Night", "Train"));
+    EXPECT_TRUE(containmentTest(track, "IGHT b", "ain ho"));
+    EXPECT_FALSE(containmentTest(track, "Night", "Plane"));
+    EXPECT_FALSE(containmentTest(track, "Day", "Train"));
+    EXPECT_FALSE(containmentTest(track, "!!!", "Train"));
+    EXPECT_FALSE(containmentTest(track, "Night", ""));
+    EXPECT_FALSE(containmentTest(Track{"", "", "", "/m/x.mp3", {}}, "a", "a"));
+}
+
+} // namespace
+} // namespace orvalen::test
