@@ -44,6 +44,18 @@ Expected<void> writeAll(int file, std::string_view bytes) {
     return {};
 }
 
+/// Reserves the blocks before the first old byte is overwritten. File systems that cannot reserve are left
+/// to tell when they are full.
+Expected<void> makeRoom(int file, off_t oldLength, off_t length) {
+    if (length == 0 || ::fallocate(file, 0, 0, length) == 0)
+        return {};
+    const int error = errno;
+    if (error != ENOSPC && error != EDQUOT && error != EFBIG)
+        return {};
+    static_cast<void>(::ftruncate(file, oldLength)); // what was reserved until the disk was full
+    return systemFailure(error);
+}
+
 /// A file of its own beside the destination that vanishes unless it is committed.
 class TemporaryFile {
 public:
@@ -120,12 +132,20 @@ Expected<std::string> readWholeFile(const std::string& path) {
 }
 
 Expected<void> writeWholeFile(const std::string& path, std::string_view bytes) {
-    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
     if (!file.isOpen())
         return systemFailure(errno);
+    struct stat before {};
+    if (::fstat(file.number(), &before) != 0)
+        return systemFailure(errno);
+    const bool hasLength = S_ISREG(before.st_mode);
+    const auto length = static_cast<off_t>(bytes.size());
+    if (hasLength)
+        if (auto room = makeRoom(file.number(), before.st_size, length); !room)
+            return room;
     if (auto written = writeAll(file.number(), bytes); !written)
         return written;
-    if (file.close() != 0)
+    if ((hasLength && ::ftruncate(file.number(), length) != 0) || file.close() != 0)
         return systemFailure(errno);
     return {};
 }

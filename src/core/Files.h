@@ -12,7 +12,8 @@ namespace orvalen {
 /// Every byte of the file.
 Expected<std::string> readWholeFile(const std::string& path);
 
-/// Replaces the file's content. Opening comes first, so a file that may not be written stays as it was.
+/// Replaces the file's content in place. A file that may not be written stays as it was, and so does one on a
+/// disk that has no room for the bytes.
 Expected<void> writeWholeFile(const std::string& path, std::string_view bytes);
 
 /// Writes a temporary file in the same folder and renames it over the destination: a reader sees the old

@@ -1,13 +1,11 @@
 #include "export/PlaylistFile.h"
 
 #include "support/Builders.h"
+#include "support/SmallDisk.h"
 #include "support/TemporaryFolder.h"
 
-#include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 
 namespace orvalen::test {
 namespace {
@@ -117,26 +115,6 @@ TEST(PlaylistFile, TellsWhyItCouldNotBeWritten) {
     EXPECT_EQ(namesIn(folder).size(), 2U) << "a temporary file was left behind";
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/full")) << "the device was replaced by a file";
 }
-
-/// While it stands, no file of this process may grow past a few bytes: what a disk does that fills up midway.
-class SmallDisk {
-public:
-    explicit SmallDisk(rlim_t bytes) {
-        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &before_), 0);
-        const rlimit small{bytes, before_.rlim_max};
-        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    }
-    ~SmallDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-private:
-    rlimit before_{};
-    void (*handler_)(int) = std::signal(SIGXFSZ, SIG_IGN);
-};
 
 TEST(PlaylistFile, LeavesTheOldOneUntouchedWhenTheDiskFillsUpMidway) {
     const TemporaryFolder folder;

@@ -2,6 +2,7 @@
 
 #include "core/Json.h"
 #include "support/Builders.h"
+#include "support/SmallDisk.h"
 #include "support/TestPlatform.h"
 
 #include <filesystem>
@@ -307,6 +308,20 @@ TEST_F(SessionFiles, AutoSaveTellsAFailureAndKeepsTheSymbolStill) {
             << c.quirk;
         EXPECT_FALSE(view.isAutoSaving.get()) << c.quirk;
     }
+}
+
+TEST_F(SessionFiles, AutoSaveOntoAFullDiskKeepsTheLastOne) {
+    workOn("work");
+    autoSaveSession(view);
+    test.console.clear();
+    {
+        const SmallDisk disk(autoSaved().size() + 100);
+        workOn(std::string(1000, 'x'));
+        autoSaveSession(view);
+    }
+    EXPECT_THAT(test.console.lines(), ElementsAre("Auto-save session failed: File too large"));
+    loadLastSession(view);
+    EXPECT_EQ(view.matchInput.get(), "work");
 }
 
 TEST_F(SessionFiles, WithoutASupportFolderThereIsNoAutoSave) {
