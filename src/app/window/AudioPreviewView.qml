@@ -1,0 +1,37 @@
+import QtQuick
+import QtQuick.Layouts
+import Orvalen
+
+/// The position in the previewed track, to see and to seek.
+RowLayout {
+    id: position
+
+    required property PreviewState preview
+
+    spacing: 12
+
+    SeekSlider {
+        Layout.fillWidth: true
+        position01: position.preview.progress
+        Accessible.name: "Playback position"
+        onDragged: value => position.preview.moveTo(value)
+        onReleased: value => position.preview.seekTo(value)
+    }
+    Column {
+        Layout.minimumWidth: 38
+        spacing: 2
+
+        Label {
+            anchors.right: parent.right
+            text: position.preview.position
+            font.pixelSize: Theme.smallestCaption
+            color: Theme.secondary
+        }
+        Label {
+            anchors.right: parent.right
+            text: position.preview.length
+            font.pixelSize: Theme.smallestCaption
+            color: Theme.secondary
+        }
+    }
+}

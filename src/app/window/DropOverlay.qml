@@ -1,0 +1,53 @@
+import QtQuick
+import Orvalen
+
+/// Takes what is dragged onto the window, and says what will happen while it is held there.
+DropArea {
+    id: area
+
+    required property Drops drops
+    property string promise
+
+    keys: ["text/uri-list"]
+    onEntered: drag => {
+        promise = drops.promise(drag.urls)
+        drag.accepted = promise !== ""
+    }
+    onExited: promise = ""
+    onDropped: drop => {
+        promise = ""
+        drops.take(drop.urls)
+        drop.accept(Qt.CopyAction)
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: 8
+        visible: area.promise !== ""
+        radius: 14
+        color: Qt.rgba(Theme.window.r, Theme.window.g, Theme.window.b, 0.9)
+        border.width: 3
+        border.color: Theme.accent
+
+        Column {
+            anchors.centerIn: parent
+            width: parent.width - 48
+            spacing: 12
+
+            Symbol {
+                anchors.horizontalCenter: parent.horizontalCenter
+                name: "folder.badge.plus"
+                color: Theme.accentText
+                size: 48
+            }
+            Label {
+                width: parent.width
+                text: area.promise
+                font.pixelSize: Theme.title
+                font.weight: Font.DemiBold
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.Wrap
+            }
+        }
+    }
+}

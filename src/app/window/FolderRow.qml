@@ -1,0 +1,43 @@
+import QtQuick
+import QtQuick.Layouts
+import Orvalen
+
+/// One added folder or audio file, with the count of its tracks and the button that takes it off the list.
+RowLayout {
+    id: row
+
+    required property int index
+    required property string path
+    required property string countText
+    signal removed(path: string)
+
+    height: 28
+    spacing: 8
+    Accessible.role: Accessible.ListItem
+    Accessible.name: path
+
+    Symbol {
+        Layout.leftMargin: 6
+        name: "externaldrive"
+        color: Theme.secondary
+    }
+    Label {
+        Layout.fillWidth: true
+        text: row.path
+        font.pixelSize: Theme.caption
+        elide: Text.ElideMiddle
+    }
+    Label {
+        visible: row.countText !== ""
+        text: row.countText
+        font.pixelSize: Theme.smallestCaption
+        color: Theme.secondary
+    }
+    SymbolButton {
+        text: "Remove " + row.path
+        symbol: "minus.circle"
+        color: Theme.danger
+        onClicked: row.removed(row.path)
+        onActiveFocusChanged: if (activeFocus) row.ListView.view?.positionViewAtIndex(row.index, ListView.Contain)
+    }
+}

@@ -1,0 +1,87 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Orvalen
+
+/// The page where the library is kept and the wanted songs are stated. Scrolls when the window is low.
+Flickable {
+    id: page
+
+    required property LibraryState library
+    required property WantedState wanted
+    required property UpdateState update
+
+    contentWidth: width
+    contentHeight: Math.max(height, stack.implicitHeight + stack.anchors.topMargin + 8)
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    T.ScrollBar.vertical: ThinScrollBar {}
+
+    /// Keeps the focused control in sight.
+    function reveal(item: Item) {
+        if (!item || !stack.contains(stack.mapFromItem(item, 0, 0)))
+            return
+        const top = item.mapToItem(contentItem, 0, 0).y
+        if (top - 12 < contentY)
+            contentY = Math.max(0, top - 12)
+        else if (top + item.height + 12 > contentY + height)
+            contentY = Math.min(contentHeight - height, top + item.height + 12 - height)
+    }
+
+    Connections {
+        target: page.Window.window
+        function onActiveFocusItemChanged() { page.reveal(page.Window.activeFocusItem) }
+    }
+
+    ColumnLayout {
+        id: stack
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.top: parent.top
+        anchors.topMargin: 6
+        width: Math.min(900, page.width) - 32
+        height: page.contentHeight - anchors.topMargin - 8
+        spacing: 8
+
+        Label {
+            Layout.fillWidth: true
+            text: "Orvalen"
+            font.pixelSize: Theme.title
+            font.weight: Font.Bold
+            color: Theme.accentText
+            horizontalAlignment: Text.AlignHCenter
+            Accessible.role: Accessible.Heading
+        }
+
+        PanelBox {
+            Layout.fillWidth: true
+            title: "Library Controls"
+            symbol: "folder"
+
+            LibraryControls {
+                Layout.fillWidth: true
+                library: page.library
+            }
+            Divider { Layout.fillWidth: true }
+            WantedInput {
+                Layout.fillWidth: true
+                wanted: page.wanted
+            }
+            MatchControls {
+                Layout.fillWidth: true
+                wanted: page.wanted
+            }
+        }
+
+        Item { Layout.fillHeight: true }
+
+        Label {
+            Layout.fillWidth: true
+            text: page.update.footer
+            font.pixelSize: Theme.footnote
+            color: Theme.secondary
+            horizontalAlignment: Text.AlignHCenter
+            elide: Text.ElideMiddle
+        }
+    }
+}

@@ -1,0 +1,104 @@
+#include "app/window/MainWindow.h"
+
+#include "app/OrvalenApp.h"
+#include "app/window/Announcer.h"
+#include "app/window/ColorScheme.h"
+#include "app/window/Drops.h"
+#include "app/window/ExportState.h"
+#include "app/window/LibraryState.h"
+#include "app/window/PreviewState.h"
+#include "app/window/ReviewState.h"
+#include "app/window/SymbolProvider.h"
+#include "app/window/UpdateState.h"
+#include "app/window/WantedState.h"
+
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+#include <utility>
+
+// Generated from the QML module; a static library is only registered when somebody asks for it.
+void qml_register_types_Orvalen();
+
+namespace orvalen {
+namespace {
+
+/// Inter where it is installed, and colour emoji for the few that our texts use.
+QFont applicationFont() {
+    QStringList families = QGuiApplication::font().families();
+    if (QFontDatabase::hasFamily("Inter"))
+        families.prepend("Inter");
+    families.append("Noto Color Emoji");
+    QFont font = QGuiApplication::font();
+    font.setFamilies(families);
+    return font;
+}
+
+} // namespace
+
+class MainWindow::Parts : public QObject {
+public:
+    explicit Parts(ContentView& state)
+        : view(state), library(state, announcer), wanted(state, announcer), review(state, announcer),
+          exports(state, announcer, wanted), preview(state, announcer), update(state, announcer),
+          drops(state, announcer) {
+        qml_register_types_Orvalen();
+        QGuiApplication::setFont(applicationFont());
+        QGuiApplication::setWindowIcon(QIcon(":/qt/qml/Orvalen/icon.svg"));
+        engine.addImageProvider("symbol", new SymbolProvider);
+        engine.addImportPath(":/qt/qml");
+        engine.setInitialProperties({{"library", QVariant::fromValue(&library)},
+                                     {"wanted", QVariant::fromValue(&wanted)},
+                                     {"review", QVariant::fromValue(&review)},
+                                     {"exports", QVariant::fromValue(&exports)},
+                                     {"preview", QVariant::fromValue(&preview)},
+                                     {"update", QVariant::fromValue(&update)},
+                                     {"drops", QVariant::fromValue(&drops)}});
+        engine.load(QUrl("qrc:/qt/qml/Orvalen/Main.qml"));
+        if (engine.rootObjects().isEmpty())
+            qFatal("The window cannot be made");
+        window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
+        connect(window, &QQuickWindow::frameSwapped, this, &Parts::appear, Qt::QueuedConnection);
+    }
+
+    void show() {
+        window->show();
+        autoSave = installAutoSave(view);
+    }
+
+    void appear() {
+        if (!std::exchange(appeared, true))
+            contentAppeared(view);
+    }
+
+    ContentView& view;
+    Announcer announcer;
+    ColorScheme colorScheme;
+    LibraryState library;
+    WantedState wanted;
+    ReviewState review;
+    ExportState exports;
+    PreviewState preview;
+    UpdateState update;
+    Drops drops;
+    QQmlApplicationEngine engine;
+    QQuickWindow* window = nullptr;
+    TimerHandle autoSave;
+    bool appeared = false;
+};
+
+MainWindow::MainWindow(ContentView& view) : parts_(std::make_unique<Parts>(view)) {}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::show() {
+    parts_->show();
+}
+
+QQuickWindow* MainWindow::window() const {
+    return parts_->window;
+}
+
+} // namespace orvalen

@@ -1,0 +1,50 @@
+import QtQuick
+import QtQuick.Layouts
+import Orvalen
+
+/// Starts a match run and shows how far it is.
+ColumnLayout {
+    id: controls
+
+    required property WantedState wanted
+
+    spacing: 8
+
+    PushButton {
+        text: "Match Playlist"
+        symbol: "music.note.list"
+        prominent: true
+        enabled: controls.wanted.canMatch
+        onClicked: controls.wanted.match()
+    }
+
+    RowLayout {
+        Layout.fillWidth: true
+        visible: controls.wanted.matching
+        spacing: 10
+
+        Spinner {
+            implicitWidth: 22
+            implicitHeight: 22
+        }
+        Label {
+            Layout.fillWidth: true
+            text: controls.wanted.matchingText
+            font.pixelSize: Theme.subheadline
+            color: Theme.secondary
+            elide: Text.ElideMiddle
+        }
+    }
+
+    LinearProgress {
+        Layout.fillWidth: true
+        visible: controls.wanted.matchBarVisible
+        label: "Matching..."
+        value: controls.wanted.matchProgress
+
+        Behavior on value {
+            enabled: controls.wanted.matchBarVisible
+            NumberAnimation { duration: 200 }
+        }
+    }
+}

@@ -1,0 +1,47 @@
+#include "app/window/PreviewState.h"
+
+#include "app/window/QtText.h"
+#include "preview/PreviewPlayer.h"
+
+namespace orvalen {
+
+PreviewState::PreviewState(ContentView& view, Announcer& announcer) : FieldGroup(view, announcer) {
+    follow(view.audioPlayer);
+    follow(view.selectedTrack);
+    follow(view.playbackProgress);
+}
+
+bool PreviewState::shown() const {
+    return view().selectedTrack.get().has_value();
+}
+
+QString PreviewState::title() const {
+    const auto& track = view().selectedTrack.get();
+    return track ? "Now Playing: " + toQString(track->path) : QString();
+}
+
+double PreviewState::progress() const {
+    return view().playbackProgress.get();
+}
+
+QString PreviewState::position() const {
+    const auto& track = view().selectedTrack.get();
+    return track ? toQString(positionLabel(view(), *track)) : QString();
+}
+
+QString PreviewState::length() const {
+    const auto& track = view().selectedTrack.get();
+    return track ? toQString(lengthLabel(view(), *track)) : QString();
+}
+
+void PreviewState::moveTo(double progress) {
+    view().playbackProgress.set(progress);
+}
+
+void PreviewState::seekTo(double progress) {
+    // The progress tick may have written the field since the slider moved.
+    moveTo(progress);
+    seekPreview(view());
+}
+
+} // namespace orvalen

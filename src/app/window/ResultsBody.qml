@@ -1,0 +1,100 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Orvalen
+
+/// The rows with what concerns them all, what is being played, and the export. The rows take what height is left;
+/// where too little is left for them, everything scrolls.
+Flickable {
+    id: body
+
+    required property ReviewState review
+    required property ExportState exports
+    required property PreviewState preview
+
+    contentWidth: width
+    contentHeight: Math.max(height, stack.implicitHeight - list.implicitHeight + 190)
+    interactive: contentHeight > height
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    T.ScrollBar.vertical: ThinScrollBar {}
+
+    PickerList { id: pickerList; parent: T.Overlay.overlay }
+
+    ColumnLayout {
+        id: stack
+
+        x: 16
+        width: body.width - 32
+        height: body.contentHeight
+        spacing: 0
+
+        Flow {
+            Layout.fillWidth: true
+            Layout.topMargin: 10
+            Layout.bottomMargin: 6
+            spacing: 8
+
+            PushButton {
+                text: "Select All"
+                symbol: "checkmark.circle.fill"
+                textSize: Theme.footnote
+                onClicked: body.review.includeAll(true)
+            }
+            PushButton {
+                text: "Deselect All"
+                symbol: "circle"
+                textSize: Theme.footnote
+                onClicked: body.review.includeAll(false)
+            }
+        }
+        Label {
+            Layout.bottomMargin: 6
+            text: body.review.summary
+            font.pixelSize: Theme.caption
+            color: Theme.secondary
+        }
+
+        ListView {
+            id: list
+
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            implicitHeight: 190
+            clip: true
+            spacing: 0
+            boundsBehavior: Flickable.StopAtBounds
+            cacheBuffer: 400
+            reuseItems: true
+            model: body.review.rows
+            T.ScrollBar.vertical: ThinScrollBar { id: bar }
+            Accessible.role: Accessible.List
+            Accessible.name: "Results"
+
+            delegate: MatchedTrackRow {
+                width: list.width - 12
+                onFocused: list.positionViewAtIndex(index, ListView.Contain)
+                onPreviewToggled: body.review.togglePreview(index)
+                onBrowsed: body.review.browse(index)
+                onTicked: on => body.review.include(index, on)
+                onChosen: option => body.review.choose(index, option)
+                onPickerOpened: picker => pickerList.openAt(picker)
+            }
+        }
+
+        NowPlaying {
+            Layout.fillWidth: true
+            Layout.topMargin: 8
+            visible: body.preview.shown
+            preview: body.preview
+        }
+        ExportOptions {
+            Layout.fillWidth: true
+            Layout.topMargin: 8
+            Layout.bottomMargin: 12
+            exports: body.exports
+        }
+    }
+}

@@ -1,0 +1,93 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Orvalen
+
+/// The sheet that comes up over the main page with the result rows and the export. It is there while the state
+/// says so; Escape and "Close" only ask.
+T.Popup {
+    id: sheet
+
+    required property ReviewState review
+    required property ExportState exports
+    required property PreviewState preview
+
+    readonly property int strip: 12 ///< what stays visible of the page below
+    readonly property int leastHeight: 800 + strip
+    property real risen: 0 ///< 1 when the sheet has come up
+
+    onOpened: body.forceActiveFocus()
+
+    modal: true
+    focus: true
+    closePolicy: T.Popup.NoAutoClose
+    parent: T.Overlay.overlay
+    width: parent ? Math.min(900, parent.width) : 600
+    height: parent ? parent.height - strip : 800
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: strip + Math.round((1 - risen) * 90)
+    opacity: risen
+
+    Connections {
+        target: sheet.review
+        function onChanged() { sheet.follow() }
+    }
+    Component.onCompleted: follow()
+
+    function follow() {
+        if (review.shown)
+            open()
+        else
+            close()
+    }
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.dim
+    }
+    enter: Transition {
+        NumberAnimation { property: "risen"; to: 1; duration: 300; easing.type: Easing.InOutQuad }
+    }
+    exit: Transition {
+        NumberAnimation { property: "risen"; to: 0; duration: 300; easing.type: Easing.InOutQuad }
+    }
+
+    background: Rectangle {
+        color: Theme.window
+        radius: 12
+        border.color: Theme.line
+
+        Rectangle {
+            anchors.fill: parent
+            anchors.topMargin: 20
+            color: parent.color
+        }
+    }
+
+    ColumnLayout {
+        id: body
+
+        anchors.fill: parent
+        spacing: 0
+        Accessible.role: Accessible.Dialog
+        Accessible.name: "Playlist Results"
+        Keys.onEscapePressed: sheet.review.close()
+
+        ResultsHeader {
+            Layout.fillWidth: true
+            autoSaving: sheet.review.autoSaving
+            onClosed: sheet.review.close()
+        }
+        Divider { Layout.fillWidth: true }
+        ExportBanner {
+            Layout.fillWidth: true
+            shown: sheet.exports.bannerShown
+        }
+        ResultsBody {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            review: sheet.review
+            exports: sheet.exports
+            preview: sheet.preview
+        }
+    }
+}

@@ -1,0 +1,69 @@
+import QtQuick
+import QtQuick.Layouts
+import Orvalen
+
+/// The file that a row stands for, with the button to hear it. Glows while it is heard.
+Item {
+    id: details
+
+    required property string fileLine
+    required property string tempoLine
+    required property bool hasTempo
+    required property bool pauses
+    required property bool playing
+    signal toggled()
+    signal focused()
+
+    implicitHeight: 40
+
+    // The shadow: a few soft frames, two points lower.
+    Repeater {
+        model: details.playing ? 4 : 0
+
+        Rectangle {
+            required property int index
+
+            anchors.fill: parent
+            anchors.margins: -index
+            anchors.topMargin: 2 - index
+            anchors.bottomMargin: -2 - index
+            radius: Theme.radius + index
+            color: Qt.rgba(1, 0.62, 0.04, 0.3 / 4)
+        }
+    }
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.radius
+        color: details.playing ? Theme.mix(Theme.panel, Theme.accent, 0.2) : Theme.panel
+        border.width: 1
+        border.color: details.playing ? Theme.accent : Theme.line
+    }
+    RowLayout {
+        anchors.fill: parent
+        anchors.leftMargin: 6
+        anchors.rightMargin: 10
+        spacing: 10
+
+        PushButton {
+            text: details.pauses ? "Pause" : "Play"
+            symbol: details.pauses ? "pause.fill" : "play.fill"
+            textSize: Theme.footnote
+            Layout.preferredWidth: 84
+            onClicked: details.toggled()
+            onActiveFocusChanged: if (activeFocus) details.focused()
+        }
+        Label {
+            Layout.fillWidth: true
+            text: details.fileLine
+            font.pixelSize: Theme.caption
+            elide: Text.ElideMiddle
+            maximumLineCount: 1
+        }
+        Label {
+            text: details.tempoLine
+            font.pixelSize: Theme.caption
+            font.weight: details.hasTempo ? Font.DemiBold : Font.Normal
+            color: details.hasTempo ? Theme.text : Theme.secondary
+        }
+    }
+}

@@ -1,0 +1,103 @@
+import QtQuick
+import QtQuick.Layouts
+import Orvalen
+
+/// The three ways to state the wanted songs.
+ColumnLayout {
+    id: input
+
+    required property WantedState wanted
+
+    spacing: 8
+
+    Segmented {
+        Layout.fillWidth: true
+        name: "Input"
+        labels: ["Track List", "Spotify Playlist", "DJEP CSV"]
+        currentIndex: input.wanted.inputMode
+        onChosen: index => input.wanted.inputMode = index
+    }
+
+    ColumnLayout {
+        Layout.fillWidth: true
+        visible: input.wanted.inputMode === 0
+        spacing: 4
+
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: 10
+
+            Label {
+                text: "Input Format"
+                font.pixelSize: Theme.caption
+                color: Theme.secondary
+            }
+            Segmented {
+                Layout.fillWidth: true
+                name: "Input Format"
+                textSize: Theme.caption
+                labels: ["Artist – Title", "Title – Artist"]
+                currentIndex: input.wanted.formatIndex
+                onChosen: index => input.wanted.formatIndex = index
+            }
+        }
+        Disclosure {
+            Layout.fillWidth: true
+            title: "📄 Paste Format Help"
+
+            Label {
+                Layout.fillWidth: true
+                text: "• Paste tracks like 'Artist – Title', one per line."
+                font.pixelSize: Theme.caption
+                color: Theme.secondary
+                wrapMode: Text.Wrap
+            }
+            Label {
+                Layout.fillWidth: true
+                text: "• Matching is case-insensitive and flexible."
+                font.pixelSize: Theme.caption
+                color: Theme.secondary
+                wrapMode: Text.Wrap
+            }
+        }
+        TextEditor {
+            id: editor
+
+            Layout.fillWidth: true
+            implicitHeight: 120
+            name: "Wanted list"
+            Component.onCompleted: input.wanted.edit(document)
+
+            Connections {
+                target: input.wanted
+                function onTextReplaced(text: string) { editor.replaceText(text) }
+            }
+        }
+    }
+
+    InputField {
+        Layout.fillWidth: true
+        visible: input.wanted.inputMode === 1
+        placeholderText: "Spotify playlist URL"
+        text: input.wanted.spotifyAddress
+        onTextEdited: input.wanted.spotifyAddress = text
+    }
+
+    ColumnLayout {
+        Layout.fillWidth: true
+        visible: input.wanted.inputMode === 2
+        spacing: 8
+
+        ToggleSwitch {
+            Layout.maximumWidth: input.width
+            text: "Ignore 'Do Not Play' Requests"
+            textSize: Theme.caption
+            value: input.wanted.ignoreDoNotPlay
+            onSwitched: value => input.wanted.ignoreDoNotPlay = value
+        }
+        PushButton {
+            text: "Import DJEP CSV"
+            onClicked: input.wanted.importDJEP()
+        }
+    }
+}

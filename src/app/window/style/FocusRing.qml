@@ -1,0 +1,16 @@
+import QtQuick
+import Orvalen
+
+/// The frame around whatever the keyboard acts on; fill the control with it.
+Rectangle {
+    property bool shown: false
+    property int inner: Theme.radius
+
+    anchors.fill: parent
+    anchors.margins: -3
+    visible: shown
+    color: "transparent"
+    radius: inner + 3
+    border.width: 2
+    border.color: Theme.focus
+}

@@ -1,0 +1,42 @@
+import QtQuick
+import QtQuick.Templates as T
+import Orvalen
+
+/// One line of text.
+T.TextField {
+    id: field
+
+    implicitWidth: 240
+    implicitHeight: 32
+    leftPadding: 10
+    rightPadding: 10
+    verticalAlignment: TextInput.AlignVCenter
+    color: Theme.text
+    placeholderTextColor: Theme.secondary
+    selectionColor: Theme.accent
+    selectedTextColor: Theme.accentInk
+    selectByMouse: true
+    hoverEnabled: true
+    font.family: Theme.family
+    font.pixelSize: Theme.body
+    Accessible.role: Accessible.EditableText
+    Accessible.name: placeholderText
+
+    Label {
+        x: field.leftPadding
+        anchors.verticalCenter: parent.verticalCenter
+        width: field.width - field.leftPadding - field.rightPadding
+        visible: field.length === 0 && field.preeditText === ""
+        text: field.placeholderText
+        font.pixelSize: field.font.pixelSize
+        color: field.placeholderTextColor
+        elide: Text.ElideRight
+        Accessible.ignored: true
+    }
+    background: Rectangle {
+        radius: Theme.radius
+        color: Theme.inset
+        border.width: field.activeFocus ? 2 : 1
+        border.color: field.activeFocus ? Theme.focus : field.hovered ? Theme.secondary : Theme.controlLine
+    }
+}

@@ -1,0 +1,35 @@
+import QtQuick
+import Orvalen
+
+/// How far something is, from 0 to 1, with its name above.
+Column {
+    id: progress
+
+    required property string label
+    required property real value
+    property int thickness: 6
+
+    spacing: 5
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: label
+    Accessible.description: Math.round(value * 100) + " %"
+
+    Label {
+        text: progress.label
+        font.pixelSize: Theme.subheadline
+        Accessible.ignored: true
+    }
+    Rectangle {
+        width: progress.width
+        height: progress.thickness
+        radius: height / 2
+        color: Theme.track
+
+        Rectangle {
+            width: Math.max(height, parent.width * Math.max(0, Math.min(1, progress.value)))
+            height: parent.height
+            radius: height / 2
+            color: Theme.accent
+        }
+    }
+}

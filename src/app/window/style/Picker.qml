@@ -1,0 +1,76 @@
+import QtQuick
+import QtQuick.Templates as T
+import Orvalen
+
+/// One choice of many, in a list that opens over the page. It keeps nothing: it shows what it is told and asks for
+/// another choice.
+T.AbstractButton {
+    id: picker
+
+    required property list<string> labels
+    required property int currentIndex
+    signal chosen(int index)
+    /// Asks the page for its list; the page answers the choice to `chosen`.
+    signal opened()
+
+    readonly property string currentLabel: labels[currentIndex] ?? ""
+
+    implicitHeight: 30
+    implicitWidth: 240
+    leftPadding: 10
+    rightPadding: 8
+    opacity: enabled ? 1 : Theme.disabledOpacity
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    font.pixelSize: Theme.subheadline
+    onClicked: opened()
+
+    function step(by: int) {
+        const next = Math.max(0, Math.min(labels.length - 1, currentIndex + by))
+        if (next !== currentIndex)
+            chosen(next)
+    }
+
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+    Keys.onUpPressed: step(-1)
+    Keys.onDownPressed: step(1)
+    Accessible.role: Accessible.ComboBox
+    Accessible.description: currentLabel
+    Accessible.onPressAction: if (enabled) clicked()
+
+    Item {
+        anchors.fill: parent
+        anchors.leftMargin: picker.leftPadding
+        anchors.rightMargin: picker.rightPadding
+        z: 1
+
+        Label {
+            anchors.left: parent.left
+            anchors.right: arrow.left
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            text: picker.currentIndex < 0 ? picker.labels.length + " candidates: choose one" : picker.currentLabel
+            font.pixelSize: picker.font.pixelSize
+            color: picker.currentIndex < 0 ? Theme.accentText : Theme.text
+            elide: Text.ElideRight
+            Accessible.ignored: true
+        }
+        Symbol {
+            id: arrow
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            name: "chevron.up.down"
+            color: Theme.secondary
+            size: 15
+        }
+    }
+    background: Rectangle {
+        radius: Theme.radius
+        color: picker.down ? Theme.controlPressed : picker.hovered ? Theme.controlHovered : Theme.control
+        border.color: Theme.controlLine
+
+        FocusRing { shown: picker.visualFocus }
+    }
+}

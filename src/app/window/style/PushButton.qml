@@ -1,0 +1,88 @@
+import QtQuick
+import QtQuick.Templates as T
+import Orvalen
+
+/// A button: prominent, bordered or plain, with a symbol before its text where it has one.
+T.Button {
+    id: button
+
+    property string symbol
+    property bool prominent: false
+    property bool plain: false
+    property bool destructive: false
+    property int textSize: Theme.body
+    property string tip
+
+    readonly property color ink: prominent ? Theme.accentInk : destructive ? Theme.danger : Theme.text
+    readonly property bool small: textSize < Theme.body
+
+    implicitWidth: line.naturalWidth + leftPadding + rightPadding
+    implicitHeight: small ? 28 : 32
+    leftPadding: plain ? 6 : small ? 10 : 13
+    rightPadding: leftPadding
+    opacity: enabled ? 1 : Theme.disabledOpacity
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    font.pixelSize: textSize
+    font.weight: prominent ? Font.DemiBold : Font.Medium
+
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.description: tip
+    Accessible.onPressAction: if (enabled) clicked()
+
+    Row {
+        id: line
+
+        readonly property real beforeText: drawing.visible ? drawing.width + spacing : 0
+        readonly property real naturalWidth: beforeText + caption.implicitWidth
+
+        anchors.centerIn: parent
+        z: 1
+        spacing: 7
+
+        Symbol {
+            id: drawing
+
+            anchors.verticalCenter: parent.verticalCenter
+            name: button.symbol
+            visible: button.symbol !== ""
+            color: button.prominent || button.destructive ? button.ink : Theme.accentText
+            size: button.small ? 14 : 16
+        }
+        Label {
+            id: caption
+
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(Math.ceil(implicitWidth), button.availableWidth - line.beforeText)
+            text: button.text
+            font.pixelSize: button.textSize
+            font.weight: button.font.weight
+            color: button.ink
+            elide: Text.ElideRight
+            Accessible.ignored: true
+        }
+    }
+
+    background: Rectangle {
+        readonly property color fill: button.prominent
+            ? (button.down ? Theme.accentPressed : button.hovered ? Theme.accentHovered : Theme.accent)
+            : button.plain
+            ? Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, button.down ? 0.14 : button.hovered ? 0.08 : 0)
+            : (button.down ? Theme.controlPressed : button.hovered ? Theme.controlHovered : Theme.control)
+
+        radius: Theme.radius
+        color: fill
+        border.width: button.prominent || button.plain ? 0 : 1
+        border.color: Theme.controlLine
+
+        FocusRing { shown: button.visualFocus }
+    }
+
+    HoverTip {
+        text: button.tip
+        shown: button.hovered && button.tip !== ""
+    }
+}

@@ -1,0 +1,91 @@
+pragma Singleton
+
+import QtQuick
+
+/// Colours, sizes and times of the whole window. Everything derives from the system's window and text colours,
+/// so that light and dark follow the desktop at once; text colours are pushed until they can be read.
+QtObject {
+    id: theme
+
+    readonly property SystemPalette system: SystemPalette {
+        colorGroup: SystemPalette.Active
+    }
+    readonly property color window: system.window
+    readonly property bool dark: luminance(window) < luminance(system.windowText)
+    readonly property color white: "#ffffff"
+    readonly property color black: "#000000"
+    readonly property color ink: dark ? white : black
+
+    // Surfaces, from the bottom up.
+    readonly property color panel: mix(window, white, dark ? 0.045 : 0.55)
+    readonly property color inset: dark ? mix(window, black, 0.28) : mix(window, white, 0.9)
+    readonly property color control: dark ? mix(window, white, 0.13) : mix(window, white, 0.85)
+    readonly property color controlHovered: dark ? mix(window, white, 0.19) : mix(window, white, 0.4)
+    readonly property color controlPressed: dark ? mix(window, white, 0.08) : mix(window, black, 0.08)
+    readonly property color track: mix(panel, ink, dark ? 0.14 : 0.12)
+    readonly property color line: mix(window, ink, dark ? 0.14 : 0.13)
+    readonly property color controlLine: mix(window, ink, dark ? 0.2 : 0.22)
+    readonly property color dim: Qt.rgba(0, 0, 0, dark ? 0.55 : 0.35)
+    readonly property color shade: Qt.rgba(0, 0, 0, dark ? 0.3 : 0.12)
+
+    // Text and marks.
+    readonly property color text: readable(system.windowText, 7)
+    readonly property color secondary: readable(mix(window, text, dark ? 0.62 : 0.6), 4.6)
+    readonly property color accentText: readable(accent, 4.6)
+    readonly property color danger: readable(red, 4.6)
+    readonly property color success: readable(green, 4.6)
+    readonly property color red: "#ff4f44"
+    readonly property color green: "#34c759"
+    readonly property color accent: "#ff9f0a"
+    readonly property color accentHovered: "#ffb03a"
+    readonly property color accentPressed: "#e68c00"
+    readonly property color accentInk: "#241500"
+    readonly property color focus: dark ? accent : accentText
+    readonly property real disabledOpacity: 0.42
+
+    readonly property string family: Qt.application.font.family
+
+    // Sizes of text by role, in pixels.
+    readonly property int largeTitle: 26
+    readonly property int title: 23
+    readonly property int headline: 15
+    readonly property int body: 14
+    readonly property int subheadline: 13
+    readonly property int footnote: 12
+    readonly property int caption: 12
+    readonly property int smallestCaption: 11
+
+    readonly property int radius: 7
+    readonly property int boxRadius: 10
+    readonly property int quick: 120
+
+    function mix(from: color, to: color, share: real): color {
+        return Qt.rgba(from.r + (to.r - from.r) * share, from.g + (to.g - from.g) * share,
+                       from.b + (to.b - from.b) * share, 1)
+    }
+
+    function linear(channel: real): real {
+        return channel <= 0.03928 ? channel / 12.92 : Math.pow((channel + 0.055) / 1.055, 2.4)
+    }
+
+    function luminance(c: color): real {
+        return 0.2126 * linear(c.r) + 0.7152 * linear(c.g) + 0.0722 * linear(c.b)
+    }
+
+    function contrast(left: color, right: color): real {
+        const a = luminance(left)
+        const b = luminance(right)
+        return (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05)
+    }
+
+    /// The colour, pushed towards black or white until it stands out enough on every surface that carries text.
+    function readable(c: color, least: real): color {
+        let result = c
+        for (let step = 0; step < 40; ++step) {
+            if ([window, panel, control].every(surface => contrast(result, surface) >= least))
+                break
+            result = mix(result, ink, 0.05)
+        }
+        return result
+    }
+}
