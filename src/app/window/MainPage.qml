@@ -38,7 +38,7 @@ Flickable {
 
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.top: parent.top
-        anchors.topMargin: 6
+        anchors.topMargin: 8
         width: Math.min(900, page.width) - 32
         height: page.contentHeight - anchors.topMargin - 8
         spacing: 8

@@ -58,14 +58,14 @@ Item {
                 text: row.label
                 font.pixelSize: Theme.caption
                 color: Theme.secondary
-                elide: Text.ElideRight
+                elide: Text.ElideMiddle
             }
             Label {
                 Layout.fillWidth: true
                 text: row.header
                 font.pixelSize: Theme.body
                 font.weight: row.bold ? Font.Bold : Font.Normal
-                elide: Text.ElideRight
+                elide: Text.ElideMiddle
             }
         }
 

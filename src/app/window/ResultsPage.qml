@@ -12,7 +12,7 @@ T.Popup {
     required property ExportState exports
     required property PreviewState preview
 
-    readonly property int strip: 12 ///< what stays visible of the page below
+    readonly property int strip: 6 ///< what stays visible of the page below
     readonly property int leastHeight: 800 + strip
     property real risen: 0 ///< 1 when the sheet has come up
 

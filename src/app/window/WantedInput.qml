@@ -23,17 +23,24 @@ ColumnLayout {
         visible: input.wanted.inputMode === 0
         spacing: 4
 
-        RowLayout {
+        Item {
             Layout.fillWidth: true
-            spacing: 10
+            implicitHeight: format.height
 
             Label {
+                id: caption
+
+                anchors.verticalCenter: parent.verticalCenter
                 text: "Input Format"
                 font.pixelSize: Theme.caption
                 color: Theme.secondary
             }
             Segmented {
-                Layout.fillWidth: true
+                id: format
+
+                anchors.left: caption.right
+                anchors.leftMargin: 10
+                anchors.right: parent.right
                 name: "Input Format"
                 textSize: Theme.caption
                 labels: ["Artist – Title", "Title – Artist"]

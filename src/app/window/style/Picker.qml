@@ -53,7 +53,7 @@ T.AbstractButton {
             text: picker.currentIndex < 0 ? picker.labels.length + " candidates: choose one" : picker.currentLabel
             font.pixelSize: picker.font.pixelSize
             color: picker.currentIndex < 0 ? Theme.accentText : Theme.text
-            elide: Text.ElideRight
+            elide: Text.ElideMiddle
             Accessible.ignored: true
         }
         Symbol {

@@ -94,7 +94,7 @@ T.Popup {
                     verticalAlignment: Text.AlignVCenter
                     text: entry.text
                     font.pixelSize: Theme.subheadline
-                    elide: Text.ElideRight
+                    elide: Text.ElideMiddle
                     Accessible.ignored: true
                 }
             }

@@ -31,11 +31,12 @@ QtObject {
     // Text and marks.
     readonly property color text: readable(system.windowText, 7)
     readonly property color secondary: readable(mix(window, text, dark ? 0.62 : 0.6), 4.6)
-    readonly property color accentText: readable(accent, 4.6)
+    readonly property color accentText: readable(dark ? accent : burnt, 4.6)
     readonly property color danger: readable(red, 4.6)
     readonly property color success: readable(green, 4.6)
     readonly property color red: "#ff4f44"
     readonly property color green: "#34c759"
+    readonly property color burnt: "#c85a00"
     readonly property color accent: "#ff9f0a"
     readonly property color accentHovered: "#ffb03a"
     readonly property color accentPressed: "#e68c00"
