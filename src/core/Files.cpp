@@ -52,7 +52,9 @@ Expected<void> makeRoom(int file, off_t oldLength, off_t length) {
     const int error = errno;
     if (error != ENOSPC && error != EDQUOT && error != EFBIG)
         return {};
-    static_cast<void>(::ftruncate(file, oldLength)); // what was reserved until the disk was full
+    // Gives back what was reserved until the disk was full; where that fails too, the first error is the one to tell.
+    if (::ftruncate(file, oldLength) != 0)
+        errno = error;
     return systemFailure(error);
 }
 

@@ -40,10 +40,11 @@ WantedState::WantedState(ContentView& view, Announcer& announcer) : FieldGroup(v
     follow(view.matchProgress);
     follow(view.scanningFileName);
     view.matchInput.observe([guard = QPointer<WantedState>(this)] {
-        if (!guard || guard->committing_)
+        WantedState* state = guard.data();
+        if (state == nullptr || state->committing_)
             return;
-        guard->replaced_ = true;
-        guard->edited_ = false; // the later write wins
+        state->replaced_ = true;
+        state->edited_ = false; // the later write wins
     });
     commitTimer_.setSingleShot(true);
     connect(&commitTimer_, &QTimer::timeout, this, &WantedState::commitEdits);
