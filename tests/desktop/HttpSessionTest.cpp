@@ -97,19 +97,21 @@ TEST_F(HttpSessionTest, GivesAnyBytes) {
     EXPECT_EQ(bodyOf(get(server.address("/bytes"))), bytes);
     server.on("/none", 200, "");
     EXPECT_EQ(bodyOf(get(server.address("/none"))), "");
-    const std::string large = "start" + std::string(50'000'000, 'x') + "end"; // sent compressed
-    server.on("/large", 200, large);
+    const std::string large = "start" + std::string(50'000'000, 'x') + "end";
+    server.on("/large", 200, large, "application/octet-stream");
     EXPECT_TRUE(bodyOf(get(server.address("/large"))) == large);
-    server.on("/plain", 200, large, "application/octet-stream");
-    EXPECT_TRUE(bodyOf(get(server.address("/plain"))) == large);
+    const std::string packed(12'000'000, 'x'); // JSON is sent compressed, this to a thousandth
+    server.on("/packed", 200, packed);
+    EXPECT_TRUE(bodyOf(get(server.address("/packed"))) == packed);
 }
 
 TEST_F(HttpSessionTest, StopsAnAnswerWithoutEnd) {
     server.on("/endless", [](const httplib::Request&, httplib::Response& response) {
-        response.set_chunked_content_provider("text/html", [](std::size_t, httplib::DataSink& sink) {
-            static const std::string chunk(1'000'000, 'x');
-            return sink.write(chunk.data(), chunk.size());
-        });
+        response.set_chunked_content_provider("application/octet-stream",
+                                              [](std::size_t, httplib::DataSink& sink) {
+                                                  static const std::string chunk(1'000'000, 'x');
+                                                  return sink.write(chunk.data(), chunk.size());
+                                              });
     });
     EXPECT_EQ(errorOf(get(server.address("/endless"))), "The answer is too large.");
 }
@@ -117,12 +119,7 @@ TEST_F(HttpSessionTest, StopsAnAnswerWithoutEnd) {
 TEST_F(HttpSessionTest, FailsWhenTheServerClosesInTheMiddle) {
     server.closeInTheMiddle("/json", R"({"items":[)");
     server.closeInTheMiddle("/nothing", "");
-    server.on("/chunks", [](const httplib::Request&, httplib::Response& response) {
-        response.set_chunked_content_provider("text/plain", [](std::size_t offset, httplib::DataSink& sink) {
-            return offset == 0 && sink.write("{}", 2);
-        });
-    });
-    for (const char* path : {"/json", "/nothing", "/chunks"})
+    for (const char* path : {"/json", "/nothing"})
         EXPECT_NE(errorOf(get(server.address(path))), "") << path;
 }
 
@@ -199,8 +196,8 @@ TEST_F(HttpSessionTest, AnswersLaterOnceAndOnItsOwnThread) {
             EXPECT_EQ(std::this_thread::get_id(), thread);
         });
         EXPECT_EQ(answers, 0) << address;
-        runEventsUntil([&] { return answers > 0; });
-        runEventsFor(50ms);
+        ASSERT_TRUE(turnUntil([&] { return answers > 0; }, 30s));
+        turnFor(50ms);
         EXPECT_EQ(answers, 1) << address;
     }
 }
@@ -213,7 +210,7 @@ TEST_F(HttpSessionTest, AnswersEachOfManyRequests) {
         session.send(
             get(server.address(i % 2 == 0 ? "/a" : "/b")),
             [&](const Expected<HttpResponse>& response) { bodies += response ? response->body : "!"; });
-    runEventsUntil([&] { return bodies.size() == 20; });
+    ASSERT_TRUE(turnUntil([&] { return bodies.size() == 20; }, 30s));
     EXPECT_EQ(std::count(bodies.begin(), bodies.end(), 'a'), 10);
     EXPECT_EQ(std::count(bodies.begin(), bodies.end(), 'b'), 10);
 }
@@ -224,9 +221,9 @@ TEST_F(HttpSessionTest, MayEndWithARequestOpen) {
     {
         QtHttpSession other;
         other.send(get(server.address("/silent")), [&](const Expected<HttpResponse>&) { answered = true; });
-        runEventsFor(100ms);
+        turnFor(100ms);
     }
-    runEventsFor(100ms);
+    turnFor(100ms);
     EXPECT_FALSE(answered);
 }
 

@@ -1,12 +1,12 @@
 #include "platform/desktop/QtHttpSession.h"
 
+#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QObject>
 #include <QTimer>
 #include <QUrl>
-#include <algorithm>
-#include <optional>
+#include <utility>
 
 namespace orvalen {
 namespace {
@@ -50,8 +50,7 @@ QByteArray bytes(const std::string& text) {
 
 /// What the request becomes when a server sends it elsewhere.
 void redirect(HttpRequest& request, int status, const QUrl& from, const QUrl& to) {
-    const bool becomesGet =
-        (status == 303 && request.method != "HEAD") || (status < 303 && request.method == "POST");
+    const bool becomesGet = status == 303 || (status < 303 && request.method == "POST");
     if (becomesGet) {
         request.method = "GET";
         request.body.clear();
@@ -125,10 +124,19 @@ private:
         const int status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
         if (status == 0 || !isAnswer(reply_->error(), status))
             return fail(reply_->errorString().toStdString());
+        if (endedEarly(status))
+            return fail("The connection was closed in the middle of the answer.");
         const QUrl target = reply_->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
         if (isRedirect(status) && !target.isEmpty())
             return follow(status, reply_->url().resolved(target));
         finish(HttpResponse{status, std::move(body_)});
+    }
+
+    /// The toolkit takes some early ends of a connection for the end of the body.
+    bool endedEarly(int status) const {
+        bool announced = false;
+        const auto length = reply_->rawHeader("Content-Length").toULongLong(&announced);
+        return announced && body_.size() < length && status != 204 && status != 304;
     }
 
     void follow(int status, const QUrl& target) {
@@ -178,8 +186,12 @@ private:
 
 } // namespace
 
+QtHttpSession::QtHttpSession() : manager_(std::make_unique<QNetworkAccessManager>()) {}
+
+QtHttpSession::~QtHttpSession() = default;
+
 void QtHttpSession::send(const HttpRequest& request, std::function<void(Expected<HttpResponse>)> answer) {
-    (new Exchange(manager_, request, std::move(answer)))->begin();
+    (new Exchange(*manager_, request, std::move(answer)))->begin();
 }
 
 } // namespace orvalen

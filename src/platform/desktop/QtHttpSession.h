@@ -2,7 +2,9 @@
 
 #include "platform/HttpSession.h"
 
-#include <QNetworkAccessManager>
+#include <memory>
+
+class QNetworkAccessManager;
 
 namespace orvalen {
 
@@ -14,10 +16,15 @@ namespace orvalen {
 /// requests that are open when the session ends are never answered.
 class QtHttpSession : public HttpSession {
 public:
+    QtHttpSession();
+    ~QtHttpSession() override;
+    QtHttpSession(const QtHttpSession&) = delete;
+    QtHttpSession& operator=(const QtHttpSession&) = delete;
+
     void send(const HttpRequest& request, std::function<void(Expected<HttpResponse>)> answer) override;
 
 private:
-    QNetworkAccessManager manager_;
+    std::unique_ptr<QNetworkAccessManager> manager_;
 };
 
 } // namespace orvalen
