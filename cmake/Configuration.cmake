@@ -14,5 +14,16 @@ foreach(credential ORVALEN_SPOTIFY_CLIENT_ID ORVALEN_SPOTIFY_CLIENT_SECRET)
   endif()
 endforeach()
 
+# They are written into a C++ header as they are.
+foreach(text ORVALEN_SITE_NAME ORVALEN_UPDATE_URL ORVALEN_SPOTIFY_ACCOUNTS_URL ORVALEN_SPOTIFY_API_URL)
+  if("${${text}}" MATCHES "[\"\\\n]")
+    message(FATAL_ERROR "${text} must hold no quotation mark, backslash or line break")
+  endif()
+endforeach()
+# Paths that begin with a slash are put behind the base addresses.
+foreach(address ORVALEN_SPOTIFY_ACCOUNTS_URL ORVALEN_SPOTIFY_API_URL)
+  string(REGEX REPLACE "/+$" "" ${address} "${${address}}")
+endforeach()
+
 configure_file("${CMAKE_SOURCE_DIR}/src/app/BuildConfiguration.h.in"
   "${CMAKE_BINARY_DIR}/generated/app/BuildConfiguration.h" @ONLY)

@@ -38,17 +38,22 @@ void compareWithManifest(Platform& platform, const std::string& currentVersion,
                          const std::function<void(LatestInfo)>& newerVersionFound) {
     if (!response)
         return platform.console.line("Error fetching update info: " + response.error().description);
-    const auto info = decodeLatestInfo(response->body);
-    if (!info)
+    const auto manifest = decodeLatestInfo(response->body);
+    if (!manifest)
         return platform.console.line("Failed to decode update info.");
+    const LatestInfo& info = *manifest;
     platform.console.line("Current version: " + currentVersion);
-    platform.console.line("Remote version: " + info->version);
-    if (info->notes)
-        platform.console.line("Release notes: " + *info->notes);
-    if (compareNumerically(info->version, currentVersion) <= 0)
+    platform.console.line("Remote version: " + info.version);
+    if (info.notes)
+        platform.console.line("Release notes: " + *info.notes);
+    if (compareNumerically(info.version, currentVersion) <= 0)
         return platform.console.line("You're up to date.");
     platform.console.line("Update available!");
-    platform.mainQueue.post([newerVersionFound, info = *info] { newerVersionFound(info); });
+    platform.mainQueue.post([newerVersionFound, info] { newerVersionFound(info); });
+}
+
+std::optional<std::string> owned(const std::optional<std::string_view>& text) {
+    return text ? std::optional<std::string>(*text) : std::nullopt;
 }
 
 } // namespace
@@ -61,7 +66,7 @@ void checkForUpdates(Platform& platform, const std::string& currentVersion,
     request.address = manifestAddress;
     request.cachePolicy = CachePolicy::reloadIgnoringCache;
     platform.httpSession.send(request, [&platform, currentVersion, found = std::move(newerVersionFound)](
-                                           Expected<HttpResponse> response) {
+                                           const Expected<HttpResponse>& response) {
         compareWithManifest(platform, currentVersion, response, found);
     });
 }
@@ -80,12 +85,7 @@ Expected<LatestInfo> decodeLatestInfo(std::string_view bytes) {
     const auto notes = optionalText(*root, "notes");
     if (!notes)
         return tl::unexpected(notes.error());
-    LatestInfo info{std::string(*version), std::nullopt, std::nullopt};
-    if (*url)
-        info.url = **url;
-    if (*notes)
-        info.notes = **notes;
-    return info;
+    return LatestInfo{std::string(*version), owned(*url), owned(*notes)};
 }
 
 int compareNumerically(std::string_view left, std::string_view right) {
@@ -108,7 +108,9 @@ int compareNumerically(std::string_view left, std::string_view right) {
 }
 
 void openDownloadPage(Platform& platform, const LatestInfo& info) {
-    const auto url = info.url ? parseUrl(*info.url) : std::nullopt;
+    if (!info.url)
+        return;
+    const auto url = parseUrl(*info.url);
     if (url && url->isWeb())
         platform.browser.open(*info.url);
 }

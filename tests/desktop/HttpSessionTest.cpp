@@ -134,7 +134,7 @@ TEST_F(HttpSessionTest, TimesOutOnASilentServer) {
 }
 
 TEST_F(HttpSessionTest, TimesOutWhenAnAnswerStops) {
-    server.on("/stops", [this](const httplib::Request&, httplib::Response& response) {
+    server.on("/stops", [](const httplib::Request&, httplib::Response& response) {
         response.set_content_provider(100, "text/plain",
                                       [](std::size_t offset, std::size_t, httplib::DataSink& sink) {
                                           if (offset > 0)

@@ -11,7 +11,7 @@
 namespace orvalen {
 namespace {
 
-constexpr std::size_t bodyLimit = 64 * 1024 * 1024;
+constexpr std::size_t bodyLimit = std::size_t{64} << 20;
 constexpr int redirectLimit = 20;
 
 bool isSecure(const QUrl& url) {
@@ -109,7 +109,7 @@ private:
 
     void readOn() {
         silence_.start();
-        constexpr qint64 step = 256 * 1024;
+        constexpr qint64 step = qint64{256} << 10;
         for (QByteArray more = reply_->read(step); !more.isEmpty(); more = reply_->read(step)) {
             if (body_.size() + static_cast<std::size_t>(more.size()) > bodyLimit)
                 return fail("The answer is too large.");
