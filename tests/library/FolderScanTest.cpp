@@ -1,0 +1,216 @@
+#include "library/FolderScan.h"
+
+#include "core/Json.h"
+#include "support/Builders.h"
+#include "support/TestPlatform.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+
+namespace orvalen::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+using Progress = std::pair<double, std::string>;
+
+class FolderScan : public testing::Test {
+protected:
+    FolderScan() {
+        world.view.musicFolderURLs.set({{music.path()}});
+        world.view.scanningFileName.observe([this] {
+            progress.emplace_back(world.view.scanProgress.get(), world.view.scanningFileName.get());
+        });
+    }
+    void scan() {
+        scanLibrary(world.view);
+        world.settle();
+    }
+    std::vector<std::string> titles() const {
+        const LibraryIndex& index = world.view.trackDict.get();
+        std::vector<std::string> result;
+        for (std::size_t position = 0; position < index.trackCount(); ++position)
+            result.emplace_back(index.track(position).title);
+        return result;
+    }
+    void setTags(const std::string& path, const char* artist, const char* title) {
+        world.mediaAssets.tags[path].common = {
+            {MetadataItem{"", "title", title}, MetadataItem{"", "artist", artist}}};
+    }
+    std::string backupName() const {
+        std::string name;
+        for (const auto& entry : std::filesystem::directory_iterator(world.support().path()))
+            if (entry.path().extension() == ".json")
+                name = entry.path().filename().string();
+        return name;
+    }
+
+    TemporaryFolder music;
+    TestPlatform world;
+    std::vector<Progress> progress;
+};
+
+TEST_F(FolderScan, FilesAudioByItsExtensionAlone) {
+    for (const char* file : {"a.mp3", "b.M4A", "c.Wav", "d.mp4", "e.aiff", "f.AIF", "g.flac", "h.ogg",
+                             "i.mp3.part", "mp3", "j.", "k.mp3 ", "l.\u212Aav", "m.m.mp3", "cover.jpg"})
+        music.write(file);
+    music.makeFolder("Live.mp3"); // a folder that is named like a file
+    music.write("Live.mp3/inside.wav");
+    scan();
+    EXPECT_THAT(titles(), ElementsAre("Live", "inside", "a", "b", "c", "d", "e", "f", "m.m"));
+    EXPECT_EQ(world.view.trackCount.get(), 9);
+}
+
+TEST_F(FolderScan, AnEntryThatIsAFileContributesItself) {
+    world.view.musicFolderURLs.set({{music.write("one/Intro.wav")}, {music.write("list.txt")}});
+    scan();
+    EXPECT_THAT(titles(), ElementsAre("Intro"));
+    EXPECT_EQ(world.view.trackDict.get().key(0), "unknown intro");
+}
+
+TEST_F(FolderScan, FilesUnderTheKeyOfTheTagsAndCountsWhatIsListedTwice) {
+    setTags(music.write("1.mp3"), "Night Band", "Last Train Home");
+    setTags(music.write("2.mp3"), "NIGHT BAND", "Last train home!");
+    world.view.musicFolderURLs.set({{music.path()}, {music.path()}});
+    scan();
+    EXPECT_EQ(world.view.trackCount.get(), 4);
+    EXPECT_EQ(world.view.trackDict.get().positionsUnder("night band last train home").size(), 4U);
+}
+
+TEST_F(FolderScan, ReportsEveryFiftiethItemAndTheLast) {
+    for (int i = 0; i < 120; ++i)
+        music.write(std::to_string(1000 + i) + (i % 4 == 0 ? ".mp3" : ".jpg"));
+    scan();
+    EXPECT_THAT(progress, ElementsAre(Pair(0, ""), Pair(0.01, "Preparing scan…"), Pair(0, "1000.mp3"),
+                                      Pair(50.0 / 120, "1050.jpg"), Pair(100.0 / 120, "1100.mp3"),
+                                      Pair(119.0 / 120, "1119.jpg"), Pair(0, "")));
+    EXPECT_EQ(world.view.trackCount.get(), 30);
+}
+
+TEST_F(FolderScan, OfOneFileItReportsThatOne) {
+    music.write("only.mp3");
+    scan();
+    EXPECT_THAT(progress,
+                ElementsAre(Pair(0, ""), Pair(0.01, "Preparing scan…"), Pair(0, "only.mp3"), Pair(0, "")));
+}
+
+TEST_F(FolderScan, WithoutFoldersNothingHappens) {
+    world.view.musicFolderURLs.set({});
+    scan();
+    EXPECT_THAT(progress, IsEmpty());
+    EXPECT_EQ(world.tagQueue.pending() + world.mainQueue.pending(), 0U);
+    EXPECT_THAT(world.dialogs.messages, IsEmpty());
+}
+
+TEST_F(FolderScan, TheVisibleIndexStaysUntilTheEndAndIsThenReplaced) {
+    world.view.trackDict.set(buildIndex(std::vector<Track>{track("Old", "Gone"), track("Old", "Too")}));
+    world.view.trackCount.set(2);
+    music.write("new.mp3");
+    scanLibrary(world.view);
+    while (world.tagQueue.runOne()) {
+    }
+    EXPECT_EQ(world.view.trackCount.get(), 2);
+    world.settle();
+    EXPECT_THAT(titles(), ElementsAre("new"));
+    EXPECT_EQ(world.view.trackCount.get(), 1);
+}
+
+TEST_F(FolderScan, FoldersWithoutAudioLeaveAnEmptyLibraryAndStillSaySo) {
+    world.view.trackDict.set(buildIndex(std::vector<Track>{track("Old", "Gone")}));
+    world.view.trackCount.set(1);
+    world.view.musicFolderURLs.set({{music.path("missing")}});
+    scan();
+    EXPECT_TRUE(world.view.trackDict.get().empty());
+    EXPECT_EQ(world.view.trackCount.get(), 0);
+    EXPECT_EQ(world.dialogs.messages.size(), 1U);
+    EXPECT_THAT(progress, ElementsAre(Pair(0, ""), Pair(0.01, "Preparing scan…"), Pair(0, "")));
+}
+
+TEST_F(FolderScan, EndsWithTheFilesTheSoundAndTheMessageInThisOrder) {
+    setTags(music.write("1.mp3"), "Night Band", "Last Train Home");
+    world.dialogs.whileOpen = [this] {
+        EXPECT_THAT(world.sound.played, ElementsAre("Glass"));
+        EXPECT_EQ(world.view.trackCount.get(), 1);
+        EXPECT_EQ(world.view.scanProgress.get(), 0);
+    };
+    scan();
+    const std::string backup = backupName();
+    EXPECT_THAT(backup, testing::MatchesRegex(
+                            "library_backup_[0-9]{4}-[0-9]{2}-[0-9]{2}_[0-9]{2}-[0-9]{2}-[0-9]{2}\\.json"));
+    EXPECT_THAT(world.console.lines(),
+                ElementsAre("✅ Persistent library saved to " + world.support().path("Orvalen/library.orvl"),
+                            "Auto-saved library backup to " + world.support().path(backup)));
+    EXPECT_TRUE(world.support().exists("Orvalen/library.orvl"));
+    EXPECT_TRUE(world.support().exists("Orvalen/folders.json"));
+    ASSERT_EQ(world.dialogs.messages.size(), 1U);
+    EXPECT_EQ(world.dialogs.messages[0].title, "Library Refreshed");
+    EXPECT_EQ(world.dialogs.messages[0].text,
+              "Your scanned library has been updated and preferred tracks preserved.");
+}
+
+TEST_F(FolderScan, KeepsThePreferredMatchesOfItsStartAndNoOthers) {
+    music.write("1.mp3");
+    music.write("2.mp3");
+    world.database().savePreferredMatch("before", "/b.mp3");
+    scanLibrary(world.view);
+    world.tagQueue.runOne(); // the folder
+    world.database().savePreferredMatch("after the listing began", "/a.mp3");
+    world.tagQueue.runOne(); // the end of the listing
+    ASSERT_THAT(world.mediaAssets.opened, IsEmpty()) << "the choices are read before the first file";
+    world.database().savePreferredMatch("too late", "/l.mp3");
+    world.settle();
+    EXPECT_THAT(
+        world.database().allPreferredMatches(),
+        testing::UnorderedElementsAre(Pair("before", "/b.mp3"), Pair("after the listing began", "/a.mp3")));
+}
+
+TEST_F(FolderScan, AFileThatIsBrowsedToNeedNotWaitForTheWholeScan) {
+    for (int i = 0; i < 10; ++i)
+        music.write(std::to_string(i) + ".mp3");
+    scanLibrary(world.view);
+    bool ran = false;
+    world.tagQueue.post([&] { ran = true; });
+    world.tagQueue.runOne();
+    world.tagQueue.runOne();
+    EXPECT_TRUE(ran);
+    EXPECT_LT(world.mediaAssets.opened.size(), 2U);
+}
+
+TEST_F(FolderScan, OfTwoScansTheOneThatEndsLaterWins) {
+    music.write("first/a.mp3");
+    music.write("second/b.mp3");
+    music.write("second/c.mp3");
+    world.view.musicFolderURLs.set({{music.path("first")}});
+    scanLibrary(world.view);
+    world.view.musicFolderURLs.set({{music.path("second")}});
+    scanLibrary(world.view);
+    world.settle();
+    EXPECT_THAT(titles(), ElementsAre("b", "c"));
+    EXPECT_EQ(world.view.trackCount.get(), 2);
+    EXPECT_EQ(world.dialogs.messages.size(), 2U);
+}
+
+TEST_F(FolderScan, FilesThatVanishOrAreNoMediaBecomeTracksByTheirNames) {
+    const std::string path = music.write("Song.mp3", "no media");
+    world.mediaAssets.tags[path].common = failure("damaged");
+    scanLibrary(world.view);
+    world.tagQueue.runOne();
+    std::filesystem::remove(path);
+    world.settle();
+    EXPECT_THAT(titles(), ElementsAre("Song"));
+    EXPECT_EQ(world.console.lines().front(), "Failed to load metadata from Song.mp3: damaged");
+}
+
+TEST_F(FolderScan, WithoutASupportFolderTheLibraryIsStillRefreshed) {
+    world.userFolders.folder.reset();
+    music.write("1.mp3");
+    scan();
+    EXPECT_EQ(world.view.trackCount.get(), 1);
+    EXPECT_THAT(world.console.lines(), IsEmpty());
+    EXPECT_EQ(world.dialogs.messages.size(), 1U);
+}
+
+} // namespace
+} // namespace orvalen::test
