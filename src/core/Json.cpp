@@ -1,6 +1,7 @@
 #include "core/Json.h"
 
 #include "core/JsonReading.h"
+#include "core/JsonWriting.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,28 +15,6 @@ namespace {
 using simdjson::dom::element;
 using simdjson::dom::object;
 using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
-
-void writeText(Writer& writer, std::string_view text) {
-    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-}
-
-void writeMember(Writer& writer, std::string_view key, std::string_view text) {
-    writeText(writer, key);
-    writeText(writer, text);
-}
-
-void writeTrack(Writer& writer, const Track& track) {
-    writer.StartObject();
-    writeMember(writer, "title", track.title);
-    writeMember(writer, "artist", track.artist);
-    writeMember(writer, "genre", track.genre);
-    writeMember(writer, "path", track.path);
-    if (track.bpm) {
-        writeText(writer, "bpm");
-        writer.Int64(*track.bpm);
-    }
-    writer.EndObject();
-}
 
 void writeRow(Writer& writer, const MatchedTrack& row) {
     writer.StartObject();

@@ -1,5 +1,7 @@
 #include "library/LibrarySnapshot.h"
 
+#include "core/JsonWriting.h"
+
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 
@@ -8,18 +10,11 @@ namespace {
 
 using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
 
-void writeText(Writer& writer, std::string_view text) {
-    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-}
-
-void writeTrack(Writer& writer, const TrackView& track) {
+/// Unlike elsewhere, every track has a tempo here.
+void writeSnapshotTrack(Writer& writer, const TrackView& track) {
     writer.StartObject();
-    for (const auto& [key, text] : {std::pair("title", track.title), std::pair("artist", track.artist),
-                                    std::pair("genre", track.genre), std::pair("path", track.path)}) {
-        writer.Key(key);
-        writeText(writer, text);
-    }
-    writer.Key("bpm");
+    writeTrackTexts(writer, track);
+    writeText(writer, "bpm");
     writer.Int64(track.bpm.value_or(0));
     writer.EndObject();
 }
@@ -34,14 +29,12 @@ std::string librarySnapshotText(const LibraryIndex& index, const PreferredMatche
     writer.Key("tracks");
     writer.StartArray();
     for (std::size_t position = 0; position < index.trackCount(); ++position)
-        writeTrack(writer, index.track(position));
+        writeSnapshotTrack(writer, index.track(position));
     writer.EndArray();
     writer.Key("preferred");
     writer.StartObject();
-    for (const auto& [key, path] : preferred) {
-        writeText(writer, key);
-        writeText(writer, path);
-    }
+    for (const auto& [key, path] : preferred)
+        writeMember(writer, key, path);
     writer.EndObject();
     writer.EndObject();
     return {buffer.GetString(), buffer.GetSize()};

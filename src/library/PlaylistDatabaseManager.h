@@ -4,6 +4,8 @@
 #include "core/Location.h"
 #include "core/Text.h"
 
+#include <chrono>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,9 +20,10 @@ class UserFolders;
 /// Library key to the path of the file that the user chose for it.
 using PreferredMatches = TextMap<std::string>;
 
-/// The user's choices among candidates, in "orvalen.sqlite" in the application-support folder. Any thread:
-/// the connection runs in SQLite's serialized mode. Nothing fails towards the caller; what goes wrong is one
-/// console line, and a database that could not be opened knows nothing and stores nothing.
+/// The user's choices among candidates, in "orvalen.sqlite" in the application-support folder. Any thread;
+/// each call is whole to the others. Nothing fails towards the caller; what goes wrong is one console line,
+/// and a database that could not be opened knows nothing and stores nothing. No call waits longer than a
+/// tenth of a second for another program to let go of the file.
 class PlaylistDatabaseManager {
 public:
     /// Opens the file and creates the tables that are missing.
@@ -33,11 +36,11 @@ public:
     static PlaylistDatabaseManager& shared(const UserFolders& folders, Console& console);
 
     void createTables();
-    /// Replaces an earlier path for the key.
+    /// Replaces an earlier path for the key. On the disk when it returns.
     void savePreferredMatch(std::string_view key, std::string_view path);
     std::optional<std::string> preferredPath(std::string_view key);
     PreferredMatches allPreferredMatches();
-    /// Empties the table and saves every pair on its own.
+    /// Empties the table and saves every pair on its own. On the disk when it returns.
     void replacePreferredMatches(const PreferredMatches& matches);
 
     /// Writes tracks and preferred matches as one JSON object; a failure is silent.
@@ -46,9 +49,17 @@ public:
     void autoBackupLibrary(const LibraryIndex& index);
 
 private:
+    /// Holds the connection for one call, with the time that the call may wait for other programs.
+    class Turn;
+    static int waitForOthers(void* self, int attempts);
+    void insertMatch(const std::string& key, const std::string& path);
+    void tellError(const char* what);
+
     const UserFolders& folders_;
     Console& console_;
     sqlite3* db_ = nullptr;
+    std::mutex mutex_;
+    std::chrono::steady_clock::time_point patienceEnds_;
 };
 
 } // namespace orvalen

@@ -33,8 +33,8 @@ protected:
 };
 
 TEST_F(FolderWalkTest, ListsEachItemBeforeWhatItHoldsSortedByBytes) {
-    for (const char* file : {"b.mp3", "B.mp3", "a/z.mp3", "a/Deep/er/x.wav", "a.mp3", "ä.mp3", "e/"})
-        folder.write(file[1] == '/' && file[2] == 0 ? "e/only.txt" : file);
+    for (const char* file : {"b.mp3", "B.mp3", "a/z.mp3", "a/Deep/er/x.wav", "a.mp3", "ä.mp3", "e/only.txt"})
+        folder.write(file);
     folder.makeFolder("empty");
     EXPECT_THAT(walk({folder.path()}),
                 ElementsAre("B.mp3", "a", "a/Deep", "a/Deep/er", "a/Deep/er/x.wav", "a/z.mp3", "a.mp3",

@@ -6,7 +6,6 @@
 
 #include <filesystem>
 #include <gmock/gmock.h>
-#include <simdjson.h>
 
 namespace orvalen::test {
 namespace {

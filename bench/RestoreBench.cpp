@@ -1,0 +1,108 @@
+#include "core/Keys.h"
+#include "library/LibraryDocument.h"
+
+#include <benchmark/benchmark.h>
+#include <rapidjson/document.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+#include <unordered_map>
+
+namespace orvalen {
+namespace {
+
+/// A library of so many tracks, every tenth with an accent, every third with a tempo.
+LibraryIndex library(std::int64_t tracks) {
+    LibraryIndexBuilder builder;
+    for (std::int64_t i = 0; i < tracks; ++i) {
+        std::string artist = i % 10 == 0 ? "Señor Ritmo " : "The Night Band ";
+        artist += std::to_string(i % 9973);
+        std::string title = "Last Train Home (Extended Mix ";
+        title += std::to_string(i) + ")";
+        std::string path = "/home/dj/Music/";
+        path.append(artist).append("/").append(artist).append(" - ").append(title).append(".mp3");
+        builder.fileTrack({title, artist, "", path, i % 3 == 0 ? std::optional(i % 200) : std::nullopt});
+    }
+    return builder.finish();
+}
+
+std::string libraryText(std::int64_t tracks) {
+    return libraryDocumentText(library(tracks), {}, {{"/home/dj/Music"}});
+}
+
+void restore(benchmark::State& state) {
+    const std::string bytes = libraryText(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(readLibraryDocument(bytes));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes.size()));
+}
+
+void save(benchmark::State& state) {
+    const LibraryIndex index = library(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(libraryDocumentText(index, {}, {}));
+}
+
+using PlainIndex = std::unordered_map<std::string, std::vector<Track>>;
+
+PlainIndex plainRestored(const std::string& bytes) {
+    rapidjson::Document document;
+    document.Parse(bytes.data(), bytes.size());
+    PlainIndex index;
+    for (const auto& value : document["tracks"].GetArray()) {
+        Track track{value["title"].GetString(),
+                    value["artist"].GetString(),
+                    value["genre"].GetString(),
+                    value["path"].GetString(),
+                    {}};
+        if (value.HasMember("bpm"))
+            track.bpm = value["bpm"].GetInt64();
+        index[libraryKey(track.artist, track.title)].push_back(std::move(track));
+    }
+    return index;
+}
+
+/// The usual way: a tree of values, then a map of lists of records.
+void plainRestore(benchmark::State& state) {
+    const std::string bytes = libraryText(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(plainRestored(bytes));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes.size()));
+}
+
+/// The usual way: the tree of values is built first and then written.
+void plainSave(benchmark::State& state) {
+    const PlainIndex index = plainRestored(libraryText(state.range(0)));
+    for (auto _ : state) {
+        rapidjson::Document document(rapidjson::kObjectType);
+        auto& memory = document.GetAllocator();
+        rapidjson::Value tracks(rapidjson::kArrayType);
+        const auto text = [&](const std::string& value) { return rapidjson::Value(value.c_str(), memory); };
+        for (const auto& [key, list] : index)
+            for (const Track& track : list) {
+                rapidjson::Value value(rapidjson::kObjectType);
+                value.AddMember("title", text(track.title), memory);
+                value.AddMember("artist", text(track.artist), memory);
+                value.AddMember("genre", text(track.genre), memory);
+                value.AddMember("path", text(track.path), memory);
+                if (track.bpm)
+                    value.AddMember("bpm", *track.bpm, memory);
+                tracks.PushBack(value, memory);
+            }
+        document.AddMember("tracks", tracks, memory);
+        rapidjson::StringBuffer buffer;
+        rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+        document.Accept(writer);
+        benchmark::DoNotOptimize(buffer.GetString());
+    }
+}
+
+void sizes(benchmark::internal::Benchmark* bench) {
+    bench->ArgName("tracks")->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+}
+BENCHMARK(restore)->Name("restore")->Apply(sizes);
+BENCHMARK(plainRestore)->Name("restore/plain")->Apply(sizes);
+BENCHMARK(save)->Name("save")->Apply(sizes);
+BENCHMARK(plainSave)->Name("save/plain")->Apply(sizes);
+
+} // namespace
+} // namespace orvalen

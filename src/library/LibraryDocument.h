@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/LibraryIndex.h"
+#include "core/Location.h"
+#include "library/PlaylistDatabaseManager.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvalen {
+
+// What a library file holds, as text and back. Pure; any thread.
+
+struct LibraryDocument {
+    LibraryIndex index;
+    std::optional<PreferredMatches> preferred; ///< absent: the file says nothing usable about them
+    std::vector<Location> folders;
+};
+
+/// One JSON object, indented.
+std::string libraryDocumentText(const LibraryIndex& index, const PreferredMatches& preferred,
+                                const std::vector<Location>& folders);
+
+/// Nothing when the bytes are no such object or one of the tracks is none; preferred matches and folders of
+/// another shape are left out.
+std::optional<LibraryDocument> readLibraryDocument(std::string_view bytes);
+
+} // namespace orvalen
