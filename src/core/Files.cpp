@@ -96,6 +96,16 @@ bool isDeviceOrPipe(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
+/// The file to replace, so that a playlist that is a link stays one, wherever it leads and even when nothing
+/// is there yet.
+std::string behindLinks(const std::string& path) {
+    std::error_code error;
+    std::filesystem::path place = path;
+    for (int links = 0; links < 40 && std::filesystem::is_symlink(place, error); ++links)
+        place = place.parent_path() / std::filesystem::read_symlink(place, error);
+    return place.string();
+}
+
 /// A replaced file keeps its permissions; file systems without any are left alone.
 void keepPermissions(int file, const std::string& destination) {
     struct stat status {};
@@ -115,21 +125,22 @@ Expected<std::string> readWholeFile(const std::string& path) {
     if (S_ISDIR(status.st_mode))
         return systemFailure(EISDIR);
 
-    std::string bytes;
+    // One byte more than the file has, to find its end without growing; some files hide their size.
+    std::string bytes(static_cast<std::size_t>(status.st_size) + 1, '\0');
     std::size_t length = 0;
-    std::size_t room = static_cast<std::size_t>(status.st_size) + 1;
     for (;;) {
-        bytes.resize(length + room);
-        const ssize_t got = ::read(file.number(), bytes.data() + length, room);
+        if (length == bytes.size())
+            bytes.resize(2 * length + 64 * 1024);
+        const ssize_t got = ::read(file.number(), bytes.data() + length, bytes.size() - length);
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0)
             return systemFailure(errno);
         length += static_cast<std::size_t>(got);
-        bytes.resize(length);
-        if (got == 0)
+        if (got == 0) {
+            bytes.resize(length);
             return bytes;
-        room = 64 * 1024;
+        }
     }
 }
 
@@ -153,11 +164,7 @@ Expected<void> writeWholeFile(const std::string& path, std::string_view bytes) {
 }
 
 Expected<void> writeFileAtomically(const std::string& path, std::string_view bytes) {
-    // A playlist that is a link stays a link: the file behind it is the one to replace.
-    std::error_code ignored;
-    const std::filesystem::path behindLinks = std::filesystem::weakly_canonical(path, ignored);
-    const std::string destination = ignored ? path : behindLinks.string();
-
+    const std::string destination = behindLinks(path);
     if (isDeviceOrPipe(destination))
         return writeWholeFile(destination, bytes);
     TemporaryFile temporary(destination);

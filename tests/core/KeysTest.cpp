@@ -45,6 +45,12 @@ TEST(Normalize, BringsTextsToOneForm) {
         {"\u65E5\u672C\u3000\u8A9E", "\u65E5\u672C \u8A9E"},
         {"\uAC00\u1100\u1161", "\uAC00\uAC00"}, // syllables are composed
         {std::string("a\0b", 3), "a b"},
+        {"\u212Bngstr\u00F6m", "angstrom"},               // the sign for the unit
+        {"a\u00A0b\u2028c\u200Bd", "a b c d"},            // spaces and breaks of every kind
+        {"\uFF21\uFF42 \uFB01n", "\uFF41\uFF42 \uFB01n"}, // wide letters and ligatures stay
+        {"Vi\u1EC7t e\u0301\u0302\u0303x", "viet ex"},    // several marks on one letter
+        {"\u0301 \U0001F3B5", ""},
+        {"Caf\xE9 Mar \xFF\xC3", "caf mar"}, // bytes that are no text
     };
     for (const Case& c : cases)
         EXPECT_EQ(normalize(c.text), c.normalized) << c.text;
