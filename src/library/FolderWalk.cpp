@@ -56,11 +56,12 @@ bool FolderWalk::step() {
     while (!pending_.empty()) {
         Found next = std::move(pending_.back());
         pending_.pop_back();
-        items_.push_back(next.path);
         if (next.isFolder) {
+            items_.push_back(next.path);
             readFolder(std::move(next.path));
             return true;
         }
+        items_.push_back(std::move(next.path));
     }
     if (nextEntry_ == entries_.size())
         return false;
