@@ -7,6 +7,8 @@ ColumnLayout {
     id: controls
 
     required property LibraryState library
+    /// How many folders are shown before their list scrolls.
+    required property int foldersAtOnce
 
     spacing: 8
 
@@ -37,6 +39,7 @@ ColumnLayout {
         Layout.fillWidth: true
         visible: controls.library.hasFolders
         library: controls.library
+        rowsAtOnce: controls.foldersAtOnce
     }
 
     Flow {

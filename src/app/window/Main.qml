@@ -34,6 +34,7 @@ Window {
         id: page
 
         anchors.fill: parent
+        visible: results.risen < 1
         library: window.library
         wanted: window.wanted
         update: window.update
@@ -58,7 +59,7 @@ Window {
         acceptText: "Delete Library"
         cancelText: "Cancel"
         destructive: true
-        onAccepted: window.library.deleteLibrary()
+        onConfirmed: window.library.deleteLibrary()
         onCancelled: window.library.keepLibrary()
     }
 
@@ -68,7 +69,7 @@ Window {
         message: window.update.notes
         acceptText: "Download"
         cancelText: "Later"
-        onAccepted: window.update.download()
+        onConfirmed: window.update.download()
         onCancelled: window.update.dismiss()
     }
 }

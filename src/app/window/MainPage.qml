@@ -61,6 +61,8 @@ Flickable {
             LibraryControls {
                 Layout.fillWidth: true
                 library: page.library
+                // As many as leave the rest of the page in sight.
+                foldersAtOnce: Math.max(3, Math.floor((page.height - 664) / 28))
             }
             Divider { Layout.fillWidth: true }
             WantedInput {

@@ -3,6 +3,7 @@
 #include "app/OrvalenApp.h"
 #include "app/window/Announcer.h"
 #include "app/window/ColorScheme.h"
+#include "app/window/ControlAccessible.h"
 #include "app/window/Drops.h"
 #include "app/window/ExportState.h"
 #include "app/window/LibraryState.h"
@@ -45,6 +46,7 @@ public:
           exports(state, announcer, wanted), preview(state, announcer), update(state, announcer),
           drops(state, announcer) {
         qml_register_types_Orvalen();
+        installControlAccessible();
         QGuiApplication::setFont(applicationFont());
         QGuiApplication::setWindowIcon(QIcon(":/qt/qml/Orvalen/icon.svg"));
         engine.addImageProvider("symbol", new SymbolProvider);

@@ -74,7 +74,7 @@ Item {
             visible: row.options.length > 1
             labels: row.options
             currentIndex: row.picked
-            Accessible.name: "Choose match"
+            spokenName: "Choose match"
             onChosen: option => row.chosen(option)
             onOpened: row.pickerOpened(this)
             onActiveFocusChanged: if (activeFocus) row.focused()
@@ -106,8 +106,8 @@ Item {
                 Layout.fillWidth: true
                 Layout.maximumWidth: implicitWidth
                 text: "Include in playlist"
-                value: row.included
-                onTicked: value => row.ticked(value)
+                ticked: row.included
+                onSwitched: on => row.ticked(on)
                 onActiveFocusChanged: if (activeFocus) row.focused()
             }
         }

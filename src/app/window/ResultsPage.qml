@@ -5,7 +5,7 @@ import Orvalen
 
 /// The sheet that comes up over the main page with the result rows and the export. It is there while the state
 /// says so; Escape and "Close" only ask.
-T.Popup {
+T.Dialog {
     id: sheet
 
     required property ReviewState review
@@ -16,8 +16,7 @@ T.Popup {
     readonly property int leastHeight: 800 + strip
     property real risen: 0 ///< 1 when the sheet has come up
 
-    onOpened: body.forceActiveFocus()
-
+    title: "Playlist Results"
     modal: true
     focus: true
     closePolicy: T.Popup.NoAutoClose
@@ -67,9 +66,8 @@ T.Popup {
         id: body
 
         anchors.fill: parent
+        focus: true
         spacing: 0
-        Accessible.role: Accessible.Dialog
-        Accessible.name: "Playlist Results"
         Keys.onEscapePressed: sheet.review.close()
 
         ResultsHeader {

@@ -10,7 +10,7 @@ PanelBox {
     id: box
 
     required property LibraryState library
-    readonly property int rowsAtOnce: 5
+    required property int rowsAtOnce
 
     title: "Scanned Folders"
     symbol: "folder.fill"

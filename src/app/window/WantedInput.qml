@@ -31,6 +31,7 @@ ColumnLayout {
                 id: caption
 
                 anchors.verticalCenter: parent.verticalCenter
+                width: Math.ceil(implicitWidth)
                 text: "Input Format"
                 font.pixelSize: Theme.caption
                 color: Theme.secondary
@@ -99,7 +100,7 @@ ColumnLayout {
             Layout.maximumWidth: input.width
             text: "Ignore 'Do Not Play' Requests"
             textSize: Theme.caption
-            value: input.wanted.ignoreDoNotPlay
+            ticked: input.wanted.ignoreDoNotPlay
             onSwitched: value => input.wanted.ignoreDoNotPlay = value
         }
         PushButton {

@@ -4,16 +4,15 @@ import QtQuick.Templates as T
 import Orvalen
 
 /// A question in the middle of the window. It is there while `shown` says so; both its buttons and Escape only ask.
-T.Popup {
+T.Dialog {
     id: alert
 
     required property bool shown
-    required property string title
     property string message
     required property string acceptText
     required property string cancelText
     property bool destructive: false
-    signal accepted()
+    signal confirmed()
     signal cancelled()
 
     onShownChanged: shown ? open() : close()
@@ -29,7 +28,6 @@ T.Popup {
     height: Math.min(implicitHeight, parent ? parent.height - 40 : implicitHeight)
     implicitHeight: content.implicitHeight + topPadding + bottomPadding
     padding: 20
-    onOpened: cancelButton.forceActiveFocus(Qt.TabFocusReason)
 
     T.Overlay.modal: Rectangle {
         color: Theme.dim
@@ -41,8 +39,6 @@ T.Popup {
 
         anchors.fill: parent
         spacing: 10
-        Accessible.role: Accessible.Dialog
-        Accessible.name: alert.title
         Keys.onEscapePressed: alert.cancelled()
 
         Label {
@@ -80,10 +76,9 @@ T.Popup {
             spacing: 10
 
             PushButton {
-                id: cancelButton
-
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
+                focus: true
                 text: alert.cancelText
                 onClicked: alert.cancelled()
             }
@@ -93,7 +88,7 @@ T.Popup {
                 text: alert.acceptText
                 prominent: !alert.destructive
                 destructive: alert.destructive
-                onClicked: alert.accepted()
+                onClicked: alert.confirmed()
             }
         }
     }

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Orvalen
 
 /// A title that opens and closes what stands under it.
@@ -14,7 +13,7 @@ ColumnLayout {
 
     spacing: 0
 
-    T.AbstractButton {
+    Pressable {
         id: header
 
         text: disclosure.title
@@ -22,17 +21,10 @@ ColumnLayout {
         implicitHeight: 26
         leftPadding: 2
         rightPadding: 6
-        hoverEnabled: true
-        focusPolicy: Qt.StrongFocus
+        spokenDetail: disclosure.open ? "open" : "closed"
         font.pixelSize: disclosure.textSize
         onClicked: disclosure.open = !disclosure.open
 
-        Keys.onReturnPressed: clicked()
-        Keys.onEnterPressed: clicked()
-        Accessible.role: Accessible.Button
-        Accessible.name: text
-        Accessible.description: disclosure.open ? "open" : "closed"
-        Accessible.onPressAction: if (enabled) clicked()
 
         contentItem: Row {
             spacing: 5
@@ -55,7 +47,7 @@ ColumnLayout {
         }
         background: Rectangle {
             radius: Theme.radius
-            color: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, header.down ? 0.1 : header.hovered ? 0.05 : 0)
+            color: header.wash
 
             FocusRing { shown: header.visualFocus }
         }

@@ -9,4 +9,5 @@ Text {
     linkColor: color
     Accessible.role: Accessible.StaticText
     Accessible.name: text
+    Accessible.ignored: text === ""
 }

@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Orvalen
 
 /// One choice of many, in a list that opens over the page. It keeps nothing: it shows what it is told and asks for
 /// another choice.
-T.AbstractButton {
+Pressable {
     id: picker
 
     required property list<string> labels
@@ -19,9 +18,8 @@ T.AbstractButton {
     implicitWidth: 240
     leftPadding: 10
     rightPadding: 8
-    opacity: enabled ? 1 : Theme.disabledOpacity
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    spokenRole: Accessible.ComboBox
+    spokenDetail: currentLabel
     font.pixelSize: Theme.subheadline
     onClicked: opened()
 
@@ -31,13 +29,8 @@ T.AbstractButton {
             chosen(next)
     }
 
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
     Keys.onUpPressed: step(-1)
     Keys.onDownPressed: step(1)
-    Accessible.role: Accessible.ComboBox
-    Accessible.description: currentLabel
-    Accessible.onPressAction: if (enabled) clicked()
 
     Item {
         anchors.fill: parent

@@ -57,7 +57,7 @@ T.Popup {
         Accessible.role: Accessible.List
         Accessible.name: "Choose match"
 
-        delegate: T.AbstractButton {
+        delegate: Pressable {
             id: entry
 
             required property int index
@@ -67,16 +67,11 @@ T.Popup {
             text: modelData
             width: list.width
             implicitHeight: 30
-            hoverEnabled: true
             focusPolicy: Qt.NoFocus
+            spokenRole: Accessible.ListItem
+            ticked: current
             onClicked: popup.choose(index)
             onHoveredChanged: if (hovered) list.currentIndex = index
-
-            Accessible.role: Accessible.ListItem
-            Accessible.name: text
-            Accessible.selectable: true
-            Accessible.selected: current
-            Accessible.onPressAction: popup.choose(index)
 
             contentItem: Item {
                 Symbol {

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Orvalen
 
 /// A button: prominent, bordered or plain, with a symbol before its text where it has one.
-T.Button {
+Pressable {
     id: button
 
     property string symbol
@@ -11,7 +10,6 @@ T.Button {
     property bool plain: false
     property bool destructive: false
     property int textSize: Theme.body
-    property string tip
 
     readonly property color ink: prominent ? Theme.accentInk : destructive ? Theme.danger : Theme.text
     readonly property bool small: textSize < Theme.body
@@ -20,18 +18,8 @@ T.Button {
     implicitHeight: small ? 28 : 32
     leftPadding: plain ? 6 : small ? 10 : 13
     rightPadding: leftPadding
-    opacity: enabled ? 1 : Theme.disabledOpacity
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
     font.pixelSize: textSize
     font.weight: prominent ? Font.DemiBold : Font.Medium
-
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.description: tip
-    Accessible.onPressAction: if (enabled) clicked()
 
     Row {
         id: line
@@ -70,7 +58,7 @@ T.Button {
         readonly property color fill: button.prominent
             ? (button.down ? Theme.accentPressed : button.hovered ? Theme.accentHovered : Theme.accent)
             : button.plain
-            ? Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, button.down ? 0.14 : button.hovered ? 0.08 : 0)
+            ? button.wash
             : (button.down ? Theme.controlPressed : button.hovered ? Theme.controlHovered : Theme.control)
 
         radius: Theme.radius
@@ -79,10 +67,5 @@ T.Button {
         border.color: Theme.controlLine
 
         FocusRing { shown: button.visualFocus }
-    }
-
-    HoverTip {
-        text: button.tip
-        shown: button.hovered && button.tip !== ""
     }
 }

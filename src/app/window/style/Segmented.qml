@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Orvalen
 
 /// One choice of a few, side by side; in several rows where the width does not hold them.
@@ -26,14 +25,13 @@ Item {
 
     implicitWidth: needed
     implicitHeight: Math.ceil(count / columns) * rowHeight + gap * 2
-    opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.role: Accessible.Grouping
     Accessible.name: name
 
     function measure() {
         const widths = []
         for (let i = 0; i < segments.count; ++i)
-            widths.push((segments.itemAt(i) as T.AbstractButton)?.implicitWidth ?? 0)
+            widths.push((segments.itemAt(i) as Pressable)?.implicitWidth ?? 0)
         segmentWidths = widths
     }
 
@@ -72,7 +70,7 @@ Item {
         model: picker.labels
         onCountChanged: picker.measure()
 
-        T.AbstractButton {
+        Pressable {
             id: segment
 
             required property int index
@@ -86,7 +84,8 @@ Item {
             width: box.width
             height: box.height
             implicitWidth: Math.ceil(caption.implicitWidth) + 18
-            hoverEnabled: true
+            spokenRole: Accessible.RadioButton
+            ticked: current
             // Tab stops once, at the current segment; the arrows do the rest.
             focusPolicy: current || (picker.currentIndex < 0 && index === 0) ? Qt.StrongFocus : Qt.ClickFocus
             onImplicitWidthChanged: picker.measure()
@@ -96,14 +95,6 @@ Item {
             Keys.onUpPressed: picker.move(-1)
             Keys.onRightPressed: picker.move(1)
             Keys.onDownPressed: picker.move(1)
-            Keys.onReturnPressed: clicked()
-            Keys.onEnterPressed: clicked()
-            Accessible.role: Accessible.RadioButton
-            Accessible.name: text
-            Accessible.checkable: true
-            Accessible.checked: current
-            Accessible.onPressAction: if (enabled) clicked()
-            Accessible.onToggleAction: if (enabled) clicked()
 
             Label {
                 id: caption
@@ -123,8 +114,7 @@ Item {
             }
             background: Rectangle {
                 radius: Theme.radius
-                color: segment.current ? Theme.control
-                    : Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, segment.down ? 0.12 : segment.hovered ? 0.06 : 0)
+                color: segment.current ? Theme.control : segment.wash
                 border.width: segment.current ? 1 : 0
                 border.color: Theme.controlLine
 

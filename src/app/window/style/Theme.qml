@@ -22,18 +22,21 @@ QtObject {
     readonly property color control: dark ? mix(window, white, 0.13) : mix(window, white, 0.85)
     readonly property color controlHovered: dark ? mix(window, white, 0.19) : mix(window, white, 0.4)
     readonly property color controlPressed: dark ? mix(window, white, 0.08) : mix(window, black, 0.08)
-    readonly property color track: mix(panel, ink, dark ? 0.14 : 0.12)
+    readonly property color track: mix(window, black, dark ? 0.38 : 0.12)
     readonly property color line: mix(window, ink, dark ? 0.14 : 0.13)
     readonly property color controlLine: mix(window, ink, dark ? 0.2 : 0.22)
     readonly property color dim: Qt.rgba(0, 0, 0, dark ? 0.55 : 0.35)
     readonly property color shade: Qt.rgba(0, 0, 0, dark ? 0.3 : 0.12)
 
+    readonly property var pages: [window, panel, inset, control]
+    readonly property var everywhere: [window, panel, inset, control, controlHovered, track]
+
     // Text and marks.
-    readonly property color text: readable(system.windowText, 7)
-    readonly property color secondary: readable(mix(window, text, dark ? 0.62 : 0.6), 4.6)
-    readonly property color accentText: readable(dark ? accent : burnt, 4.6)
-    readonly property color danger: readable(red, 4.6)
-    readonly property color success: readable(green, 4.6)
+    readonly property color text: readable(system.windowText, 7, everywhere)
+    readonly property color secondary: readable(mix(window, text, dark ? 0.62 : 0.6), 4.6, everywhere)
+    readonly property color accentText: readable(dark ? accent : burnt, 4.6, pages)
+    readonly property color danger: readable(red, 4.6, pages)
+    readonly property color success: readable(green, 4.6, pages)
     readonly property color red: "#ff4f44"
     readonly property color green: "#34c759"
     readonly property color burnt: "#c85a00"
@@ -44,7 +47,8 @@ QtObject {
     readonly property color focus: dark ? accent : accentText
     readonly property real disabledOpacity: 0.42
 
-    readonly property string family: Qt.application.font.family
+    readonly property string family: sample.font.family
+    readonly property FontMetrics sample: FontMetrics {}
 
     // Sizes of text by role, in pixels.
     readonly property int largeTitle: 26
@@ -79,11 +83,11 @@ QtObject {
         return (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05)
     }
 
-    /// The colour, pushed towards black or white until it stands out enough on every surface that carries text.
-    function readable(c: color, least: real): color {
+    /// The colour, pushed towards black or white until it stands out enough on every one of the surfaces.
+    function readable(c: color, least: real, surfaces: var): color {
         let result = c
         for (let step = 0; step < 40; ++step) {
-            if ([window, panel, control].every(surface => contrast(result, surface) >= least))
+            if (surfaces.every(surface => contrast(result, surface) >= least))
                 break
             result = mix(result, ink, 0.05)
         }

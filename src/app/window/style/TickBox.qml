@@ -1,32 +1,20 @@
 import QtQuick
-import QtQuick.Templates as T
 import Orvalen
 
 /// A checkbox; asks to be ticked and shows what it is told.
-T.AbstractButton {
+Pressable {
     id: box
 
-    required property bool value
-    signal ticked(bool on)
+    signal switched(bool on)
 
     implicitWidth: leftPadding + square.width + 7 + Math.ceil(caption.implicitWidth) + rightPadding
     implicitHeight: 28
     leftPadding: 4
     rightPadding: 6
-    opacity: enabled ? 1 : Theme.disabledOpacity
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
     font.pixelSize: Theme.subheadline
-    onClicked: ticked(!value)
+    onClicked: switched(!ticked)
 
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
-    Accessible.role: Accessible.CheckBox
-    Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: value
-    Accessible.onPressAction: if (enabled) clicked()
-    Accessible.onToggleAction: if (enabled) clicked()
+    spokenRole: Accessible.CheckBox
 
     Item {
         anchors.fill: parent
@@ -41,9 +29,9 @@ T.AbstractButton {
             width: 18
             height: 18
             radius: 5
-            color: box.value ? (box.hovered ? Theme.accentHovered : Theme.accent)
+            color: box.ticked ? (box.hovered ? Theme.accentHovered : Theme.accent)
                           : (box.hovered ? Theme.controlHovered : Theme.control)
-            border.width: box.value ? 0 : 1
+            border.width: box.ticked ? 0 : 1
             border.color: Theme.secondary
 
             Symbol {
@@ -51,7 +39,7 @@ T.AbstractButton {
                 name: "checkmark"
                 color: Theme.accentInk
                 size: 14
-                visible: box.value
+                visible: box.ticked
             }
         }
         Label {
@@ -69,7 +57,7 @@ T.AbstractButton {
     }
     background: Rectangle {
         radius: Theme.radius
-        color: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, box.down ? 0.1 : box.hovered ? 0.05 : 0)
+        color: box.wash
 
         FocusRing { shown: box.visualFocus }
     }

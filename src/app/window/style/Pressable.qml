@@ -1,0 +1,26 @@
+import QtQuick
+import QtQuick.Templates as T
+import Orvalen
+
+/// Whatever can be pressed: by mouse, by Space and Return, and by assistive technology, which is told of the control
+/// through the `spoken…` properties (see ControlAccessible).
+T.AbstractButton {
+    id: control
+
+    property int spokenRole: Accessible.Button
+    property string spokenName: text
+    property string spokenDetail
+    /// For roles that have two states.
+    property bool ticked: false
+    readonly property color wash: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, down ? 0.14 : hovered ? 0.07 : 0)
+
+    opacity: enabled ? 1 : Theme.disabledOpacity
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+    Accessible.role: spokenRole
+    Accessible.name: spokenName
+    Accessible.description: spokenDetail
+    Accessible.checked: ticked
+}

@@ -1,0 +1,50 @@
+#include "app/window/LibraryState.h"
+#include "support/TestPlatform.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+namespace orvalen::test {
+namespace {
+
+TEST(Announcer, TellsTheViewsSixtyTimesASecondAtMost) {
+    TestPlatform platform;
+    Announcer announcer;
+    LibraryState library(platform.view, announcer);
+    const QSignalSpy told(&library, &FieldGroup::changed);
+
+    QElapsedTimer clock;
+    clock.start();
+    int writes = 0;
+    while (clock.elapsed() < 300) {
+        platform.view.scanProgress.set(++writes * 1e-9);
+        QCoreApplication::processEvents();
+    }
+    EXPECT_GT(writes, 1000);
+    EXPECT_GE(told.count(), 5);
+    EXPECT_LE(told.count(), 20);
+
+    platform.view.scanProgress.set(0.5);
+    while (clock.elapsed() < 400)
+        QCoreApplication::processEvents();
+    EXPECT_EQ(library.scanProgress(), 0.5);
+    const auto atRest = told.count();
+    while (clock.elapsed() < 450)
+        QCoreApplication::processEvents();
+    EXPECT_EQ(told.count(), atRest) << "nothing was written, nothing is told";
+}
+
+TEST(Announcer, OutlivedByTheState) {
+    TestPlatform platform;
+    {
+        Announcer announcer;
+        const LibraryState library(platform.view, announcer);
+    }
+    platform.view.scanProgress.set(0.5);
+    EXPECT_EQ(platform.view.scanProgress.get(), 0.5);
+}
+
+} // namespace
+} // namespace orvalen::test

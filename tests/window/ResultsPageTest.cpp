@@ -1,0 +1,245 @@
+#include "support/Builders.h"
+#include "window/WindowHarness.h"
+
+#include <QQuickItem>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace orvalen::test {
+namespace {
+
+constexpr auto several = "Night Band – Last Train Home";
+constexpr auto single = "ABBA – Dancing Queen";
+constexpr auto none = "Nobody – Nothing";
+
+class ResultsPage : public testing::Test {
+protected:
+    ResultsPage() {
+        view.musicFolderURLs.set({{"/Music"}});
+        view.matchedTracks.set(
+            {row("Night Band", "Last Train Home",
+                 {track("Night Band", "Last Train Home", 128, "/Music/a.mp3"),
+                  track("Night Band", "Last Train Home (Live)", {}, "/Music/b.mp3"),
+                  track("NIGHT BAND", "last train home", 127, "/Music/c.mp3")}),
+             row("ABBA", "Dancing Queen", {track("ABBA", "Dancing Queen", {}, "/Music/d.mp3")}),
+             row("Nobody", "Nothing")});
+        open();
+    }
+
+    void open() {
+        view.showResultsPage.set(true);
+        EXPECT_TRUE(window.waitFor([&] { return window.shows("Playlist Results"); }));
+        QTest::qWait(350); // the sheet comes up
+        window.settle();
+    }
+
+    std::vector<MatchedTrack> rows() const { return view.matchedTracks.get(); }
+    FakePlayback& lastPlayback() { return *window.platform.audioPlayers.playbacks.back(); }
+
+    WindowHarness window;
+    ContentView& view = window.view;
+};
+
+TEST_F(ResultsPage, ShowsOneGroupPerRow) {
+    EXPECT_TRUE(window.shows("0 tracks selected"));
+    for (const char* label : {several, single, none})
+        EXPECT_EQ(window.all(label, QAccessible::Grouping).size(), 1U) << label;
+    EXPECT_TRUE(window.shows("Night Band – Last Train Home (128 BPM)"));
+    EXPECT_TRUE(window.shows("File: /Music/a.mp3"));
+    EXPECT_TRUE(window.shows("No BPM found"));
+    EXPECT_EQ(window.all("Choose match", QAccessible::ComboBox).size(), 1U) << "only for several candidates";
+    EXPECT_EQ(window.all("Play").size(), 2U) << "only where a file is chosen";
+    EXPECT_EQ(window.all("Browse for file").size(), 3U);
+}
+
+TEST_F(ResultsPage, RemembersWhatIsPickedFromTheList) {
+    window.click(window.inRow(several, "Choose match"));
+    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).size() == 1; }));
+    QTest::qWait(150);
+    EXPECT_TRUE(window.shows("NIGHT BAND – last train home (127 BPM)"));
+    window.click("NIGHT BAND – last train home (127 BPM)");
+    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/c.mp3");
+    EXPECT_EQ(window.platform.database().preferredPath("night band last train home"), "/Music/c.mp3");
+    EXPECT_TRUE(window.shows("File: /Music/c.mp3"));
+    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).empty(); }));
+}
+
+TEST_F(ResultsPage, PicksByKeys) {
+    const auto picker = window.inRow(several, "Choose match");
+    picker.item->forceActiveFocus(Qt::TabFocusReason);
+    window.key(Qt::Key_Down);
+    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/b.mp3");
+    window.key(Qt::Key_Return);
+    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).size() == 1; }));
+    window.key(Qt::Key_Down);
+    window.key(Qt::Key_Return);
+    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/c.mp3");
+    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).empty(); }));
+    window.key(Qt::Key_Return);
+    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).size() == 1; }));
+    window.key(Qt::Key_Up);
+    window.key(Qt::Key_Escape);
+    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/c.mp3") << "Escape picks nothing";
+    EXPECT_TRUE(view.showResultsPage.get()) << "and closes the list alone";
+}
+
+TEST_F(ResultsPage, IncludesOneAndAll) {
+    EXPECT_FALSE(window.control("Export Playlist").enabled());
+    window.click(window.inRow(single, "Include in playlist"));
+    EXPECT_TRUE(rows()[1].include);
+    EXPECT_TRUE(window.inRow(single, "Include in playlist").checked());
+    EXPECT_TRUE(window.shows("1 track selected"));
+    EXPECT_TRUE(window.control("Export Playlist").enabled());
+    window.click("Select All");
+    EXPECT_TRUE(window.shows("3 tracks selected"));
+    window.click(window.inRow(none, "Include in playlist"));
+    EXPECT_TRUE(window.shows("2 tracks selected"));
+    window.click("Deselect All");
+    EXPECT_TRUE(window.shows("0 tracks selected"));
+    EXPECT_FALSE(window.control("Export Playlist").enabled());
+}
+
+TEST_F(ResultsPage, TellsWhichRowsNeedADecision) {
+    EXPECT_EQ(window.control(several, QAccessible::Grouping).description(), "file chosen");
+    EXPECT_EQ(window.control(none, QAccessible::Grouping).description(), "no file found");
+    view.matchedTracks.update([](auto& all) {
+        all[0].selectedTrack.reset();
+        all[1].include = true;
+    });
+    window.settle();
+    EXPECT_EQ(window.control(several, QAccessible::Grouping).description(), "needs a choice");
+    EXPECT_EQ(window.control(single, QAccessible::Grouping).description(), "in the playlist");
+}
+
+TEST_F(ResultsPage, PlaysPausesAndSeeks) {
+    window.click(window.inRow(single, "Play"));
+    ASSERT_EQ(window.platform.audioPlayers.playbacks.size(), 1U);
+    EXPECT_TRUE(window.shows("Now Playing: /Music/d.mp3"));
+    lastPlayback().time = 61;
+    lastPlayback().length = 200;
+    window.platform.mainQueue.advance(std::chrono::milliseconds(20));
+    window.settle();
+    EXPECT_TRUE(window.shows("1:01"));
+    EXPECT_TRUE(window.shows("3:20"));
+
+    const QRectF slider = window.control("Playback position", QAccessible::Slider).sceneRect();
+    const QPoint from = (slider.topLeft() + QPointF(slider.width() * 0.3, slider.height() / 2)).toPoint();
+    const QPoint to = (slider.topLeft() + QPointF(slider.width() * 0.75, slider.height() / 2)).toPoint();
+    QTest::mousePress(window.window(), Qt::LeftButton, Qt::NoModifier, from);
+    QTest::mouseMove(window.window(), to);
+    // Ticks go on while the user drags; they must not pull the handle away.
+    window.platform.mainQueue.advance(std::chrono::milliseconds(50));
+    window.settle();
+    QTest::mouseRelease(window.window(), Qt::LeftButton, Qt::NoModifier, to);
+    window.settle();
+    EXPECT_NEAR(lastPlayback().time, 150, 6);
+
+    window.click(window.inRow(single, "Pause"));
+    EXPECT_FALSE(lastPlayback().playing);
+    EXPECT_FALSE(view.isPlaying.get());
+    EXPECT_TRUE(window.shows("Play"));
+}
+
+TEST_F(ResultsPage, StopsThePreviewWhenItCloses) {
+    window.click(window.inRow(single, "Play"));
+    ASSERT_TRUE(lastPlayback().playing);
+    window.click("Close");
+    EXPECT_FALSE(view.showResultsPage.get());
+    EXPECT_FALSE(lastPlayback().playing);
+    EXPECT_FALSE(view.isPlaying.get());
+    EXPECT_TRUE(window.waitFor([&] { return !window.shows("Playlist Results"); }));
+}
+
+TEST_F(ResultsPage, StopsThePreviewWhenItsRowIsReplaced) {
+    window.click(window.inRow(single, "Play"));
+    view.matchedTracks.set({row("Other", "Song")});
+    window.settle();
+    EXPECT_FALSE(lastPlayback().playing);
+}
+
+TEST_F(ResultsPage, LetsAPreviewPlayOnThatNoRowStandsFor) {
+    window.click(window.inRow(several, "Play"));
+    window.inRow(several, "Choose match").item->forceActiveFocus(Qt::TabFocusReason);
+    window.key(Qt::Key_Down);
+    window.click("Close");
+    EXPECT_TRUE(lastPlayback().playing);
+    EXPECT_TRUE(view.selectedTrack.get().has_value());
+}
+
+TEST_F(ResultsPage, GoesByEscape) {
+    window.key(Qt::Key_Escape);
+    EXPECT_FALSE(view.showResultsPage.get());
+    EXPECT_TRUE(window.waitFor([&] { return !window.shows("Playlist Results"); }));
+    open();
+    EXPECT_TRUE(window.shows(several));
+}
+
+TEST_F(ResultsPage, ChoosesTheExportAndWritesIt) {
+    for (const auto& [label, value, tip] : std::vector<std::tuple<const char*, const char*, const char*>>{
+             {"Serato M3U", "serato", "Tip: Open Serato and drag in your exported M3U file from the Finder."},
+             {"VirtualDJ (M3U)", "virtualdj",
+              "Tip: Choose a folder where VirtualDJ picks up playlists. Then drag the file into VirtualDJ."},
+             {"Rekordbox (M3U8)", "rekordbox",
+              "Tip: In Rekordbox, use File > Import Playlist and choose your exported M3U."},
+             {"PLS", "pls", ""},
+             {"M3U8", "m3u8", ""},
+             {"M3U", "m3u", ""}}) {
+        window.click(label);
+        EXPECT_EQ(view.selectedExportFormat.get(), value);
+        if (*tip != '\0')
+            EXPECT_TRUE(window.shows(tip)) << label;
+        else
+            EXPECT_FALSE(std::ranges::any_of(window.everything(),
+                                             [](const auto& it) { return it.name.startsWith("Tip:"); }));
+    }
+    const std::string file = window.platform.support().path("party.m3u");
+    window.platform.dialogs.willSaveTo(file);
+    window.click("Select All");
+    window.click("Export Playlist");
+    EXPECT_EQ(window.platform.support().read("party.m3u"), "/Music/a.mp3\n/Music/d.mp3");
+    EXPECT_TRUE(window.waitFor([&] { return window.shows("✅ Playlist Exported Successfully!"); }));
+    window.platform.mainQueue.advance(std::chrono::seconds(2));
+    EXPECT_TRUE(window.waitFor([&] { return !window.shows("✅ Playlist Exported Successfully!"); }));
+
+    window.click("How to use in Rekordbox");
+    ASSERT_EQ(window.platform.dialogs.messages.size(), 1U);
+    EXPECT_EQ(window.platform.dialogs.messages[0].title, "Import into Rekordbox");
+}
+
+TEST_F(ResultsPage, SavesTheSessionWithWhatWasJustTyped) {
+    view.matchInput.set("typed");
+    window.platform.dialogs.willSaveTo(window.platform.support().path("a.orvs"));
+    window.click("Save Session");
+    EXPECT_NE(window.platform.support().read("a.orvs").find("\"matchInput\":\"typed\""), std::string::npos);
+}
+
+TEST_F(ResultsPage, TellsOfTheAutoSave) {
+    const auto sign = window.control("Auto-save enabled", QAccessible::Graphic);
+    EXPECT_EQ(sign.description(), "");
+    view.isAutoSaving.set(true);
+    window.settle();
+    EXPECT_EQ(sign.description(), "saving");
+}
+
+TEST_F(ResultsPage, BrowsesForAFile) {
+    window.platform.dialogs.willOpen({"/Music/e.mp3"});
+    window.click(window.inRow(none, "Browse for file"));
+    EXPECT_TRUE(window.waitFor([&] { return rows()[2].selectedTrack.has_value(); }));
+    EXPECT_TRUE(window.waitFor([&] { return window.shows("File: /Music/e.mp3"); }));
+}
+
+TEST_F(ResultsPage, NamesEveryControl) {
+    for (const WindowHarness::Control& control : window.everything())
+        EXPECT_FALSE(control.name.isEmpty()) << "role " << control.role;
+    window.press(window.inRow(single, "Include in playlist"));
+    EXPECT_TRUE(rows()[1].include);
+    window.press(window.inRow(single, "Play"));
+    EXPECT_TRUE(view.isPlaying.get());
+    window.press(window.inRow(several, "Choose match"));
+    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).size() == 1; }));
+    window.press(window.control("Night Band – Last Train Home (Live)", QAccessible::ListItem));
+    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/b.mp3");
+}
+
+} // namespace
+} // namespace orvalen::test

@@ -1,0 +1,85 @@
+#include "library/LibraryIndexState.h"
+#include "support/Builders.h"
+#include "window/WindowHarness.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace orvalen::test {
+namespace {
+
+QString shownText(const WindowHarness& window) {
+    return window.control("Wanted list").item->property("text").toString();
+}
+
+void paste(WindowHarness& window, const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+    window.click("Wanted list");
+    window.key(Qt::Key_A, Qt::ControlModifier);
+    window.key(Qt::Key_V, Qt::ControlModifier);
+}
+
+QString lines(int count) {
+    QString text;
+    for (int i = 0; i < count; ++i)
+        text += QString("Artist %1 – Title %1\n").arg(i);
+    return text;
+}
+
+TEST(WantedEditor, HandsWhatIsTypedToTheState) {
+    WindowHarness window;
+    window.click("Wanted list");
+    window.type("ABBA - SOS\nStromae - Papaoutai");
+    EXPECT_EQ(window.view.matchInput.get(), "ABBA - SOS\nStromae - Papaoutai");
+}
+
+TEST(WantedEditor, ShowsWhatTheStateWasGiven) {
+    WindowHarness window;
+    window.view.matchInput.set("Édith Piaf – Milord\nABBA – <b>SOS</b> &amp;");
+    window.settle();
+    EXPECT_EQ(shownText(window), "Édith Piaf – Milord\nABBA – <b>SOS</b> &amp;");
+    EXPECT_EQ(window.view.matchInput.get(), "Édith Piaf – Milord\nABBA – <b>SOS</b> &amp;");
+}
+
+TEST(WantedEditor, KeepsEveryCharacterOfAPaste) {
+    WindowHarness window;
+    paste(window, "A\u00a0B – C\r\nD – E\u2028F – G\rH – I\U0001F4C4\n");
+    EXPECT_EQ(window.view.matchInput.get(), "A\u00a0B – C\nD – E\nF – G\nH – I\U0001F4C4\n");
+}
+
+TEST(WantedEditor, LeavesTheCursorAloneWhileTyping) {
+    WindowHarness window;
+    window.view.matchInput.set("bc");
+    window.settle();
+    window.click("Wanted list");
+    window.key(Qt::Key_Home, Qt::ControlModifier);
+    window.type("a");
+    window.type("A");
+    EXPECT_EQ(window.view.matchInput.get(), "aAbc");
+}
+
+TEST(WantedEditor, CommitsALongListBeforeItIsMatched) {
+    WindowHarness window;
+    replaceIndex(window.view, buildIndex(std::vector{track("Artist 1", "Title 1")}));
+    window.view.matchInput.set("x");
+    window.settle();
+    const QString text = lines(3000);
+    paste(window, text);
+    window.click("Match Playlist");
+    EXPECT_EQ(window.view.matchInput.get(), text.toStdString());
+    EXPECT_TRUE(window.waitFor([&] { return window.view.matchedTracks.get().size() == 3000; }));
+}
+
+TEST(WantedEditor, TheLaterWriteWins) {
+    WindowHarness window;
+    paste(window, lines(3000)); // committed in a while
+    window.view.matchInput.set("from a session");
+    EXPECT_TRUE(window.waitFor([&] { return shownText(window) == "from a session"; }));
+    QTest::qWait(400);
+    EXPECT_EQ(window.view.matchInput.get(), "from a session");
+}
+
+} // namespace
+} // namespace orvalen::test

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "app/window/MainWindow.h"
+#include "support/TestPlatform.h"
+
+#include <QAccessible>
+#include <QPointer>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QString>
+#include <QStringList>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace orvalen::test {
+
+/// The real window over the real state and a faked world, used as a person or a screen reader would: things
+/// are found by what the accessibility tree calls them, and clicked with real events.
+class WindowHarness {
+public:
+    WindowHarness();
+    ~WindowHarness();
+
+    /// Runs events, posts and jobs until the window has nothing more to say. Animations are not waited for.
+    void settle();
+    /// Waits until it is true, for two seconds of real time at most; false when it did not become true.
+    bool waitFor(const std::function<bool()>& condition);
+
+    /// A control of the accessibility tree.
+    struct Control {
+        QPointer<QQuickItem> item;
+        QAccessible::Role role;
+        QString name;
+
+        QAccessible::State state() const;
+        QString description() const;
+        bool enabled() const { return !state().disabled; }
+        bool checked() const { return state().checked; }
+        QRectF sceneRect() const;
+    };
+
+    /// Everything of that name that can be seen, in tree order; of any role when none is given.
+    std::vector<Control> all(const QString& name, QAccessible::Role role = QAccessible::NoRole) const;
+    std::vector<Control> everything() const;
+    bool shows(const QString& name) const { return !all(name).empty(); }
+    /// The first of that name; the test fails when there is none.
+    Control control(const QString& name, QAccessible::Role role = QAccessible::NoRole) const;
+    /// The control of that name in the result row of that label.
+    Control inRow(const QString& row, const QString& name) const;
+
+    /// With the mouse, in the middle.
+    void click(const Control& control);
+    void click(const QString& name) { click(control(name)); }
+    /// As a screen reader does.
+    void press(const Control& control);
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void type(const QString& text);
+    /// What the keys act on; its accessible name.
+    QString focused() const;
+
+    QQuickWindow* window() const { return window_->window(); }
+
+    TestPlatform platform;
+    ContentView& view = platform.view;
+
+private:
+    std::unique_ptr<MainWindow> window_;
+};
+
+} // namespace orvalen::test
