@@ -43,8 +43,9 @@ int main(int argc, char** argv) {
     QtBrowser browser;
     BuildBundle bundle;
 
-    Platform platform{console,      mainQueue,   matchQueue,    tagQueue,    dialogs, mediaAssets, audioPlayers,
-                      folderAccess, userFolders, notifications, httpSession, sound,   browser,     bundle};
+    Platform platform{console,     mainQueue,    matchQueue,   tagQueue,    dialogs,
+                      mediaAssets, audioPlayers, folderAccess, userFolders, notifications,
+                      httpSession, sound,        browser,      bundle};
     ContentView view(platform, [&]() -> PlaylistDatabaseManager& {
         return PlaylistDatabaseManager::shared(userFolders, console);
     });

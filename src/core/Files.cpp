@@ -52,7 +52,8 @@ Expected<void> makeRoom(int file, off_t oldLength, off_t length) {
     const int error = errno;
     if (error != ENOSPC && error != EDQUOT && error != EFBIG)
         return {};
-    // Gives back what was reserved until the disk was full; where that fails too, the first error is the one to tell.
+    // Gives back what was reserved until the disk was full; where that fails too, the first error is the one
+    // to tell.
     if (::ftruncate(file, oldLength) != 0)
         errno = error;
     return systemFailure(error);
