@@ -56,7 +56,8 @@ std::string toUtf8(const TagLib::String& text) {
 }
 
 TagLib::String fromUtf8OrLatin1(const TagLib::ByteVector& bytes) {
-    const std::string_view text(bytes.data(), bytes.size());
+    std::string_view text(bytes.data(), bytes.size());
+    text = text.substr(0, text.find('\0'));
     return {std::string(text), isValidUtf8(text) ? TagLib::String::UTF8 : TagLib::String::Latin1};
 }
 

@@ -8,7 +8,7 @@ namespace orvalen {
 /// The text as valid UTF-8; half a character becomes U+FFFD.
 std::string toUtf8(const TagLib::String& text);
 
-/// Valid UTF-8 as it is, anything else as Latin-1.
+/// The bytes up to the first zero: valid UTF-8 as it is, anything else as Latin-1.
 TagLib::String fromUtf8OrLatin1(const TagLib::ByteVector& bytes);
 
 } // namespace orvalen

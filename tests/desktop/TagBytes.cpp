@@ -1,0 +1,134 @@
+#include "desktop/TagBytes.h"
+
+#include "core/Files.h"
+
+#include <stdexcept>
+
+namespace orvalen::test {
+
+namespace {
+
+std::string padded(std::string_view text, std::size_t length) {
+    std::string result(text.substr(0, length));
+    result.resize(length, '\0');
+    return result;
+}
+
+} // namespace
+
+std::string bigEndian(std::uint64_t number, int bytes) {
+    std::string result;
+    for (int i = bytes - 1; i >= 0; --i)
+        result += static_cast<char>(number >> (8 * i) & 0xFF);
+    return result;
+}
+
+std::string littleEndian(std::uint64_t number, int bytes) {
+    const std::string reversed = bigEndian(number, bytes);
+    return {reversed.rbegin(), reversed.rend()};
+}
+
+std::string synchSafe(std::uint64_t number) {
+    std::string result;
+    for (int shift = 21; shift >= 0; shift -= 7)
+        result += static_cast<char>(number >> shift & 0x7F);
+    return result;
+}
+
+std::string frame(int version, std::string_view name, std::string_view content, std::string_view flags) {
+    const std::string head(name);
+    if (version == 2)
+        return head + bigEndian(content.size(), 3) + std::string(content);
+    const std::string length = version == 3 ? bigEndian(content.size(), 4) : synchSafe(content.size());
+    return head + length + padded(flags, 2) + std::string(content);
+}
+
+std::string textFrame(int version, std::string_view name, int encoding, std::string_view bytes) {
+    return frame(version, name, static_cast<char>(encoding) + std::string(bytes));
+}
+
+std::string pictureFrame(int version, std::size_t length) {
+    const std::string head =
+        version == 2 ? std::string("\0JPG\3\0", 6) : std::string("\0image/jpeg\0\3\0", 14);
+    return frame(version, version == 2 ? "PIC" : "APIC", head + std::string(length, '\xA5'));
+}
+
+std::string id3Header(int version, std::uint64_t length, int flags) {
+    return "ID3" + bigEndian(static_cast<std::uint64_t>(version), 1) + '\0' + static_cast<char>(flags) +
+           synchSafe(length);
+}
+
+std::string id3(int version, std::string_view frames, int flags) {
+    return id3Header(version, frames.size(), flags) + std::string(frames);
+}
+
+std::string unsynchronised(std::string_view bytes) {
+    std::string result;
+    for (const char byte : bytes) {
+        result += byte;
+        if (byte == '\xFF')
+            result += '\0';
+    }
+    return result;
+}
+
+std::string id3v1(std::string_view title, std::string_view artist) {
+    return "TAG" + padded(title, 30) + padded(artist, 30) + std::string(64, '\0') + '\x0C';
+}
+
+std::string ape(std::string_view title, std::string_view artist) {
+    const auto item = [](std::string_view key, std::string_view value) {
+        return littleEndian(value.size(), 4) + littleEndian(0, 4) + std::string(key) + '\0' +
+               std::string(value);
+    };
+    const std::string items = item("Title", title) + item("Artist", artist);
+    return items + "APETAGEX" + littleEndian(2000, 4) + littleEndian(items.size() + 32, 4) +
+           littleEndian(2, 4) + littleEndian(0, 4) + std::string(8, '\0');
+}
+
+std::string mpegAudio() {
+    const auto bytes = readWholeFile(std::string(ORVALEN_SAMPLES_DIR) + "/Wedding/Speech Intro.mp3");
+    if (!bytes)
+        throw std::runtime_error(bytes.error().description);
+    return *bytes;
+}
+
+std::string riffChunk(std::string_view name, std::string_view content) {
+    return std::string(name) + littleEndian(content.size(), 4) + std::string(content) +
+           std::string(content.size() % 2, '\0');
+}
+
+std::string wav(std::string_view chunks) {
+    const std::string format =
+        riffChunk("fmt ", littleEndian(1, 2) + littleEndian(1, 2) + littleEndian(8000, 4) +
+                              littleEndian(8000, 4) + littleEndian(1, 2) + littleEndian(8, 2));
+    return "RIFF" + littleEndian(4 + format.size() + chunks.size(), 4) + "WAVE" + format +
+           std::string(chunks);
+}
+
+std::string aiffChunk(std::string_view name, std::string_view content) {
+    return std::string(name) + bigEndian(content.size(), 4) + std::string(content) +
+           std::string(content.size() % 2, '\0');
+}
+
+std::string aiff(std::string_view chunks) {
+    return "FORM" + bigEndian(4 + chunks.size(), 4) + "AIFF" + std::string(chunks);
+}
+
+std::string box(std::string_view name, std::string_view content) {
+    return bigEndian(content.size() + 8, 4) + std::string(name) + std::string(content);
+}
+
+std::string mpeg4Text(std::string_view name, std::string_view text) {
+    return box(name, box("data", bigEndian(1, 4) + bigEndian(0, 4) + std::string(text)));
+}
+
+std::string mpeg4(std::string_view items) {
+    const std::string handler = box("hdlr", bigEndian(0, 8) + "mdirappl" + std::string(9, '\0'));
+    return box("ftyp", "M4A " + bigEndian(0, 4)) +
+           box("moov", box("mvhd", std::string(100, '\0')) +
+                           box("udta", box("meta", bigEndian(0, 4) + handler + box("ilst", items)))) +
+           box("mdat", std::string(400, '\0'));
+}
+
+} // namespace orvalen::test
