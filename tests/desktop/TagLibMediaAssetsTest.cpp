@@ -165,18 +165,13 @@ TEST_F(TagLibMediaAssetsTest, SaysWhatIsNoReadableMedia) {
     }
 }
 
-TEST_F(TagLibMediaAssetsTest, NamesTheFramesOfAnId3Tag) {
-    const std::string path =
-        folder.write("a.mp3", id3(3, pictureFrame(3, 5000) + textFrame(3, "TBPM", 0, "128") +
-                                         frame(3, "COMM", "\0eng\0hi"s)));
-    const auto asset = assets.open(path);
+TEST_F(TagLibMediaAssetsTest, SaysWhichTagsAreId3AndNamesItsFrames) {
+    const auto asset = assets.open(folder.write("a.mp3", id3(3, textFrame(3, "TBPM", 0, "128"))));
     const auto items = asset->id3Metadata();
     ASSERT_TRUE(items);
-    std::vector<std::string> names;
-    for (const MetadataItem& item : *items)
-        names.push_back(item.identifier);
-    EXPECT_EQ(names, (std::vector<std::string>{"id3/APIC", "id3/TBPM", "id3/COMM"}));
-    EXPECT_EQ((*items)[1].value.value(), "128");
+    ASSERT_EQ(items->size(), 1U);
+    EXPECT_EQ(items->front().identifier, "id3/TBPM");
+    EXPECT_EQ(items->front().value.value(), "128");
     EXPECT_EQ(asset->availableFormats().value(), std::vector<std::string>{std::string(id3Format)});
     const auto other = assets.open(folder.write("b.m4a", mpeg4(mpeg4Text("\251nam", "x"))));
     EXPECT_EQ(other->availableFormats().value(), std::vector<std::string>{"mp4"});

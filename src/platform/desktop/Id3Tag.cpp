@@ -32,13 +32,6 @@ std::string toSynchSafe(std::uint64_t number) {
     return result;
 }
 
-std::string toBigEndian(std::uint64_t number, int bytes) {
-    std::string result;
-    for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8)
-        result += static_cast<char>(number >> shift & 0xFF);
-    return result;
-}
-
 /// Takes out the zero bytes that were put behind every 0xFF.
 std::string synchronised(std::string_view bytes) {
     std::string result;
@@ -56,8 +49,8 @@ class FrameWalk {
 public:
     FrameWalk(const ByteSource& source, unsigned version) : source_(source), version_(version) {}
 
-    /// The frames that stand from the place up to the end, shortened.
-    std::string shortened(std::uint64_t place, std::uint64_t end) {
+    /// The wanted frames that stand from the place up to the end.
+    std::string wanted(std::uint64_t place, std::uint64_t end) {
         std::string frames;
         while (place + headerLength() < end && frames.size() < mostBytes) {
             const std::string header = source_.read(place, headerLength());
@@ -68,12 +61,10 @@ public:
             if (length == 0 || length > end - place || header.size() < headerLength())
                 break;
             place += headerLength();
-            if (isText(header)) {
+            if (isWanted(header)) {
                 const std::string content =
                     source_.read(place, static_cast<std::size_t>(std::min({length, end - place, mostBytes})));
-                frames += rewritten(header, content.size(), true) + content;
-            } else {
-                frames += rewritten(header, 1, false) + '\0';
+                frames += rewritten(header, content.size()) + content;
             }
             place += length;
         }
@@ -93,9 +84,10 @@ private:
         });
     }
 
-    /// A text frame but not one of the user's own, which may be long and says nothing that we ask for.
-    static bool isText(std::string_view header) {
-        return header.starts_with('T') && !header.starts_with("TXX");
+    bool isWanted(std::string_view header) const {
+        const std::string_view name = header.substr(0, nameLength());
+        return version_ == 2 ? name == "TT2" || name == "TP1" || name == "TBP"
+                             : name == "TIT2" || name == "TPE1" || name == "TBPM";
     }
 
     std::uint64_t contentLength(std::string_view header, std::uint64_t place) const {
@@ -113,12 +105,11 @@ private:
 
     bool nameStandsAt(std::uint64_t place) const { return isFrameName(source_.read(place, nameLength())); }
 
-    std::string rewritten(std::string_view header, std::uint64_t length, bool keepFlags) const {
-        const std::string name(header.substr(0, nameLength()));
-        if (version_ == 2)
-            return name + toBigEndian(length, 3);
-        const std::string flags = keepFlags ? std::string(header.substr(8, 2)) : std::string(2, '\0');
-        return name + (version_ == 3 ? toBigEndian(length, 4) : toSynchSafe(length)) + flags;
+    /// Older taggers of version 4 wrote the length in another way.
+    std::string rewritten(std::string_view header, std::uint64_t length) const {
+        if (version_ != 4)
+            return std::string(header);
+        return std::string(header.substr(0, 4)) + toSynchSafe(length) + std::string(header.substr(8, 2));
     }
 
     const ByteSource& source_;
@@ -155,10 +146,10 @@ std::string smallId3Tag(const ByteSource& file, const ByteRange& range) {
     const std::uint64_t begin = range.offset + tagHeaderLength;
     const std::uint64_t end = std::min({begin + synchSafe(std::string_view(head).substr(6)),
                                         std::max(range.end(), begin), std::max(file.size(), begin)});
-    const auto shortened = [&](const ByteSource& source, std::uint64_t from, std::uint64_t to) {
+    const auto wanted = [&](const ByteSource& source, std::uint64_t from, std::uint64_t to) {
         if (version != 2 && (flags & extendedHeader) != 0)
             from += extendedLength(source, from, version);
-        return FrameWalk(source, version).shortened(from, to);
+        return FrameWalk(source, version).wanted(from, to);
     };
 
     std::string frames;
@@ -166,11 +157,11 @@ std::string smallId3Tag(const ByteSource& file, const ByteRange& range) {
     if ((flags & unsynchronised) != 0 && version < 4) {
         const MemorySource whole(
             synchronised(file.read(begin, static_cast<std::size_t>(std::min(end - begin, mostBytes)))));
-        frames = shortened(whole, 0, whole.size());
+        frames = wanted(whole, 0, whole.size());
     } else {
         // In version 4 each frame is unsynchronised by itself.
         keptFlags = flags & unsynchronised;
-        frames = shortened(file, begin, end);
+        frames = wanted(file, begin, end);
     }
     return head.substr(0, 5) + static_cast<char>(keptFlags) + toSynchSafe(frames.size()) + frames;
 }

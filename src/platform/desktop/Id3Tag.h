@@ -12,8 +12,8 @@ namespace orvalen {
 /// none. Ten bytes are enough.
 std::optional<std::uint64_t> id3TagLength(std::string_view head);
 
-/// The tag as a small one of the same frames: text frames whole, of the others, pictures above all, the name
-/// with one byte of content. Of a file's pictures nothing is read. Empty when no tag stands there.
+/// The tag as a small one that holds its frames of title, artist and tempo as they are. The rest, pictures
+/// above all, is not even read. Empty when no tag stands there.
 std::string smallId3Tag(const ByteSource& file, const ByteRange& range);
 
 } // namespace orvalen

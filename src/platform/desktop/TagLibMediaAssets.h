@@ -4,8 +4,9 @@
 
 namespace orvalen {
 
-/// The tags of mp3, MPEG-4, WAV and AIFF files by TagLib, whatever the files are called. Reads only the tags'
-/// small parts: neither pictures nor audio. Each asset reads its file once.
+/// Title, artist and tempo of mp3, MPEG-4, WAV and AIFF files by TagLib, whatever the files are called; no
+/// other items are given. Reads only the small parts of the tags that hold them: neither pictures nor audio.
+/// Each asset reads its file once.
 class TagLibMediaAssets : public MediaAssets {
 public:
     TagLibMediaAssets();

@@ -68,8 +68,8 @@ std::string commonKeyOf(std::string_view frame) {
 
 std::optional<std::string> valueOf(const TagLib::ID3v2::Frame& frame) {
     const auto* text = dynamic_cast<const TagLib::ID3v2::TextIdentificationFrame*>(&frame);
-    if (!text || dynamic_cast<const TagLib::ID3v2::UserTextIdentificationFrame*>(text))
-        return {};
+    if (!text)
+        return {}; // encrypted
     const TagLib::StringList values = text->fieldList();
     return values.isEmpty() ? std::string() : toUtf8(values.front());
 }
