@@ -44,6 +44,7 @@ TEST_F(TagLibMediaAssetsTest, ReadsTheTagsOfTheWild) {
     const std::string extended3 = bigEndian(6, 4) + bigEndian(0, 2) + bigEndian(0, 4);
     const std::string extended4 = synchSafe(6) + bigEndian(1, 1) + bigEndian(0, 1);
     const std::string longText(300, 'x');
+    const std::string longName(200, 'x');
     const Case cases[] = {
         {"ID3v2.2",
          id3(2,
@@ -78,6 +79,10 @@ TEST_F(TagLibMediaAssetsTest, ReadsTheTagsOfTheWild) {
          "Unknown", absent},
         {"lengths of 2.3 in a tag of 2.4", id3(4, "APIC" + bigEndian(300, 4) + "\0\0"s + longText + song4),
          "Song", "Band", absent},
+        {"a length of 2.3 beyond seven bits in a tag of 2.4",
+         id3(4, "TIT2" + bigEndian(201, 4) + "\0\0\0"s + longName + song4), longName.c_str(), "Band", absent},
+        {"names of 2.2 in a tag of 2.3",
+         id3(3, textFrame(3, "TT2\0"s, 0, "Song") + textFrame(3, "TBP\0"s, 0, "99")), "Song", "Unknown", 99},
         {"padding", id3(3, song + std::string(5000, '\0')) + audio, "Song", "Band", absent},
         {"unsynchronised", id3(3, unsynchronised(textFrame(3, "TIT2", 1, "\xFF\xFE\xFF\0"s) + song), 0x80),
          "ÿ", "Band", absent},

@@ -11,7 +11,6 @@ constexpr std::uint64_t mostBytes = 16 << 20; ///< of a tag that has to be read 
 
 constexpr unsigned char unsynchronised = 0x80;
 constexpr unsigned char extendedHeader = 0x40;
-constexpr unsigned char footer = 0x10;
 
 unsigned char byteAt(std::string_view bytes, std::size_t place) {
     return place < bytes.size() ? static_cast<unsigned char>(bytes[place]) : 0;
@@ -23,6 +22,10 @@ std::uint32_t synchSafe(std::string_view bytes) {
     for (std::size_t i = 0; i < 4; ++i)
         result = result << 7 | (byteAt(bytes, i) & 0x7FU);
     return result;
+}
+
+bool isSynchSafe(std::string_view bytes) {
+    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return (byte & 0x80) == 0; });
 }
 
 std::string toSynchSafe(std::uint64_t number) {
@@ -78,16 +81,23 @@ private:
     bool isFrameName(std::string_view bytes) const {
         if (bytes.size() < nameLength())
             return false;
-        const std::string_view name = bytes.substr(0, nameLength());
+        const bool old = isOldName(bytes);
+        const std::string_view name = bytes.substr(0, old ? 3 : nameLength());
         return std::all_of(name.begin(), name.end(), [](char letter) {
             return (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9');
         });
     }
 
+    /// Some taggers write the names of version 2 into tags of version 3.
+    bool isOldName(std::string_view bytes) const {
+        return version_ == 2 || (version_ == 3 && byteAt(bytes, 3) == 0);
+    }
+
     bool isWanted(std::string_view header) const {
-        const std::string_view name = header.substr(0, nameLength());
-        return version_ == 2 ? name == "TT2" || name == "TP1" || name == "TBP"
-                             : name == "TIT2" || name == "TPE1" || name == "TBPM";
+        const bool old = isOldName(header);
+        const std::string_view name = header.substr(0, old ? 3 : 4);
+        return old ? name == "TT2" || name == "TP1" || name == "TBP"
+                   : name == "TIT2" || name == "TPE1" || name == "TBPM";
     }
 
     std::uint64_t contentLength(std::string_view header, std::uint64_t place) const {
@@ -98,6 +108,8 @@ private:
             return plain;
         // Some taggers write the lengths of version 4 as those of version 3; the frame behind tells.
         const std::uint32_t safe = synchSafe(header.substr(4));
+        if (!isSynchSafe(header.substr(4, 4)))
+            return plain;
         if (safe > 127 && !nameStandsAt(place + 10 + safe) && nameStandsAt(place + 10 + plain))
             return plain;
         return safe;
@@ -124,28 +136,21 @@ std::uint64_t extendedLength(const ByteSource& source, std::uint64_t place, unsi
 
 } // namespace
 
-std::optional<std::uint64_t> id3TagLength(std::string_view head) {
-    if (head.size() < tagHeaderLength || !head.starts_with("ID3"))
-        return {};
-    const unsigned version = byteAt(head, 3);
-    if (version < 2 || version > 4)
-        return {};
-    for (std::size_t i = 6; i < tagHeaderLength; ++i)
-        if (byteAt(head, i) > 127)
-            return {};
-    const bool hasFooter = version == 4 && (byteAt(head, 5) & footer) != 0;
-    return tagHeaderLength + synchSafe(head.substr(6)) + (hasFooter ? tagHeaderLength : 0);
+bool isId3Header(std::string_view bytes) {
+    const unsigned version = byteAt(bytes, 3);
+    if (bytes.size() < tagHeaderLength || !bytes.starts_with("ID3") || version < 2 || version > 4)
+        return false;
+    return isSynchSafe(bytes.substr(6, 4));
 }
 
-std::string smallId3Tag(const ByteSource& file, const ByteRange& range) {
-    const std::string head = file.read(range.offset, tagHeaderLength);
-    if (!id3TagLength(head))
+std::string smallId3Tag(const ByteSource& file, std::uint64_t place) {
+    const std::string head = file.read(place, tagHeaderLength);
+    if (!isId3Header(head))
         return {};
     const unsigned version = byteAt(head, 3);
     const unsigned char flags = byteAt(head, 5);
-    const std::uint64_t begin = range.offset + tagHeaderLength;
-    const std::uint64_t end = std::min({begin + synchSafe(std::string_view(head).substr(6)),
-                                        std::max(range.end(), begin), std::max(file.size(), begin)});
+    const std::uint64_t begin = place + tagHeaderLength;
+    const std::uint64_t end = std::min(begin + synchSafe(std::string_view(head).substr(6)), file.size());
     const auto wanted = [&](const ByteSource& source, std::uint64_t from, std::uint64_t to) {
         if (version != 2 && (flags & extendedHeader) != 0)
             from += extendedLength(source, from, version);

@@ -1,16 +1,20 @@
 #include "platform/desktop/Mpeg4Boxes.h"
 
+#include <algorithm>
+#include <optional>
+
 namespace orvalen {
 
 namespace {
 
 constexpr int mostBoxes = 10'000; ///< side by side; a file of more is damaged
 
-} // namespace
-
-std::optional<Mpeg4Box> boxAt(const ByteSource& file, std::uint64_t place, std::uint64_t end) {
+/// The box that begins at the place. It may be longer than what holds it: only the file bounds it, because a
+/// length of a parent that is too small is a common fault and does no harm.
+std::optional<Mpeg4Box> boxAt(const ByteSource& file, std::uint64_t place) {
+    const std::uint64_t end = file.size();
     const std::string head = file.read(place, 16);
-    if (head.size() < 8 || place + 8 > end)
+    if (head.size() < 8)
         return {};
     std::uint64_t length = bigEndian32(head);
     std::uint64_t headLength = 8;
@@ -20,16 +24,19 @@ std::optional<Mpeg4Box> boxAt(const ByteSource& file, std::uint64_t place, std::
     } else if (length == 0) {
         length = end - place;
     }
-    if (length < headLength || length > end - place)
+    if (length < headLength || end - place < headLength)
         return {};
-    return Mpeg4Box{head.substr(4, 4), {place + headLength, length - headLength}};
+    const std::uint64_t contentLength = std::min(length, end - place) - headLength;
+    return Mpeg4Box{head.substr(4, 4), {place + headLength, contentLength}, length > end - place};
 }
+
+} // namespace
 
 std::vector<Mpeg4Box> boxesIn(const ByteSource& file, const ByteRange& range, std::string_view until) {
     std::vector<Mpeg4Box> boxes;
     std::uint64_t place = range.offset;
-    for (int count = 0; count < mostBoxes; ++count) {
-        auto box = boxAt(file, place, range.end());
+    for (int count = 0; count < mostBoxes && place < range.end(); ++count) {
+        auto box = boxAt(file, place);
         if (!box)
             break;
         place = box->content.end();

@@ -5,11 +5,11 @@ namespace orvalen {
 
 namespace {
 
-std::optional<ByteRange> contentOf(const ByteSource& file, const ByteRange& range, std::string_view name) {
+std::optional<Mpeg4Box> find(const ByteSource& file, const ByteRange& range, std::string_view name) {
     const auto boxes = boxesIn(file, range, name);
     if (boxes.empty() || boxes.back().name != name)
         return {};
-    return boxes.back().content;
+    return boxes.back();
 }
 
 /// The content of a metadata box without the version and flags that most writers put before its boxes.
@@ -26,12 +26,13 @@ ByteRange withoutVersion(const ByteSource& file, ByteRange meta) {
 Expected<TagPlaces> findMpeg4Tags(const ByteSource& file) {
     TagPlaces places;
     places.mpeg4 = true;
-    const auto movie = contentOf(file, {0, file.size()}, "moov");
-    if (!movie)
+    const auto movie = find(file, {0, file.size()}, "moov");
+    if (!movie || movie->cutOff)
         return failure("The file ends before its description");
-    if (const auto userData = contentOf(file, *movie, "udta"))
-        if (const auto meta = contentOf(file, *userData, "meta"))
-            places.itemList = contentOf(file, withoutVersion(file, *meta), "ilst");
+    if (const auto userData = find(file, movie->content, "udta"))
+        if (const auto meta = find(file, userData->content, "meta"))
+            if (const auto list = find(file, withoutVersion(file, meta->content), "ilst"))
+                places.itemList = list->content;
     return places;
 }
 

@@ -69,8 +69,8 @@ Expected<TagPlaces> findMpegTags(const ByteSource& file) {
         const std::string bytes = file.read(offset, searchStep + 9);
         for (std::uint64_t i = 0; i < searchStep && i < bytes.size(); ++i) {
             const std::string_view rest = std::string_view(bytes).substr(i);
-            if (const auto length = id3TagLength(rest)) {
-                places.id3 = ByteRange{offset + i, *length};
+            if (isId3Header(rest)) {
+                places.id3 = offset + i;
                 return places;
             }
             if (frameLength(bigEndian32(rest)) != 0 && audioBeginsAt(file, offset + i))

@@ -1,10 +1,23 @@
 #include "platform/desktop/TagPlaces.h"
 
+#include <algorithm>
+
 namespace orvalen {
 
 namespace {
 
 constexpr int mostChunks = 10'000; ///< a file of more is damaged
+
+bool isChunkName(std::string_view bytes) {
+    return bytes.size() == 4 &&
+           std::all_of(bytes.begin(), bytes.end(), [](char letter) { return letter >= ' ' && letter < 127; });
+}
+
+/// Whether a byte of padding stands at the place. Some writers leave it out, some do not make it zero.
+bool isPadded(const ByteSource& file, std::uint64_t place) {
+    const std::string bytes = file.read(place, 5);
+    return !bytes.empty() && (bytes[0] == '\0' || isChunkName(std::string_view(bytes).substr(1)));
+}
 
 /// Calls with the name and the content of every chunk of a RIFF or AIFF file.
 template <typename Function>
@@ -12,20 +25,20 @@ void forEachChunk(const ByteSource& file, std::uint32_t (*lengthOf)(std::string_
     std::uint64_t place = 12;
     for (int count = 0; count < mostChunks && place + 8 <= file.size(); ++count) {
         const std::string head = file.read(place, 8);
-        if (head.size() < 8)
+        if (head.size() < 8 || !isChunkName(std::string_view(head).substr(0, 4)))
             return;
         const ByteRange content{place + 8, lengthOf(std::string_view(head).substr(4))};
         function(head.substr(0, 4), content);
         place = content.end();
-        // Some writers leave the padding of an odd length out.
-        if (content.length % 2 == 1 && file.read(place, 1) == std::string(1, '\0'))
+        if (content.length % 2 == 1 && isPadded(file, place))
             ++place;
     }
 }
 
-void keepFirst(std::optional<ByteRange>& place, const ByteRange& range) {
-    if (!place)
-        place = range;
+template <typename Place>
+void keepFirst(std::optional<Place>& first, const Place& place) {
+    if (!first)
+        first = place;
 }
 
 bool isId3(std::string_view chunk) {
@@ -38,7 +51,7 @@ TagPlaces findWavTags(const ByteSource& file) {
     TagPlaces places;
     forEachChunk(file, littleEndian32, [&](std::string_view name, const ByteRange& content) {
         if (isId3(name))
-            keepFirst(places.id3, content);
+            keepFirst(places.id3, content.offset);
         else if (name == "LIST" && file.read(content.offset, 4) == "INFO")
             keepFirst(places.info, content);
     });
@@ -49,7 +62,7 @@ TagPlaces findAiffTags(const ByteSource& file) {
     TagPlaces places;
     forEachChunk(file, bigEndian32, [&](std::string_view name, const ByteRange& content) {
         if (isId3(name))
-            keepFirst(places.id3, content);
+            keepFirst(places.id3, content.offset);
         else if (name == "NAME")
             keepFirst(places.name, content);
         else if (name == "AUTH")

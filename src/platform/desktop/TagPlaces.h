@@ -8,7 +8,7 @@ namespace orvalen {
 
 /// Where the tags of an audio file stand. What a file holds is told by its content, never by its name.
 struct TagPlaces {
-    std::optional<ByteRange> id3;      ///< an ID3v2 tag with its header
+    std::optional<std::uint64_t> id3;  ///< where an ID3v2 tag begins; how far it goes it says itself
     std::optional<ByteRange> itemList; ///< of MPEG-4: the content of its item list
     std::optional<ByteRange> info;     ///< of WAV: an INFO list, from that word on
     std::optional<ByteRange> name;     ///< of AIFF: the text of the name chunk

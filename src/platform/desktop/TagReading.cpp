@@ -74,8 +74,8 @@ std::optional<std::string> valueOf(const TagLib::ID3v2::Frame& frame) {
     return values.isEmpty() ? std::string() : toUtf8(values.front());
 }
 
-void readId3(FileTags& tags, const ByteSource& file, const ByteRange& range) {
-    const std::string bytes = smallId3Tag(file, range);
+void readId3(FileTags& tags, const ByteSource& file, std::uint64_t place) {
+    const std::string bytes = smallId3Tag(file, place);
     if (bytes.empty())
         return;
     tags.formats.emplace_back(id3Format);
