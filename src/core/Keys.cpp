@@ -151,12 +151,12 @@ bool normalizeLatin(std::string& result, std::string_view text) {
 constexpr std::array<char, 128> asciiFolding = [] {
     std::array<char, 128> table{};
     table.fill(' ');
-    for (char c = '0'; c <= '9'; ++c)
-        table[static_cast<std::size_t>(c)] = c;
-    for (char c = 'a'; c <= 'z'; ++c)
-        table[static_cast<std::size_t>(c)] = c;
-    for (char c = 'A'; c <= 'Z'; ++c)
-        table[static_cast<std::size_t>(c)] = static_cast<char>(c - 'A' + 'a');
+    for (unsigned char c = '0'; c <= '9'; ++c)
+        table[c] = static_cast<char>(c);
+    for (unsigned char c = 'a'; c <= 'z'; ++c)
+        table[c] = static_cast<char>(c);
+    for (unsigned char c = 'A'; c <= 'Z'; ++c)
+        table[c] = static_cast<char>(c - 'A' + 'a');
     return table;
 }();
 
