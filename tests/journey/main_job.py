@@ -71,15 +71,17 @@ def check_database(journey, chosen):
     assert rows == [("night band last train home", chosen)], rows
 
 
-def check_session(journey, chosen):
+def check_session(journey):
     session = json.loads((journey.data / "Orvalen/session.orvs").read_text(encoding="utf-8"))
     assert session["matchInput"] == sample_list.LIST, session["matchInput"]
     labels = [row["artist"] + " – " + row["title"] for row in session["matchedTracks"]]
     assert labels == ROWS, labels
-    assert not any(row["include"] for row in session["matchedTracks"]), "a fresh run includes nothing"
+    included = {label for label, row in zip(labels, session["matchedTracks"]) if row["include"]}
+    # As the run left it, or as a later tick found it.
+    assert included <= {TWO_COPIES, ACCENTS, MISSING, OTHER_SCRIPT}, included
 
 
-def check_console(journey, playlist):
+def check_console(journey):
     console = journey.console
     backups = list(journey.data.glob("library_backup_*.json"))
     assert len(backups) == 1, backups
@@ -116,8 +118,8 @@ def main(program, folder):
         assert playlist.read_bytes() == "\n".join(lines).encode(), playlist.read_bytes()
         check_library_file(journey, music)
         check_database(journey, lines[0])
-        check_session(journey, lines[0])
-        check_console(journey, playlist)
+        check_session(journey)
+        check_console(journey)
 
         user.close_results()
         assert user.tracks_indexed() == len(FILES), user.tracks_indexed()

@@ -63,13 +63,11 @@ class Orvalen:
 
     def chosen_file(self, row):
         """The path in the row's details box; None when it has none."""
-        self._in_row(row, "Include in playlist")
-        names = [it.name for it in self._row(row).walk() if it.name.startswith("File: ")]
-        return names[0].removeprefix("File: ") if names else None
+        names = (it.name for it in self._row(row).walk() if it.name.startswith("File: ") and it.visible)
+        return next((name.removeprefix("File: ") for name in names), None)
 
     def has_picker(self, row):
-        self._in_row(row, "Include in playlist")
-        return any(it.name == "Choose match" and it.on_screen for it in self._row(row).walk())
+        return any(it.name == "Choose match" and it.visible for it in self._row(row).walk())
 
     def included(self, row):
         return self._in_row(row, "Include in playlist").checked
@@ -101,26 +99,30 @@ class Orvalen:
     # Inside
 
     def _number(self, pattern):
-        matches = (re.fullmatch(pattern, it.name) for it in self.screen.find_all())
+        matches = (re.fullmatch(pattern, it.name) for it in self.screen.seen())
         return next((int(match[1]) for match in matches if match), None)
 
     def _picker_entries(self):
-        opened = next((it for it in self.screen.find_all("list", "Choose match")), None)
-        return [it for it in opened.children if it.role == "list item" and it.on_screen] if opened else []
+        opened = self.screen.find("list", "Choose match")
+        return [it for it in opened.children if it.name and it.on_screen] if opened else []
 
     def _row(self, label):
-        """The row's group; None when the list has not been scrolled near it yet."""
-        rows = self.screen.find("list", "Results")
-        return next((it for it in rows.children if it.name == label), None) if rows else None
+        """The row's group, its include box scrolled into view."""
+        self._in_row(label, "Include in playlist")
+        return self._find_row(self.screen.wait_for("list", "Results"), label)
 
-    def _in_row(self, row, name):
+    def _find_row(self, rows, label):
+        """None when the list has not been scrolled near it yet."""
+        return next((it for it in rows.children if it.name == label), None)
+
+    def _in_row(self, label, name):
         """The row's control of this name, scrolled into view."""
-        x, y, width, height = self.screen.wait_for("list", "Results").rectangle
+        rows = self.screen.wait_for("list", "Results")
 
         def control():
-            group = self._row(row)
-            return next((it for it in group.walk() if it.name == name), None) if group else None
-        return self.screen.scroll_into(control, y, y + height, x + width // 2)
+            row = self._find_row(rows, label)
+            return next((it for it in row.walk() if it.name == name), None) if row else None
+        return self.screen.scroll_into(rows, control)
 
     def _answer_file_dialog(self, button, path):
         """Types the path into the file dialog and confirms."""

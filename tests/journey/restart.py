@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""What survives: the library, the folders, and the choice made by hand, which wins the next time; after a kill as
-well. Usage: restart.py PROGRAM FOLDER"""
+"""What survives the end of the program, and its kill: the library, the folders, and the choice made by hand, which a
+scan keeps and which wins in later runs. Usage: restart.py PROGRAM FOLDER"""
 
 import sys
 
@@ -27,13 +27,13 @@ def main(program, folder):
         user.paste_list(sample_list.LIST)
         user.match()
         chosen = choose_other_copy(user)
-        journey.kill()
-
-        user = journey.start()
-        check_what_came_back(user, music, chosen)
         user.close_results()
         user.scan()
         assert journey.quit() == 0
+
+        user = journey.start()
+        check_what_came_back(user, music, chosen)
+        journey.kill()
 
         user = journey.start()
         check_what_came_back(user, music, chosen)

@@ -59,12 +59,10 @@ class Element:
         for child in self.children:
             yield from child.walk()
 
-    def children_to(self, depth):
-        """All elements below this one, down to so many levels."""
-        for child in self.children:
-            yield child
-            if depth > 1:
-                yield from child.children_to(depth - 1)
+    @property
+    def visible(self):
+        """Shown, but perhaps scrolled out of view."""
+        return "visible" in self.states
 
     @property
     def on_screen(self):
@@ -118,13 +116,14 @@ class Screen:
         application = self.application
         return application.tree() if application else "(no accessibility tree)"
 
-    def find_all(self, role=None, name=None, within=None):
+    def seen(self, role=None, name=None, within=None):
+        """Every such element on screen, from the top down."""
         root = within or self.application
-        return [it for it in root.walk() if it.matches(role, name) and it.on_screen] if root else []
+        return (it for it in root.walk() if it.matches(role, name) and it.on_screen) if root else iter(())
 
     def find(self, role=None, name=None, within=None):
         """The first such element on screen, or None."""
-        return next(iter(self.find_all(role, name, within)), None)
+        return next(self.seen(role, name, within), None)
 
     def wait_for(self, role=None, name=None, within=None, seconds=30):
         return wait_until(lambda: self.find(role, name, within), f"{role or 'element'} {name!r}", seconds)
@@ -169,35 +168,36 @@ class Screen:
         self.paste(text)
         wait_until(lambda: field.text == text, f"{field.name!r} to hold what was pasted")
 
-    def scroll_into(self, find, top, bottom, x, seconds=60):
-        """Turns the wheel at x until what find() gives lies wholly between top and bottom; returns it. A list makes
-        only the rows near what it shows, so what find() does not give is looked for downwards, then upwards."""
-        self._xdotool("mousemove", str(x), str((top + bottom) // 2))
+    def scroll_into(self, area, find, seconds=60):
+        """Turns the wheel over the list until what find() gives lies wholly inside it; returns that. A list makes only
+        the rows near what it shows, so what find() does not give is looked for downwards, then upwards."""
+        x, y, width, height = area.rectangle
+        self._xdotool("mousemove", str(x + width // 2), str(y + height // 2))
         limit = time.monotonic() + seconds
         down, before = True, None
         while time.monotonic() < limit:
-            picture = self._picture_at_rest(top, bottom)
+            rows = self._rows_at_rest(area)
             element = find()
             place = element.rectangle if element else None
-            if place and place[1] >= top and place[1] + place[3] <= bottom:
+            if place and place[1] >= y and place[1] + place[3] <= y + height:
                 return element
             if place:
-                down = place[1] >= top
-            elif picture == before:
+                down = place[1] >= y
+            elif rows == before:
                 down = not down  # the end of the list
-            before = picture
+            before = rows
             self._xdotool("click", "--repeat", "1" if place else "5", "--delay", "5", "5" if down else "4")
         raise TimeoutError(f"waited {seconds} s for an element to come into view")
 
-    def _picture_at_rest(self, top, bottom):
-        """The places of the check boxes seen there, once they stand still: a list rolls on after the wheel."""
-        pictures = [None]
+    def _rows_at_rest(self, area):
+        """The places of the rows, once they stand still: a list rolls on after the wheel."""
+        looks = [None]
 
         def rested():
-            pictures.append([it.rectangle for it in self.find_all("check box") if top <= it.rectangle[1] <= bottom])
-            return pictures[-1] == pictures[-2]
+            looks.append([it.rectangle for it in area.children])
+            return looks[-1] == looks[-2]
         wait_until(rested, "the list to come to rest")
-        return pictures[-1]
+        return looks[-1]
 
     def _resting_place(self, element):
         places = [None]
