@@ -131,7 +131,7 @@ Expected<std::string> readWholeFile(const std::string& path) {
     std::size_t length = 0;
     for (;;) {
         if (length == bytes.size())
-            bytes.resize(2 * length + 64 * 1024);
+            bytes.resize(2 * length + std::size_t{64} * 1024);
         const ssize_t got = ::read(file.number(), bytes.data() + length, bytes.size() - length);
         if (got < 0 && errno == EINTR)
             continue;

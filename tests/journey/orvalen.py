@@ -1,5 +1,6 @@
 """What a user does with Orvalen, step by step. Each step returns once its effect can be seen."""
 
+import pathlib
 import re
 
 from waiting import wait_until
@@ -82,11 +83,12 @@ class Orvalen:
         self.screen.click_on("Select All")
 
     def export(self, choice, path):
-        """Exports under one of the choices' labels to the path; waits for the banner."""
+        """Exports under one of the choices' labels to the path, where nothing stands yet. What is waited for is the
+        playlist: the banner is gone after two seconds, which a busy machine can miss."""
         self.screen.click_on(choice)
         self.screen.click_on("Export Playlist")
         self._answer_file_dialog("Save", path)
-        self.screen.wait_for(name="✅ Playlist Exported Successfully!")
+        wait_until(pathlib.Path(path).exists, f"the playlist {path}")
 
     def save_session(self, path):
         self.screen.click_on("Save Session")
