@@ -18,7 +18,7 @@ std::optional<std::string> absolutePath(const char* text) {
 }
 
 std::optional<std::string> homeFromUserList() {
-    std::vector<char> buffer(16 * 1024);
+    std::vector<char> buffer(std::size_t{16} * 1024);
     passwd entry{};
     passwd* found = nullptr;
     if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) != 0 || found == nullptr)
