@@ -11,7 +11,7 @@ add_library(orvalen_rapidjson INTERFACE)
 target_include_directories(orvalen_rapidjson SYSTEM INTERFACE "${RAPIDJSON_INCLUDE_DIR}")
 
 if(ORVALEN_DESKTOP)
-  find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network DBus Qml Quick QuickControls2 Svg)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network DBus Qml Quick Svg)
   pkg_check_modules(TAGLIB REQUIRED IMPORTED_TARGET taglib)
   pkg_check_modules(MPV REQUIRED IMPORTED_TARGET mpv)
 endif()
