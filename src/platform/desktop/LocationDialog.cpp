@@ -29,7 +29,6 @@ LocationDialog::LocationDialog(const OpenOptions& options, const QString& folder
     setOption(HideNameFilterDetails);
     setAcceptMode(AcceptOpen);
     setFileMode(modeOf(options));
-    setViewMode(Detail);
     setDirectory(folder);
     if (!options.types.anything())
         setNameFilter(QString::fromStdString(nameFilter(options.types)));

@@ -5,10 +5,12 @@
 
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLayout>
 #include <QMessageBox>
 #include <QStandardPaths>
+#include <QTreeView>
 #include <QWindow>
 
 namespace orvalen {
@@ -53,7 +55,16 @@ std::vector<Location> locations(const QStringList& paths) {
     return result;
 }
 
-constexpr QSize fileDialogSize(760, 520);
+/// The list of a dialog that is not the system's own: names in full, and dates that are not cut off.
+void arrange(QFileDialog& dialog) {
+    dialog.resize(760, 520);
+    dialog.setViewMode(QFileDialog::Detail);
+    const auto* list = dialog.findChild<QTreeView*>("treeView");
+    if (!list)
+        return;
+    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+}
 
 } // namespace
 
@@ -64,7 +75,7 @@ QtDialogs::QtDialogs() {
 
 std::vector<Location> QtDialogs::chooseToOpen(const OpenOptions& options) {
     LocationDialog dialog(options, QString::fromStdString(folder_));
-    dialog.resize(fileDialogSize);
+    arrange(dialog);
     settle(dialog);
     if (dialog.exec() != QDialog::Accepted)
         return {};
@@ -76,7 +87,7 @@ void QtDialogs::chooseToOpenLater(const OpenOptions& options,
                                   std::function<void(std::vector<Location>)> answer) {
     auto* dialog = new LocationDialog(options, QString::fromStdString(folder_));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->resize(fileDialogSize);
+    arrange(*dialog);
     settle(*dialog);
     QObject::connect(dialog, &QDialog::finished, dialog,
                      [this, dialog, answer = std::move(answer)](int code) {
@@ -102,7 +113,7 @@ std::optional<Location> QtDialogs::chooseToSave(const SaveOptions& options) {
                                                 : QString::fromStdString(options.title));
     if (!options.message.empty())
         addMessage(dialog, options.message);
-    dialog.resize(fileDialogSize);
+    arrange(dialog);
     settle(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
