@@ -1,34 +1,16 @@
+#include "ReviewedRows.h"
 #include "app/ContentView.h"
 #include "core/Files.h"
 #include "core/Json.h"
 #include "export/ExportTargets.h"
 #include "matching/MatchReview.h"
 #include "session/SessionFiles.h"
-#include "support/Builders.h"
 #include "support/TestPlatform.h"
 
 #include <benchmark/benchmark.h>
 
 namespace orvalen::test {
 namespace {
-
-/// A reviewed list as a DJ has it: names of a usual length, some not ASCII, five candidates a row.
-std::vector<MatchedTrack> reviewedRows(std::int64_t count) {
-    std::vector<MatchedTrack> rows;
-    for (std::int64_t i = 0; i < count; ++i) {
-        const std::string number = std::to_string(i);
-        const std::string artist = i % 4 == 0 ? "Señor Ritmo " + number : "The Night Band " + number;
-        const std::string title = "Last Train Home (Extended Mix) " + number;
-        std::vector<Track> options;
-        for (int option = 0; option < 5; ++option) {
-            const std::string path = "/home/dj/Music/House/" + artist + "/Album " + std::to_string(option) +
-                                     "/" + artist + " - " + title + ".mp3";
-            options.push_back(Track{title, artist, "House", path, 120 + option});
-        }
-        rows.push_back(row(artist, title, std::move(options), true));
-    }
-    return rows;
-}
 
 void autoSave(benchmark::State& state) {
     TestPlatform test;

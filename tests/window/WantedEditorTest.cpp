@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace orvalen::test {
@@ -70,6 +71,32 @@ TEST(WantedEditor, CommitsALongListBeforeItIsMatched) {
     window.click("Match Playlist");
     EXPECT_EQ(window.view.matchInput.get(), text.toStdString());
     EXPECT_TRUE(window.waitFor([&] { return window.view.matchedTracks.get().size() == 3000; }));
+}
+
+TEST(WantedEditor, TakesAListThatIsTooLongToShow) {
+    for (const QString& text :
+         {QString("word ").repeated(2'000'000), QString("Artist – Title of a song\n").repeated(800'000)}) {
+        WindowHarness window;
+        paste(window, text);
+        EXPECT_TRUE(window.view.matchInput.get() == text.toStdString());
+        EXPECT_EQ(shownText(window), "");
+        EXPECT_TRUE(std::ranges::any_of(window.everything(), [](const auto& it) {
+            return it.name.startsWith("This list is too long to show.");
+        }));
+        window.type("a - b");
+        EXPECT_EQ(window.view.matchInput.get(), "a - b");
+    }
+}
+
+TEST(WantedEditor, PastesByMouseAlone) {
+    WindowHarness window;
+    QGuiApplication::clipboard()->setText("ABBA – SOS");
+    QTest::mouseClick(window.window(), Qt::RightButton, Qt::NoModifier,
+                      window.control("Wanted list").sceneRect().center().toPoint());
+    EXPECT_TRUE(window.waitFor([&] { return window.shows("Paste"); }));
+    EXPECT_FALSE(window.control("Cut").enabled());
+    window.click("Paste");
+    EXPECT_EQ(window.view.matchInput.get(), "ABBA – SOS");
 }
 
 TEST(WantedEditor, TheLaterWriteWins) {

@@ -68,18 +68,9 @@ ColumnLayout {
                 wrapMode: Text.Wrap
             }
         }
-        TextEditor {
-            id: editor
-
+        WantedEditor {
             Layout.fillWidth: true
-            implicitHeight: 120
-            name: "Wanted list"
-            Component.onCompleted: input.wanted.edit(document)
-
-            Connections {
-                target: input.wanted
-                function onTextReplaced(text: string) { editor.replaceText(text) }
-            }
+            wanted: input.wanted
         }
     }
 

@@ -5,6 +5,8 @@
 #include "import/DjepImport.h"
 #include "matching/WantedList.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QTextDocument>
 #include <chrono>
 #include <utility>
@@ -15,8 +17,25 @@ namespace {
 using namespace std::chrono_literals;
 
 /// Up to here a keystroke hands over the whole text at once.
-constexpr int longText = 20000;
+constexpr int longText = 20'000;
 constexpr auto longTextDelay = 250ms;
+
+/// What the editor lays out in a few seconds at most. Its time grows with the square of a line's length.
+constexpr qsizetype longestLine = 10'000;
+constexpr qsizetype longestText = 12'000'000;
+
+bool canBeShown(const QString& text) {
+    if (text.size() > longestText)
+        return false;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == u'\n')
+            start = i + 1;
+        else if (i - start >= longestLine)
+            return false;
+    }
+    return true;
+}
 
 /// The document's text with line feeds; unlike its plain text it keeps no-break spaces.
 std::string textOf(const QTextDocument& document) {
@@ -52,15 +71,19 @@ WantedState::WantedState(ContentView& view, Announcer& announcer) : FieldGroup(v
 
 void WantedState::refresh() {
     if (std::exchange(replaced_, false) && document_) {
+        const QString text = toQString(view().matchInput.get());
+        tooLongToShow_ = !canBeShown(text);
         replacing_ = true;
-        emit textReplaced(toQString(view().matchInput.get()));
+        emit textReplaced(tooLongToShow_ ? QString() : text);
         replacing_ = false;
         edited_ = false;
     }
     emit changed();
 }
 
-void WantedState::edit(QQuickTextDocument* document) {
+void WantedState::edit(QQuickTextDocument* document, QQuickItem* editor) {
+    // Draw what is in sight and no more; the toolkit does so only for a long text that was set, not pasted.
+    editor->setFlag(QQuickItem::ItemObservesViewport);
     document_ = document->textDocument();
     connect(document_, &QTextDocument::contentsChanged, this, &WantedState::documentChanged);
     replaced_ = true;
@@ -71,6 +94,7 @@ void WantedState::documentChanged() {
     if (replacing_)
         return;
     edited_ = true;
+    tooLongToShow_ = false;
     commitTimer_.start(document_->characterCount() > longText ? longTextDelay : 0ms);
 }
 
@@ -81,6 +105,19 @@ void WantedState::commitEdits() {
     committing_ = true;
     view().matchInput.set(textOf(*document_));
     committing_ = false;
+}
+
+bool WantedState::takesWhole(bool markedElsewhere) {
+    const QString text =
+        QGuiApplication::clipboard()->text(markedElsewhere ? QClipboard::Selection : QClipboard::Clipboard);
+    if (canBeShown(text))
+        return false;
+    view().matchInput.set(toUtf8(text));
+    return true;
+}
+
+QString WantedState::selectedElsewhere() const {
+    return QGuiApplication::clipboard()->text(QClipboard::Selection);
 }
 
 int WantedState::inputMode() const {

@@ -2,6 +2,7 @@
 
 #include "app/window/FieldGroup.h"
 
+#include <QQuickItem>
 #include <QQuickTextDocument>
 #include <QString>
 #include <QTimer>
@@ -21,6 +22,7 @@ class WantedState : public orvalen::FieldGroup {
     Q_PROPERTY(int formatIndex READ formatIndex WRITE setFormatIndex NOTIFY changed)
     Q_PROPERTY(QString spotifyAddress READ spotifyAddress WRITE setSpotifyAddress NOTIFY changed)
     Q_PROPERTY(bool ignoreDoNotPlay READ ignoreDoNotPlay WRITE setIgnoreDoNotPlay NOTIFY changed)
+    Q_PROPERTY(bool tooLongToShow READ tooLongToShow NOTIFY changed)
     Q_PROPERTY(bool canMatch READ canMatch NOTIFY changed)
     Q_PROPERTY(bool matching READ matching NOTIFY changed)
     Q_PROPERTY(QString matchingText READ matchingText NOTIFY changed)
@@ -40,6 +42,8 @@ public:
     void setSpotifyAddress(const QString& address);
     bool ignoreDoNotPlay() const;
     void setIgnoreDoNotPlay(bool ignore);
+    /// The state's list would take the editor minutes to lay out, so it shows none.
+    bool tooLongToShow() const { return tooLongToShow_; }
     bool canMatch() const;
     bool matching() const;
     QString matchingText() const;
@@ -47,7 +51,11 @@ public:
     double matchProgress() const;
 
     /// Follows the editor's document from now on and asks for it to be filled.
-    Q_INVOKABLE void edit(QQuickTextDocument* document);
+    Q_INVOKABLE void edit(QQuickTextDocument* document, QQuickItem* editor);
+    /// Takes what is about to be pasted as the whole list when it is too long to show; false leaves it to the
+    /// editor. The text is the clipboard's, or what is marked elsewhere.
+    Q_INVOKABLE bool takesWhole(bool markedElsewhere);
+    Q_INVOKABLE QString selectedElsewhere() const;
     Q_INVOKABLE void match();
     Q_INVOKABLE void importDJEP();
 
@@ -70,6 +78,7 @@ private:
     bool committing_ = false; ///< the write to the field is our own
     bool replaced_ = false;   ///< the field holds what the document does not
     bool replacing_ = false;  ///< the document's change is our own
+    bool tooLongToShow_ = false;
 };
 
 } // namespace orvalen

@@ -1,0 +1,104 @@
+import QtQuick
+import QtQuick.Templates as T
+import Orvalen
+
+/// The wanted list, one song a line. Text comes and goes through WantedState, which knows what the editor can hold.
+Rectangle {
+    id: editor
+
+    required property WantedState wanted
+
+    implicitHeight: 120
+    color: Theme.inset
+    border.width: area.activeFocus ? 2 : 1
+    border.color: area.activeFocus ? Theme.focus : Theme.controlLine
+    radius: 4
+    Component.onCompleted: wanted.edit(area.textDocument, area)
+
+    Connections {
+        target: editor.wanted
+        function onTextReplaced(text: string) {
+            area.text = text
+            area.cursorPosition = 0
+        }
+    }
+
+    function paste() {
+        if (!wanted.takesWhole(false))
+            area.paste()
+    }
+
+    Flickable {
+        id: view
+
+        anchors.fill: parent
+        anchors.margins: 2
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        T.ScrollBar.vertical: ThinScrollBar {}
+
+        T.TextArea.flickable: T.TextArea {
+            id: area
+
+            padding: 6
+            rightPadding: 14
+            textFormat: TextEdit.PlainText
+            wrapMode: TextEdit.Wrap
+            color: Theme.text
+            selectionColor: Theme.accent
+            selectedTextColor: Theme.accentInk
+            selectByMouse: true
+            persistentSelection: true
+            font.family: Theme.family
+            font.pixelSize: Theme.subheadline
+            // A list of a hundred thousand lines is laid out three times as fast without kerning and ligatures.
+            font.kerning: false
+            font.preferShaping: false
+            Keys.onPressed: event => {
+                if (event.matches(StandardKey.Paste)) {
+                    editor.paste()
+                    event.accepted = true
+                }
+            }
+            // Tab goes on to the next control; a list of songs needs no tabs.
+            Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+            Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+            Accessible.role: Accessible.EditableText
+            Accessible.name: "Wanted list"
+            Accessible.multiLine: true
+        }
+    }
+
+    Label {
+        x: 8
+        y: 8
+        width: parent.width - 16
+        visible: editor.wanted.tooLongToShow
+        text: "This list is too long to show. It is matched and saved whole; what you type takes its place."
+        font.pixelSize: Theme.subheadline
+        color: Theme.secondary
+        wrapMode: Text.Wrap
+    }
+
+    MouseArea {
+        anchors.fill: view
+        acceptedButtons: Qt.RightButton | Qt.MiddleButton
+        cursorShape: Qt.IBeamCursor
+        onClicked: mouse => {
+            area.forceActiveFocus(Qt.MouseFocusReason)
+            if (mouse.button === Qt.RightButton) {
+                menu.openAt(mouse.x, mouse.y)
+            } else if (!editor.wanted.takesWhole(true)) {
+                const place = mapToItem(area, mouse.x, mouse.y)
+                area.insert(area.positionAt(place.x, place.y), editor.wanted.selectedElsewhere())
+            }
+        }
+
+        EditMenu {
+            id: menu
+
+            area: area
+            onPaste: editor.paste()
+        }
+    }
+}
