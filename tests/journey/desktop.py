@@ -9,6 +9,7 @@ import select
 import shutil
 import subprocess
 import tempfile
+import time
 
 SIZE = (1400, 1200)
 
@@ -57,7 +58,15 @@ class VirtualDesktop:
         shutil.rmtree(self._runtime, ignore_errors=True)
 
     def screenshot(self, path):
-        self.run("import", "-silent", "-window", "root", str(path))
+        """A picture of the whole screen, once two looks at it are the same; what blinks may spoil some of them."""
+        before = None
+        for _ in range(12):
+            look = self.run("import", "-silent", "-window", "root", "-depth", "8", "rgb:-", capture_output=True).stdout
+            if look == before:
+                break
+            before = look
+            time.sleep(0.1)
+        self.run("convert", "-size", "{}x{}".format(*SIZE), "-depth", "8", "rgb:-", str(path), input=look)
 
     def run(self, *command, **options):
         """Runs a command on this desktop to its end; raises when it fails."""

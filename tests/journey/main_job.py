@@ -31,7 +31,7 @@ def choose_other_copy(user):
     raise AssertionError(f"neither entry of the picker is {wanted}")
 
 
-def carry_out(journey, user, music, playlist, picture=lambda name: None):
+def carry_out(user, music, playlist, picture=lambda name: None):
     """Does the main job; returns the playlist's expected lines."""
     picture("1-empty")
     fill_library(user, music)
@@ -113,7 +113,7 @@ def main(program, folder):
         user = journey.start()
         assert user.tracks_indexed() == 0, user.tracks_indexed()
 
-        lines = carry_out(journey, user, music, playlist)
+        lines = carry_out(user, music, playlist)
         check_rows(user, music)
         assert playlist.read_bytes() == "\n".join(lines).encode(), playlist.read_bytes()
         check_library_file(journey, music)

@@ -4,7 +4,7 @@ Usage: tour.py PROGRAM FOLDER"""
 
 import sys
 
-from journey import Journey, fresh_copy
+from journey import Journey
 from main_job import carry_out
 from sample_list import MUSIC
 
@@ -12,10 +12,9 @@ from sample_list import MUSIC
 def main(program, folder):
     pictures = []
     with Journey(program, folder) as journey:
-        music = fresh_copy(MUSIC, journey.folder / "music")
         playlist = journey.folder / "wedding.m3u8"
         user = journey.start()
-        carry_out(journey, user, music, playlist, lambda name: pictures.append(journey.screenshot(name)))
+        carry_out(user, MUSIC, playlist, lambda name: pictures.append(journey.screenshot(name)))
     print("screenshots:")
     for picture in pictures:
         print("   ", picture)
