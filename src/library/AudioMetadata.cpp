@@ -2,6 +2,7 @@
 
 #include "app/ContentView.h"
 #include "core/Text.h"
+#include "matching/MatchEngine.h"
 #include "platform/Console.h"
 #include "platform/Dialogs.h"
 #include "platform/MainQueue.h"
@@ -38,6 +39,7 @@ void attachTrack(ContentView& view, std::size_t position, const Track& track) {
         row.found = true;
     });
     view.trackDict.update([&](LibraryIndex& index) { fileTrack(index, track); });
+    prepareMatching(view);
 }
 
 } // namespace
