@@ -57,48 +57,81 @@ tl::unexpected<Error> wrongKind(std::string_view key, std::string_view kind) {
     return failure(std::move(description));
 }
 
+/// Takes members one after another and keeps the first error.
+class Members {
+public:
+    template <typename T>
+    T take(Expected<T> member) {
+        if (member)
+            return std::move(*member);
+        if (outcome_)
+            outcome_ = tl::unexpected(std::move(member.error()));
+        return T{};
+    }
+    /// The record that was put together from the members, unless one of them was wrong.
+    template <typename T>
+    Expected<T> finish(T record) {
+        return std::move(outcome_).map([&record] { return std::move(record); });
+    }
+
+private:
+    Expected<void> outcome_;
+};
+
+Expected<UUID> requiredId(const object& row) {
+    return requiredText(row, "id").and_then([](std::string_view text) -> Expected<UUID> {
+        if (const auto id = UUID::parse(text))
+            return *id;
+        return failure("\"id\" is not a UUID.");
+    });
+}
+
+Expected<Track> decodeOwnedTrack(const element& value) {
+    return decodeTrack(value).map([](const TrackView& track) { return track.toTrack(); });
+}
+
+Expected<std::vector<Track>> requiredOptions(const object& row) {
+    const auto elements = requiredArray(row, "options");
+    if (!elements)
+        return tl::unexpected(elements.error());
+    std::vector<Track> options;
+    for (const element value : *elements) {
+        auto track = decodeOwnedTrack(value);
+        if (!track)
+            return tl::unexpected(track.error());
+        options.push_back(std::move(*track));
+    }
+    return options;
+}
+
+Expected<std::optional<Track>> optionalSelection(const object& row) {
+    element value;
+    if (row["selectedTrack"].get(value) || value.is_null())
+        return std::nullopt;
+    return decodeOwnedTrack(value);
+}
+
+Expected<std::optional<std::int64_t>> optionalTempo(const object& track) {
+    element value;
+    if (track["bpm"].get(value) || value.is_null())
+        return std::nullopt;
+    return wholeNumber(value, "bpm");
+}
+
 Expected<MatchedTrack> decodeRow(const element& value) {
     object row;
     if (value.get(row))
         return failure("A row is not an object.");
-    const auto id = requiredText(row, "id");
-    const auto title = requiredText(row, "title");
-    const auto artist = requiredText(row, "artist");
-    const auto found = requiredBool(row, "found");
-    const auto include = requiredBool(row, "include");
-    const auto options = requiredArray(row, "options");
-    for (const auto* text : {&id, &title, &artist})
-        if (!*text)
-            return tl::unexpected(text->error());
-    for (const auto* flag : {&found, &include})
-        if (!*flag)
-            return tl::unexpected(flag->error());
-    if (!options)
-        return tl::unexpected(options.error());
-
+    Members members;
     MatchedTrack result;
-    const auto parsedId = UUID::parse(*id);
-    if (!parsedId)
-        return failure("\"id\" is not a UUID.");
-    result.id = *parsedId;
-    result.title = *title;
-    result.artist = *artist;
-    result.found = *found;
-    result.include = *include;
-    for (const element option : *options) {
-        const auto track = decodeTrack(option);
-        if (!track)
-            return tl::unexpected(track.error());
-        result.options.push_back(track->toTrack());
-    }
-    element selected;
-    if (!row["selectedTrack"].get(selected) && !selected.is_null()) {
-        const auto track = decodeTrack(selected);
-        if (!track)
-            return tl::unexpected(track.error());
-        result.selectedTrack = track->toTrack();
-    }
-    return result;
+    result.id = members.take(requiredId(row));
+    result.title = members.take(requiredText(row, "title"));
+    result.artist = members.take(requiredText(row, "artist"));
+    result.found = members.take(requiredBool(row, "found"));
+    result.options = members.take(requiredOptions(row));
+    result.selectedTrack = members.take(optionalSelection(row));
+    result.include = members.take(requiredBool(row, "include"));
+    return members.finish(std::move(result));
 }
 
 } // namespace
@@ -161,22 +194,14 @@ Expected<TrackView> decodeTrack(const element& value) {
     object track;
     if (value.get(track))
         return failure("A track is not an object.");
-    const auto title = requiredText(track, "title");
-    const auto artist = requiredText(track, "artist");
-    const auto genre = requiredText(track, "genre");
-    const auto path = requiredText(track, "path");
-    for (const auto* text : {&title, &artist, &genre, &path})
-        if (!*text)
-            return tl::unexpected(text->error());
-    TrackView result(*title, *artist, *genre, *path, std::nullopt);
-    element bpm;
-    if (!track["bpm"].get(bpm) && !bpm.is_null()) {
-        const auto number = wholeNumber(bpm, "bpm");
-        if (!number)
-            return tl::unexpected(number.error());
-        result.bpm = *number;
-    }
-    return result;
+    Members members;
+    TrackView result;
+    result.title = members.take(requiredText(track, "title"));
+    result.artist = members.take(requiredText(track, "artist"));
+    result.genre = members.take(requiredText(track, "genre"));
+    result.path = members.take(requiredText(track, "path"));
+    result.bpm = members.take(optionalTempo(track));
+    return members.finish(result);
 }
 
 std::string encodeSession(std::string_view matchInput, std::span<const MatchedTrack> matchedTracks) {
