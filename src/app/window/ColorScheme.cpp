@@ -5,7 +5,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QGuiApplication>
-#include <QPalette>
 
 namespace orvalen {
 namespace {
@@ -30,6 +29,18 @@ QPalette darkPalette() {
     return palette;
 }
 
+/// The same colours, each of them set: the toolkit replaces those that are not by others than it came with.
+QPalette allSet(const QPalette& palette) {
+    QPalette result;
+    for (int group = 0; group < QPalette::NColorGroups; ++group)
+        for (int role = 0; role < QPalette::NColorRoles; ++role) {
+            const auto inGroup = static_cast<QPalette::ColorGroup>(group);
+            const auto inRole = static_cast<QPalette::ColorRole>(role);
+            result.setBrush(inGroup, inRole, palette.brush(inGroup, inRole));
+        }
+    return result;
+}
+
 /// The setting stands in one variant or, from older portals, in two.
 uint unwrapped(QVariant value) {
     while (value.canConvert<QDBusVariant>())
@@ -39,7 +50,7 @@ uint unwrapped(QVariant value) {
 
 } // namespace
 
-ColorScheme::ColorScheme() {
+ColorScheme::ColorScheme() : given_(allSet(QGuiApplication::palette())) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
@@ -62,11 +73,12 @@ void ColorScheme::settingChanged(const QString& group, const QString& key, const
 }
 
 void ColorScheme::follow(uint preference) {
-    const bool dark = isDark(QGuiApplication::palette());
-    if (preference == preferDark && !dark)
+    if (preference == preferDark && !isDark(given_))
         QGuiApplication::setPalette(darkPalette());
-    else if (preference == preferLight && dark)
-        QGuiApplication::setPalette(QPalette());
+    else if (preference == preferLight && isDark(given_))
+        QGuiApplication::setPalette(QPalette(QColor(0xef, 0xef, 0xef)));
+    else
+        QGuiApplication::setPalette(given_);
 }
 
 } // namespace orvalen

@@ -2,6 +2,7 @@
 
 #include <QDBusVariant>
 #include <QObject>
+#include <QPalette>
 
 namespace orvalen {
 
@@ -18,6 +19,8 @@ private slots:
 
 private:
     void follow(uint preference);
+
+    QPalette given_; ///< the palette that the toolkit came with
 };
 
 } // namespace orvalen

@@ -48,7 +48,7 @@ Item {
             text: details.pauses ? "Pause" : "Play"
             symbol: details.pauses ? "pause.fill" : "play.fill"
             textSize: Theme.footnote
-            Layout.preferredWidth: 84
+            Layout.preferredWidth: Math.max(84, implicitWidth)
             onClicked: details.toggled()
             onActiveFocusChanged: if (activeFocus) details.focused()
         }

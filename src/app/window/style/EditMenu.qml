@@ -20,61 +20,70 @@ T.Popup {
     margins: 8
     padding: 5
     T.Overlay.modal: Item {}
-    implicitWidth: entries.implicitWidth + padding * 2
+    implicitWidth: entries.width + padding * 2
     implicitHeight: entries.implicitHeight + padding * 2
+
+    component Entry: Pressable {
+        id: entry
+
+        implicitWidth: caption.implicitWidth + 28
+        implicitHeight: 28
+        width: parent ? parent.width : implicitWidth
+        spokenRole: Accessible.MenuItem
+
+        Label {
+            id: caption
+
+            x: 12
+            z: 1
+            anchors.verticalCenter: parent.verticalCenter
+            text: entry.text
+            font.pixelSize: Theme.subheadline
+            Accessible.ignored: true
+        }
+        background: Rectangle {
+            radius: 5
+            color: entry.wash
+
+            FocusRing {
+                inner: 5
+                shown: entry.visualFocus
+            }
+        }
+    }
 
     Column {
         id: entries
 
-        readonly property int widest: Math.max(cut.implicitWidth, all.implicitWidth)
+        width: 140
 
-        PushButton {
-            id: cut
-
-            width: entries.widest
+        Entry {
             text: "Cut"
-            plain: true
-            textSize: Theme.subheadline
-            spokenRole: Accessible.MenuItem
             enabled: menu.area.selectedText !== ""
             onClicked: {
                 menu.close()
                 menu.area.cut()
             }
         }
-        PushButton {
-            width: entries.widest
+        Entry {
             text: "Copy"
-            plain: true
-            textSize: Theme.subheadline
-            spokenRole: Accessible.MenuItem
             enabled: menu.area.selectedText !== ""
             onClicked: {
                 menu.close()
                 menu.area.copy()
             }
         }
-        PushButton {
-            width: entries.widest
+        Entry {
             text: "Paste"
-            plain: true
             focus: true
-            textSize: Theme.subheadline
-            spokenRole: Accessible.MenuItem
             enabled: menu.area.canPaste
             onClicked: {
                 menu.close()
                 menu.paste()
             }
         }
-        PushButton {
-            id: all
-
-            width: entries.widest
+        Entry {
             text: "Select All"
-            plain: true
-            textSize: Theme.subheadline
-            spokenRole: Accessible.MenuItem
             onClicked: {
                 menu.close()
                 menu.area.selectAll()

@@ -25,7 +25,7 @@ Pressable {
         id: line
 
         readonly property real beforeText: drawing.visible ? drawing.width + spacing : 0
-        readonly property real naturalWidth: beforeText + caption.implicitWidth
+        readonly property real naturalWidth: beforeText + Math.ceil(caption.implicitWidth)
 
         anchors.centerIn: parent
         z: 1

@@ -1,0 +1,81 @@
+#include "app/window/ColorScheme.h"
+
+#include "desktop/PrivateBus.h"
+
+#include <QDBusConnection>
+#include <QDBusContext>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QGuiApplication>
+#include <QPalette>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace orvalen::test {
+
+/// What a desktop's settings portal is to a program.
+class SettingsPortal : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+
+public:
+    SettingsPortal() : bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal")) {
+        EXPECT_TRUE(bus_.registerObject(path, this, QDBusConnection::ExportScriptableSlots));
+        EXPECT_TRUE(bus_.registerService("org.freedesktop.portal.Desktop"));
+    }
+    ~SettingsPortal() override { QDBusConnection::disconnectFromBus("portal"); }
+
+    void change(uint to) {
+        scheme = to;
+        QDBusMessage signal =
+            QDBusMessage::createSignal(path, "org.freedesktop.portal.Settings", "SettingChanged");
+        signal << "org.freedesktop.appearance"
+               << "color-scheme" << QVariant::fromValue(QDBusVariant(to));
+        EXPECT_TRUE(bus_.send(signal));
+    }
+
+    uint scheme = 0;
+
+public slots:
+    Q_SCRIPTABLE QDBusVariant Read(const QString&, const QString&) {
+        return QDBusVariant(
+            QVariant::fromValue(QDBusVariant(scheme))); // in two variants, as older portals do
+    }
+
+private:
+    static constexpr auto path = "/org/freedesktop/portal/desktop";
+    QDBusConnection bus_;
+};
+
+namespace {
+
+bool becomes(bool dark) {
+    return QTest::qWaitFor(
+        [&] {
+            const QPalette palette = QGuiApplication::palette();
+            return (palette.color(QPalette::Window).lightness() <
+                    palette.color(QPalette::WindowText).lightness()) == dark;
+        },
+        2000);
+}
+
+TEST(ColorScheme, FollowsTheDesktop) {
+    SettingsPortal portal;
+    portal.scheme = 1;
+    const QColor given = QGuiApplication::palette().color(QPalette::Window);
+    ASSERT_TRUE(becomes(false));
+    const ColorScheme scheme;
+    EXPECT_TRUE(becomes(true)) << "what the desktop wished before we came";
+    portal.change(2);
+    EXPECT_TRUE(becomes(false));
+    EXPECT_EQ(QGuiApplication::palette().color(QPalette::Window), given);
+    portal.change(1);
+    EXPECT_TRUE(becomes(true));
+    portal.change(0);
+    EXPECT_TRUE(becomes(false)) << "no wish: as the toolkit came";
+}
+
+} // namespace
+} // namespace orvalen::test
+
+#include "ColorSchemeTest.moc"
