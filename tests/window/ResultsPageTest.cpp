@@ -174,6 +174,48 @@ TEST_F(ResultsPage, GoesByEscape) {
     EXPECT_TRUE(window.shows(several));
 }
 
+TEST_F(ResultsPage, LeadsTheKeysThroughRowsThatDoNotExistYet) {
+    std::vector<MatchedTrack> many;
+    for (int i = 0; i < 60; ++i)
+        many.push_back(row("Artist", std::to_string(i), {track("Artist", std::to_string(i))}));
+    view.matchedTracks.set(many);
+    window.settle();
+    const auto rowOfFocus = [&] {
+        for (QQuickItem* it = window.window()->activeFocusItem(); it != nullptr; it = it->parentItem())
+            if (it->property("label").isValid() && it->property("index").isValid())
+                return it->property("index").toInt();
+        return -1;
+    };
+    window.control("Deselect All").item->forceActiveFocus(Qt::TabFocusReason);
+    for (int i = 0; i < 60; ++i)
+        for (const char* name : {"Play", "Browse for file", "Include in playlist"}) {
+            window.key(Qt::Key_Tab);
+            ASSERT_EQ(window.focused(), name) << "row " << i;
+            ASSERT_EQ(rowOfFocus(), i) << name;
+        }
+    window.key(Qt::Key_Tab);
+    EXPECT_EQ(window.focused(), "M3U");
+    window.key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(window.focused(), "Include in playlist");
+    EXPECT_EQ(rowOfFocus(), 59);
+    window.key(Qt::Key_Space);
+    EXPECT_TRUE(rows()[59].include);
+    for (int i = 58; i >= 0; --i) {
+        window.key(Qt::Key_Up);
+        ASSERT_EQ(rowOfFocus(), i);
+    }
+    EXPECT_EQ(window.focused(), "Include in playlist");
+    window.key(Qt::Key_Up);
+    EXPECT_EQ(window.focused(), "Deselect All");
+}
+
+TEST_F(ResultsPage, GivesTheKeysBackToTheMainPage) {
+    window.click("Close");
+    EXPECT_TRUE(window.waitFor([&] { return !window.shows("Playlist Results"); }));
+    window.key(Qt::Key_Tab);
+    EXPECT_EQ(window.focused(), "Add Music Folder(s)");
+}
+
 TEST_F(ResultsPage, ChoosesTheExportAndWritesIt) {
     for (const auto& [label, value, tip] : std::vector<std::tuple<const char*, const char*, const char*>>{
              {"Serato M3U", "serato", "Tip: Open Serato and drag in your exported M3U file from the Finder."},

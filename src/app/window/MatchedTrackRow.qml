@@ -21,12 +21,43 @@ Item {
     required property bool included
     required property int decision
 
+    /// A control of the row has the keys now.
     signal focused()
+    /// The keys ask for the row that is so many further, and for the control there: -1 its last, 4 its first.
+    signal leaving(int by, int control)
     signal previewToggled()
     signal browsed()
     signal ticked(bool on)
     signal chosen(int option)
     signal pickerOpened(Picker picker)
+
+    /// In reading order.
+    readonly property var controls: [picker, details.button, browse, include]
+
+    function firstControl(): int {
+        return controls.findIndex(control => control.visible)
+    }
+
+    function reach(which: int) {
+        const place = which === controls.length ? firstControl() : which
+        const wanted = place < 0 || !controls[place].visible ? include : controls[place]
+        wanted.forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    function focusedControl(): int {
+        return controls.findIndex(control => control.activeFocus)
+    }
+
+    /// Out of the first control the way back leads into the row before; out of any other the usual way.
+    function leavesBackwards(control: int): bool {
+        if (control !== firstControl())
+            return false
+        leaving(-1, -1)
+        return true
+    }
+
+    Keys.onUpPressed: leaving(-1, focusedControl())
+    Keys.onDownPressed: leaving(1, focusedControl())
 
     implicitHeight: column.implicitHeight + 12
     height: implicitHeight
@@ -70,6 +101,8 @@ Item {
         }
 
         Picker {
+            id: picker
+
             Layout.fillWidth: true
             visible: row.options.length > 1
             labels: row.options
@@ -78,9 +111,12 @@ Item {
             onChosen: option => row.chosen(option)
             onOpened: row.pickerOpened(this)
             onActiveFocusChanged: if (activeFocus) row.focused()
+            Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(0)
         }
 
         TrackDetails {
+            id: details
+
             Layout.fillWidth: true
             visible: row.hasTrack
             fileLine: row.fileLine
@@ -90,6 +126,7 @@ Item {
             playing: row.playing
             onToggled: row.previewToggled()
             onFocused: row.focused()
+            button.Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(1)
         }
 
         RowLayout {
@@ -97,18 +134,24 @@ Item {
             spacing: 14
 
             PushButton {
+                id: browse
+
                 text: "Browse for file"
                 textSize: Theme.footnote
                 onClicked: row.browsed()
                 onActiveFocusChanged: if (activeFocus) row.focused()
+                Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(2)
             }
             TickBox {
+                id: include
+
                 Layout.fillWidth: true
                 Layout.maximumWidth: implicitWidth
                 text: "Include in playlist"
                 ticked: row.included
                 onSwitched: on => row.ticked(on)
                 onActiveFocusChanged: if (activeFocus) row.focused()
+                Keys.onTabPressed: row.leaving(1, row.controls.length)
             }
         }
 

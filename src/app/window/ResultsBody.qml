@@ -21,6 +21,20 @@ Flickable {
     clip: true
     T.ScrollBar.vertical: ThinScrollBar {}
 
+    /// Hands the keys to the row at the position, or to what stands before or after the rows. The rows that exist are
+    /// few and not in order, so the usual way from control to control does not lead through them.
+    function reachRow(index: int, control: int) {
+        if (index < 0) {
+            before.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+        } else if (index >= list.count) {
+            after.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+        } else {
+            list.positionViewAtIndex(index, ListView.Contain)
+            const row = list.itemAtIndex(index) as MatchedTrackRow
+            row?.reach(control)
+        }
+    }
+
     PickerList { id: pickerList; parent: T.Overlay.overlay }
 
     ColumnLayout {
@@ -57,6 +71,13 @@ Flickable {
             color: Theme.secondary
         }
 
+        FocusScope {
+            id: before
+
+            activeFocusOnTab: true
+            onActiveFocusChanged: if (activeFocus) body.reachRow(Math.max(0, list.indexAt(1, list.contentY + 1)), 4)
+        }
+
         ListView {
             id: list
 
@@ -64,7 +85,12 @@ Flickable {
             Layout.fillHeight: true
             implicitHeight: 190
             clip: true
-            spacing: 0
+
+            function lastInSight(): int {
+                const index = indexAt(1, contentY + height - 2)
+                return index < 0 ? count - 1 : index
+            }
+
             boundsBehavior: Flickable.StopAtBounds
             cacheBuffer: 400
             reuseItems: true
@@ -76,12 +102,20 @@ Flickable {
             delegate: MatchedTrackRow {
                 width: list.width - 12
                 onFocused: list.positionViewAtIndex(index, ListView.Contain)
+                onLeaving: (by, control) => body.reachRow(index + by, control)
                 onPreviewToggled: body.review.togglePreview(index)
                 onBrowsed: body.review.browse(index)
                 onTicked: on => body.review.include(index, on)
                 onChosen: option => body.review.choose(index, option)
                 onPickerOpened: picker => pickerList.openAt(picker)
             }
+        }
+
+        FocusScope {
+            id: after
+
+            activeFocusOnTab: true
+            onActiveFocusChanged: if (activeFocus) body.reachRow(list.lastInSight(), -1)
         }
 
         NowPlaying {

@@ -13,6 +13,7 @@ Item {
     required property bool playing
     signal toggled()
     signal focused()
+    readonly property alias button: play
 
     implicitHeight: 40
 
@@ -45,6 +46,8 @@ Item {
         spacing: 10
 
         PushButton {
+            id: play
+
             text: details.pauses ? "Pause" : "Play"
             symbol: details.pauses ? "pause.fill" : "play.fill"
             textSize: Theme.footnote
