@@ -24,20 +24,10 @@ double secondsSince(Clock::time_point begin) {
     return std::chrono::duration<double>(Clock::now() - begin).count();
 }
 
-void startApplication() {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    static int argc = 1;
-    static char name[] = "orvalen_bench";
-    static char* argv[] = {name, nullptr};
-    static const QGuiApplication application(argc, argv);
-}
-
 /// The real window off-screen, drawn by the processor as on a machine without a graphics card.
 class Stage {
 public:
     Stage() {
-        startApplication();
         window_ = std::make_unique<MainWindow>(platform.view);
         window_->show();
         QObject::connect(window_->window(), &QQuickWindow::frameSwapped, [this] { ++frames_; });
@@ -115,7 +105,6 @@ void count(benchmark::State& state, const Stage::Took& took) {
 }
 
 void firstFrame(benchmark::State& state) {
-    startApplication();
     for (auto _ : state) {
         TestPlatform platform;
         const auto begin = Clock::now();

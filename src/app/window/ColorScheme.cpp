@@ -54,6 +54,7 @@ ColorScheme::ColorScheme() : given_(allSet(QGuiApplication::palette())) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
+    qRegisterMetaType<QDBusVariant>(); // or the signal's argument is looked for by its name and not found
     bus.connect(service, path, settings, "SettingChanged", this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     QDBusMessage question = QDBusMessage::createMethodCall(service, path, settings, "Read");
