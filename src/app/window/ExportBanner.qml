@@ -1,27 +1,33 @@
 import QtQuick
 import Orvalen
 
-/// Says for a moment that the playlist was written; slides in from above as it fades in.
+/// Says for a moment that the playlist was written; slides in from the top edge as it fades in. It lies over the page,
+/// so that nothing below moves away under the pointer.
 Item {
     id: banner
 
     required property bool shown
     property real progress: shown ? 1 : 0
 
-    implicitHeight: Math.round(36 * progress)
+    implicitWidth: message.implicitWidth + 32
+    implicitHeight: 44
     visible: progress > 0
     clip: true
 
     Behavior on progress { NumberAnimation { duration: 350; easing.type: Easing.InOutQuad } }
 
     Rectangle {
-        y: -36 * (1 - banner.progress)
+        y: 8 - 44 * (1 - banner.progress)
         width: banner.width
-        height: 36
+        height: 34
+        radius: height / 2
         opacity: banner.progress
-        color: Qt.rgba(Theme.success.r, Theme.success.g, Theme.success.b, 0.12)
+        color: Theme.mix(Theme.window, Theme.success, 0.12)
+        border.color: Theme.mix(Theme.window, Theme.success, 0.4)
 
         Label {
+            id: message
+
             anchors.fill: parent
             text: "✅ Playlist Exported Successfully!"
             font.pixelSize: Theme.headline

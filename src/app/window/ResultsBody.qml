@@ -14,6 +14,8 @@ Flickable {
     required property ExportState exports
     required property PreviewState preview
 
+    readonly property real bulkButtonsEnd: stack.x + bulkButtons.childrenRect.width
+
     contentWidth: width
     contentHeight: Math.max(height, stack.implicitHeight - list.implicitHeight + 190)
     interactive: contentHeight > height
@@ -46,6 +48,8 @@ Flickable {
         spacing: 0
 
         Flow {
+            id: bulkButtons
+
             Layout.fillWidth: true
             Layout.topMargin: 10
             Layout.bottomMargin: 6

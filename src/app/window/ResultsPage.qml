@@ -76,16 +76,23 @@ T.Dialog {
             onClosed: sheet.review.close()
         }
         Divider { Layout.fillWidth: true }
-        ExportBanner {
-            Layout.fillWidth: true
-            shown: sheet.exports.bannerShown
-        }
         ResultsBody {
+            id: results
+
             Layout.fillWidth: true
             Layout.fillHeight: true
             review: sheet.review
             exports: sheet.exports
             preview: sheet.preview
         }
+    }
+
+    ExportBanner {
+        readonly property real beside: results.bulkButtonsEnd + 16 ///< to the right of what can be pressed
+
+        x: Math.max(beside, (sheet.width - width) / 2)
+        y: results.y
+        width: Math.min(implicitWidth, sheet.width - beside - 16)
+        shown: sheet.exports.bannerShown
     }
 }

@@ -1,5 +1,6 @@
 #include "platform/desktop/LocationDialog.h"
 
+#include "platform/desktop/DialogLook.h"
 #include "platform/desktop/FileTypes.h"
 
 #include <QDialogButtonBox>
@@ -123,8 +124,8 @@ QStringList LocationDialog::candidates() const {
 }
 
 void LocationDialog::explain(const QString& text) {
-    QMessageBox box(QMessageBox::Warning, windowTitle(), text, QMessageBox::Ok, this);
-    box.setTextFormat(Qt::PlainText);
+    QMessageBox box(QMessageBox::NoIcon, windowTitle(), text, QMessageBox::Ok, this);
+    arrange(box);
     box.exec();
 }
 

@@ -1,16 +1,13 @@
 #include "platform/desktop/QtDialogs.h"
 
+#include "platform/desktop/DialogLook.h"
 #include "platform/desktop/FileTypes.h"
 #include "platform/desktop/LocationDialog.h"
 
 #include <QFileDialog>
 #include <QGuiApplication>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLayout>
 #include <QMessageBox>
 #include <QStandardPaths>
-#include <QTreeView>
 #include <QWindow>
 
 namespace orvalen {
@@ -39,31 +36,11 @@ void settle(QWidget& dialog) {
     dialog.setAccessibleName(dialog.windowTitle());
 }
 
-/// A line above the dialog's own content.
-void addMessage(QDialog& dialog, const std::string& message) {
-    auto* label = new QLabel(QString::fromStdString(message), &dialog);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    label->setContentsMargins(9, 9, 9, 0);
-    dialog.layout()->setMenuBar(label);
-}
-
 std::vector<Location> locations(const QStringList& paths) {
     std::vector<Location> result;
     for (const QString& path : paths)
         result.push_back(Location{path.toStdString()});
     return result;
-}
-
-/// The list of a dialog that is not the system's own: names in full, and dates that are not cut off.
-void arrange(QFileDialog& dialog) {
-    dialog.resize(760, 520);
-    dialog.setViewMode(QFileDialog::Detail);
-    const auto* list = dialog.findChild<QTreeView*>("treeView");
-    if (!list)
-        return;
-    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
 } // namespace
@@ -112,7 +89,7 @@ std::optional<Location> QtDialogs::chooseToSave(const SaveOptions& options) {
     dialog.setWindowTitle(options.title.empty() ? QStringLiteral("Save")
                                                 : QString::fromStdString(options.title));
     if (!options.message.empty())
-        addMessage(dialog, options.message);
+        addMessage(dialog, QString::fromStdString(options.message));
     arrange(dialog);
     settle(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
@@ -122,16 +99,10 @@ std::optional<Location> QtDialogs::chooseToSave(const SaveOptions& options) {
 }
 
 void QtDialogs::showMessage(const std::string& title, const std::string& informativeText) {
-    QMessageBox box(QMessageBox::Information, QString::fromStdString(title), QString::fromStdString(title),
+    QMessageBox box(QMessageBox::NoIcon, QString::fromStdString(title), QString::fromStdString(title),
                     QMessageBox::Ok);
     box.setInformativeText(QString::fromStdString(informativeText));
-    for (auto* label : box.findChildren<QLabel*>())
-        label->setTextFormat(Qt::PlainText);
-    if (auto* heading = box.findChild<QLabel*>("qt_msgbox_label")) {
-        QFont font = heading->font();
-        font.setBold(true);
-        heading->setFont(font);
-    }
+    arrange(box);
     settle(box);
     box.exec();
 }
