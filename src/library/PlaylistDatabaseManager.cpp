@@ -81,6 +81,20 @@ private:
     sqlite3* db_;
 };
 
+/// Locks the file against other writers once for all that is read while this lives.
+class ReadTransaction {
+public:
+    explicit ReadTransaction(sqlite3* db) : db_(db) { execute(db_, "BEGIN;"); }
+    ~ReadTransaction() { execute(db_, "ROLLBACK;"); }
+    ReadTransaction(const ReadTransaction&) = delete;
+    ReadTransaction& operator=(const ReadTransaction&) = delete;
+
+private:
+    sqlite3* db_;
+};
+
+constexpr const char* selectPath = "SELECT preferred_path FROM preferred_matches WHERE key = ? LIMIT 1;";
+
 std::string localTimestamp() {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
@@ -154,6 +168,7 @@ void PlaylistDatabaseManager::savePreferredMatch(std::string_view key, std::stri
         return;
     const Turn turn(*this);
     insertMatch(std::string(key), std::string(path));
+    ++changeCount_;
 }
 
 void PlaylistDatabaseManager::insertMatch(const std::string& key, const std::string& path) {
@@ -171,8 +186,7 @@ std::optional<std::string> PlaylistDatabaseManager::preferredPath(std::string_vi
     if (db_ == nullptr)
         return std::nullopt;
     const Turn turn(*this);
-    const Statement statement =
-        prepare(db_, "SELECT preferred_path FROM preferred_matches WHERE key = ? LIMIT 1;");
+    const Statement statement = prepare(db_, selectPath);
     if (!statement) {
         tellError("Error preparing preferred match lookup");
         return std::nullopt;
@@ -180,6 +194,28 @@ std::optional<std::string> PlaylistDatabaseManager::preferredPath(std::string_vi
     const std::string bound(key);
     bindText(statement, 1, bound);
     return sqlite3_step(statement.get()) == SQLITE_ROW ? columnText(statement, 0) : std::nullopt;
+}
+
+std::optional<std::vector<std::optional<std::string>>>
+PlaylistDatabaseManager::preferredPaths(std::span<const std::string> keys) {
+    if (db_ == nullptr)
+        return std::nullopt;
+    const Turn turn(*this);
+    const ReadTransaction transaction(db_);
+    const Statement statement = prepare(db_, selectPath);
+    if (!statement)
+        return std::nullopt;
+    std::vector<std::optional<std::string>> paths;
+    paths.reserve(keys.size());
+    for (const std::string& key : keys) {
+        bindText(statement, 1, key);
+        const int outcome = sqlite3_step(statement.get());
+        if (outcome != SQLITE_ROW && outcome != SQLITE_DONE)
+            return std::nullopt;
+        paths.push_back(outcome == SQLITE_ROW ? columnText(statement, 0) : std::nullopt);
+        sqlite3_reset(statement.get());
+    }
+    return paths;
 }
 
 PreferredMatches PlaylistDatabaseManager::allPreferredMatches() {
@@ -210,6 +246,7 @@ void PlaylistDatabaseManager::replacePreferredMatches(const PreferredMatches& ma
         return tellError("Error clearing preferred matches");
     for (const auto& [key, path] : matches)
         insertMatch(key, path);
+    ++changeCount_;
 }
 
 void PlaylistDatabaseManager::exportLibrarySnapshot(const Location& destination, const LibraryIndex& index) {

@@ -4,11 +4,15 @@
 #include "core/Location.h"
 #include "core/Text.h"
 
+#include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <mutex>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct sqlite3;
 
@@ -39,6 +43,11 @@ public:
     /// Replaces an earlier path for the key. On the disk when it returns.
     void savePreferredMatch(std::string_view key, std::string_view path);
     std::optional<std::string> preferredPath(std::string_view key);
+    /// What preferredPath gives for each of the keys, all as of one moment and for little more than the price
+    /// of one. Nothing, and no console line, when the table cannot be read just now.
+    std::optional<std::vector<std::optional<std::string>>> preferredPaths(std::span<const std::string> keys);
+    /// Grows with each of this program's changes before the call that makes it returns.
+    std::uint64_t changeCount() const { return changeCount_; }
     PreferredMatches allPreferredMatches();
     /// Empties the table and saves every pair on its own. On the disk when it returns.
     void replacePreferredMatches(const PreferredMatches& matches);
@@ -59,6 +68,7 @@ private:
     Console& console_;
     sqlite3* db_ = nullptr;
     std::mutex mutex_;
+    std::atomic<std::uint64_t> changeCount_ = 0;
     std::chrono::steady_clock::time_point patienceEnds_;
 };
 

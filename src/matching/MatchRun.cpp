@@ -3,8 +3,8 @@
 #include "app/ContentView.h"
 #include "core/Keys.h"
 #include "core/Text.h"
-#include "library/PlaylistDatabaseManager.h"
 #include "matching/MatchPosts.h"
+#include "matching/RememberedPaths.h"
 #include "platform/Console.h"
 #include "platform/WorkerQueue.h"
 #include "session/SessionFiles.h"
@@ -69,6 +69,15 @@ void finish(ContentView& view, std::vector<MatchedTrack> rows) {
     autoSaveSession(view);
 }
 
+/// So many lines ask for their remembered paths together.
+constexpr std::size_t linesAtOnce = 128;
+
+/// A line in the wanted form, and how far a run has come with it.
+struct WantedRow {
+    Request request;
+    double progress;
+};
+
 /// One run, on the match queue. It owns all it reads; of the view it uses only what any thread may.
 struct MatchRun {
     ContentView& view;
@@ -80,23 +89,34 @@ struct MatchRun {
         const LibraryCatalog catalog(index);
         MatchPosts posts(view);
         auto rows = std::make_shared<std::vector<MatchedTrack>>();
-        for (std::size_t i = 0; i < lines.size(); ++i) {
-            auto request = parseWantedLine(lines[i], format);
-            if (!request)
-                continue;
-            posts.nowMatching(request->artist + " \u2013 " + request->title);
-            rows->push_back(matched(catalog, std::move(*request)));
-            posts.progress(static_cast<double>(i + 1) / static_cast<double>(lines.size()));
-        }
+        for (std::size_t first = 0; first < lines.size(); first += linesAtOnce)
+            if (std::vector<WantedRow> wanted = wantedFrom(first); !wanted.empty())
+                match(std::move(wanted), catalog, posts, *rows);
         posts.finish([rows](ContentView& state) { orvalen::finish(state, std::move(*rows)); });
     }
 
-    MatchedTrack matched(const LibraryCatalog& catalog, Request request) const {
-        MatchedTrack row = makeRow(catalog, std::move(request));
-        writeDiagnostics(view.platform.console, row);
-        row.selectedTrack =
-            chosen(row.options, view.database().preferredPath(libraryKey(row.artist, row.title)));
-        return row;
+    std::vector<WantedRow> wantedFrom(std::size_t first) const {
+        std::vector<WantedRow> wanted;
+        for (std::size_t i = first; i < std::min(first + linesAtOnce, lines.size()); ++i)
+            if (auto request = parseWantedLine(lines[i], format))
+                wanted.push_back(
+                    {*std::move(request), static_cast<double>(i + 1) / static_cast<double>(lines.size())});
+        return wanted;
+    }
+
+    void match(std::vector<WantedRow> wanted, const LibraryCatalog& catalog, MatchPosts& posts,
+               std::vector<MatchedTrack>& rows) const {
+        std::vector<std::string> keys;
+        for (const WantedRow& row : wanted)
+            keys.push_back(libraryKey(row.request.artist, row.request.title));
+        const RememberedPaths remembered(view.database(), std::move(keys));
+        for (std::size_t i = 0; i < wanted.size(); ++i) {
+            posts.nowMatching(wanted[i].request.artist + " \u2013 " + wanted[i].request.title);
+            MatchedTrack& row = rows.emplace_back(makeRow(catalog, std::move(wanted[i].request)));
+            writeDiagnostics(view.platform.console, row);
+            row.selectedTrack = chosen(row.options, remembered.at(i));
+            posts.progress(wanted[i].progress);
+        }
     }
 };
 

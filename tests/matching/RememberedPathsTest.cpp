@@ -1,0 +1,71 @@
+#include "matching/RememberedPaths.h"
+
+#include "support/TestPlatform.h"
+
+#include <gmock/gmock.h>
+#include <sqlite3.h>
+
+namespace orvalen::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Another program's hand on the database file.
+void runElsewhere(const TestPlatform& world, const char* script) {
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(world.support().path("orvalen.sqlite").c_str(), &db), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(db, script, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db);
+    sqlite3_close(db);
+}
+
+TEST(RememberedPaths, AreThoseOfTheirKeys) {
+    TestPlatform world;
+    world.database().replacePreferredMatches({{"a", "/1"}, {"größe", "/ü"}, {"empty", ""}, {"", "/e"}});
+    runElsewhere(world, "INSERT INTO preferred_matches VALUES ('null', NULL)");
+    const std::vector<std::string> keys = {"a", "none", "größe", "a", "null", "empty", ""};
+    const RememberedPaths paths(world.database(), keys);
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        EXPECT_EQ(paths.at(i), world.database().preferredPath(keys[i])) << keys[i];
+    EXPECT_EQ(paths.at(2), "/ü");
+    EXPECT_EQ(paths.at(1), std::nullopt);
+}
+
+TEST(RememberedPaths, FollowEachChoiceThatIsMadeMeanwhile) {
+    TestPlatform world;
+    world.database().savePreferredMatch("a", "/1");
+    const RememberedPaths paths(world.database(), {"a", "b"});
+    EXPECT_EQ(paths.at(0), "/1");
+    world.database().savePreferredMatch("b", "/2");
+    EXPECT_EQ(paths.at(1), "/2");
+    world.database().savePreferredMatch("b", "/3");
+    EXPECT_EQ(paths.at(1), "/3");
+    world.database().replacePreferredMatches({});
+    EXPECT_EQ(paths.at(0), std::nullopt);
+}
+
+TEST(RememberedPaths, AreAskedForOneByOneWhereTheTableCannotBeRead) {
+    TestPlatform world;
+    world.database().savePreferredMatch("a", "/1");
+    runElsewhere(world, "ALTER TABLE preferred_matches RENAME TO elsewhere");
+    const RememberedPaths paths(world.database(), {"a", "b"});
+    EXPECT_THAT(world.console.lines(), IsEmpty());
+    EXPECT_EQ(paths.at(0), std::nullopt);
+    EXPECT_THAT(world.console.lines(),
+                ElementsAre("Error preparing preferred match lookup: no such table: preferred_matches"));
+    runElsewhere(world, "ALTER TABLE elsewhere RENAME TO preferred_matches");
+    EXPECT_EQ(paths.at(0), "/1");
+}
+
+TEST(RememberedPaths, LeaveTheFileFreeForOthers) {
+    TestPlatform world;
+    world.database().savePreferredMatch("a", "/1");
+    const RememberedPaths paths(world.database(), {"a"});
+    runElsewhere(world, "BEGIN EXCLUSIVE; UPDATE preferred_matches SET preferred_path = '/2'; COMMIT");
+    world.database().savePreferredMatch("b", "/3");
+    EXPECT_EQ(paths.at(0), "/2") << "what changed is asked for again";
+    EXPECT_THAT(world.console.lines(), IsEmpty());
+}
+
+} // namespace
+} // namespace orvalen::test
