@@ -12,8 +12,10 @@ target_include_directories(orvalen_rapidjson SYSTEM INTERFACE "${RAPIDJSON_INCLU
 
 if(ORVALEN_DESKTOP)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network DBus Qml Quick Svg)
-  pkg_check_modules(TAGLIB REQUIRED IMPORTED_TARGET taglib)
   pkg_check_modules(MPV REQUIRED IMPORTED_TARGET mpv)
+endif()
+if(ORVALEN_DESKTOP OR ORVALEN_FUZZ)
+  pkg_check_modules(TAGLIB REQUIRED IMPORTED_TARGET taglib)
 endif()
 if(ORVALEN_TESTS)
   find_package(GTest REQUIRED)
