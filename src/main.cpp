@@ -24,6 +24,8 @@ int main(int argc, char** argv) {
 
     // A reader of our output that goes away must not take the program with it.
     std::signal(SIGPIPE, SIG_IGN);
+    // Nor must a file that may not grow any further: the write says so.
+    std::signal(SIGXFSZ, SIG_IGN);
 
     const QApplication application(argc, argv);
     becomeMainThread();

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <new>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -30,6 +31,31 @@ public:
 private:
     int number_;
 };
+
+constexpr const char* notAFile = "Not a regular file";
+
+/// Four gigabytes: no reader of ours takes more.
+constexpr off_t longestRead = off_t{4} << 30;
+
+Expected<std::string> readToEnd(int file, std::size_t expectedLength) {
+    // One byte more than the file has, to find its end without growing; some files hide their size.
+    std::string bytes(expectedLength + 1, '\0');
+    std::size_t length = 0;
+    for (;;) {
+        if (length == bytes.size())
+            bytes.resize(2 * length + std::size_t{64} * 1024);
+        const ssize_t got = ::read(file, bytes.data() + length, bytes.size() - length);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return systemFailure(errno);
+        length += static_cast<std::size_t>(got);
+        if (got == 0) {
+            bytes.resize(length);
+            return bytes;
+        }
+    }
+}
 
 Expected<void> writeAll(int file, std::string_view bytes) {
     while (!bytes.empty()) {
@@ -91,7 +117,8 @@ private:
     bool exists_ = file_.isOpen();
 };
 
-/// A device or a pipe is written into: putting a file in its place would take it away from everyone.
+/// A device is written into: putting a file in its place would take it away from everyone. So it would a
+/// pipe, which refuses.
 bool isDeviceOrPipe(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
@@ -117,41 +144,36 @@ void keepPermissions(int file, const std::string& destination) {
 } // namespace
 
 Expected<std::string> readWholeFile(const std::string& path) {
-    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    // Without waiting: a pipe would keep the window until somebody wrote into it.
+    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file.isOpen())
-        return systemFailure(errno);
+        return errno == ENXIO ? failure(notAFile) : systemFailure(errno); // ENXIO: a socket
     struct stat status {};
     if (::fstat(file.number(), &status) != 0)
         return systemFailure(errno);
     if (S_ISDIR(status.st_mode))
         return systemFailure(EISDIR);
-
-    // One byte more than the file has, to find its end without growing; some files hide their size.
-    std::string bytes(static_cast<std::size_t>(status.st_size) + 1, '\0');
-    std::size_t length = 0;
-    for (;;) {
-        if (length == bytes.size())
-            bytes.resize(2 * length + std::size_t{64} * 1024);
-        const ssize_t got = ::read(file.number(), bytes.data() + length, bytes.size() - length);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0)
-            return systemFailure(errno);
-        length += static_cast<std::size_t>(got);
-        if (got == 0) {
-            bytes.resize(length);
-            return bytes;
-        }
+    if (!S_ISREG(status.st_mode))
+        return failure(notAFile);
+    if (status.st_size > longestRead)
+        return systemFailure(EFBIG);
+    try {
+        return readToEnd(file.number(), static_cast<std::size_t>(status.st_size));
+    } catch (const std::bad_alloc&) {
+        return systemFailure(ENOMEM);
     }
 }
 
 Expected<void> writeWholeFile(const std::string& path, std::string_view bytes) {
-    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
+    // Without waiting, as above; nobody reads from a pipe that stands where a file of ours should be.
+    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
     if (!file.isOpen())
-        return systemFailure(errno);
+        return errno == ENXIO ? failure(notAFile) : systemFailure(errno);
     struct stat before {};
     if (::fstat(file.number(), &before) != 0)
         return systemFailure(errno);
+    if (S_ISFIFO(before.st_mode))
+        return failure(notAFile);
     const bool hasLength = S_ISREG(before.st_mode);
     const auto length = static_cast<off_t>(bytes.size());
     if (hasLength)

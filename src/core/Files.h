@@ -9,11 +9,11 @@ namespace orvalen {
 
 // Whole files in one step. Any thread; errors carry the system's words for what went wrong.
 
-/// Every byte of the file.
+/// Every byte of the file. What is no file is not waited for: a pipe or a device is an error.
 Expected<std::string> readWholeFile(const std::string& path);
 
 /// Replaces the file's content in place. A file that may not be written stays as it was, and so does one on a
-/// disk that has no room for the bytes.
+/// disk that has no room for the bytes. A device takes the bytes; a pipe is an error.
 Expected<void> writeWholeFile(const std::string& path, std::string_view bytes);
 
 /// Writes a temporary file in the same folder and renames it over the destination: a reader sees the old

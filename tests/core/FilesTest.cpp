@@ -2,9 +2,13 @@
 
 #include "support/TemporaryFolder.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace orvalen::test {
 namespace {
@@ -23,6 +27,23 @@ std::string readError(const std::string& path) {
 std::size_t entries(const TemporaryFolder& folder) {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder.path()), {}));
 }
+
+/// A socket in the file system, as many programs keep one.
+class LocalSocket {
+public:
+    explicit LocalSocket(const std::string& path) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        path.copy(address.sun_path, sizeof address.sun_path - 1);
+        EXPECT_EQ(::bind(number_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0) << path;
+    }
+    ~LocalSocket() { ::close(number_); }
+    LocalSocket(const LocalSocket&) = delete;
+    LocalSocket& operator=(const LocalSocket&) = delete;
+
+private:
+    int number_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+};
 
 class Files : public testing::Test {
 protected:
@@ -46,7 +67,6 @@ TEST_F(Files, ReadsFilesThatHideTheirSize) {
     ASSERT_TRUE(mounts.has_value());
     EXPECT_GT(mounts->size(), 4096U);
     EXPECT_EQ(mounts->back(), '\n');
-    EXPECT_EQ(readWholeFile("/dev/null").value(), "");
 }
 
 TEST_F(Files, SaysWhyAFileCannotBeRead) {
@@ -57,6 +77,29 @@ TEST_F(Files, SaysWhyAFileCannotBeRead) {
     EXPECT_EQ(readError(folder.path("loop")), "Too many levels of symbolic links");
     EXPECT_EQ(readError(folder.path(std::string(300, 'x'))), "File name too long");
     EXPECT_EQ(readError(""), "No such file or directory");
+    std::filesystem::resize_file(folder.write("endless"), std::uintmax_t{5} << 30);
+    EXPECT_EQ(readError(folder.path("endless")), "File too large");
+}
+
+TEST_F(Files, DoNotWaitForWhatIsNoFile) {
+    ASSERT_EQ(::mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    const LocalSocket socket(folder.path("socket"));
+    fs::create_symlink("pipe", folder.path("link"));
+    for (const std::string& path : {folder.path("pipe"), folder.path("link"), folder.path("socket"),
+                                    std::string("/dev/zero"), std::string("/dev/null")})
+        EXPECT_EQ(readError(path), "Not a regular file") << path;
+    // Whether somebody would read from it or not.
+    for (const bool read : {false, true}) {
+        const int reader = read ? ::open(folder.path("pipe").c_str(), O_RDONLY | O_NONBLOCK) : -1;
+        for (const std::string& path : {folder.path("pipe"), folder.path("link"), folder.path("socket")}) {
+            EXPECT_EQ(errorOf(writeWholeFile(path, "x")), "Not a regular file") << path;
+            EXPECT_EQ(errorOf(writeFileAtomically(path, "x")), "Not a regular file") << path;
+        }
+        if (reader >= 0)
+            ::close(reader);
+    }
+    EXPECT_TRUE(fs::is_fifo(folder.path("pipe")));
+    EXPECT_EQ(entries(folder), 3U);
 }
 
 using Write = Expected<void> (*)(const std::string&, std::string_view);
