@@ -72,9 +72,9 @@ void fileTrack(LibraryIndex& index, const Track& track) {
     for (std::size_t key = std::size_t(record.key) + 1; key < tables.keys.size(); ++key)
         ++tables.keys[key].firstPosition;
     tables.records = copyWith(old.records, place, record);
-    tables.sharedPathLengths = copyWith(old.sharedPathLengths, place, std::uint16_t(0));
+    tables.pathSteps = copyWith(old.pathSteps, place, PathStep());
     for (std::size_t position = place; position < tables.records.size() && position < place + 2; ++position)
-        tables.sharedPathLengths[position] = tables.sharedPathLength(position);
+        tables.pathSteps[position] = tables.pathStep(position);
     tables.noteLeastSharedPathLengths();
     index = LibraryIndex(std::make_shared<const LibraryIndex::Body>(std::move(tables)));
 }

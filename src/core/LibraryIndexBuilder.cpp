@@ -24,10 +24,10 @@ struct LibraryIndexBuilder::Draft {
         tables.records = std::move(sorted);
     }
 
-    void noteSharedPathLengths() {
-        tables.sharedPathLengths.reserve(tables.records.size());
+    void notePathSteps() {
+        tables.pathSteps.reserve(tables.records.size());
         for (std::size_t position = 0; position < tables.records.size(); ++position)
-            tables.sharedPathLengths.push_back(tables.sharedPathLength(position));
+            tables.pathSteps.push_back(tables.pathStep(position));
         tables.noteLeastSharedPathLengths();
     }
 };
@@ -50,7 +50,7 @@ std::size_t LibraryIndexBuilder::trackCount() const {
 LibraryIndex LibraryIndexBuilder::finish() {
     const std::unique_ptr<Draft> draft = std::exchange(draft_, std::make_unique<Draft>());
     draft->sortIntoLibraryOrder();
-    draft->noteSharedPathLengths();
+    draft->notePathSteps();
     draft->tables.keys.shrink_to_fit();
     return LibraryIndex(std::make_shared<const LibraryIndex::Body>(std::move(draft->tables)));
 }

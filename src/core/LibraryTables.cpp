@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cassert>
 #include <functional>
+#include <limits>
 
 namespace orvalen {
 namespace {
@@ -36,24 +37,29 @@ PositionRange LibraryTables::positionsOf(std::uint32_t key) const {
     return {keys[key].firstPosition, next < keys.size() ? keys[next].firstPosition : records.size()};
 }
 
-std::uint16_t LibraryTables::sharedPathLength(std::size_t position) const {
-    if (position == 0)
-        return 0;
+PathStep LibraryTables::pathStep(std::size_t position) const {
+    constexpr std::size_t most = std::numeric_limits<std::uint16_t>::max();
     const std::string_view path = records[position].path();
-    const std::string_view before = records[position - 1].path();
-    const std::size_t most = std::min<std::size_t>({path.size(), before.size(), 0xFFFF});
-    const auto differing = std::mismatch(path.begin(), path.begin() + std::ptrdiff_t(most), before.begin());
-    return static_cast<std::uint16_t>(differing.first - path.begin());
+    const std::string_view before = position == 0 ? std::string_view() : records[position - 1].path();
+    const auto end = path.begin() + static_cast<std::ptrdiff_t>(std::min({path.size(), before.size(), most}));
+    const auto differing = std::mismatch(path.begin(), end, before.begin()).first;
+    PathStep step{static_cast<std::uint16_t>(differing - path.begin()), 0};
+    if (step.shared == most)
+        step.next = std::numeric_limits<std::uint8_t>::max();
+    else if (differing != path.end())
+        step.next = static_cast<std::uint8_t>(*differing);
+    return step;
 }
 
 void LibraryTables::noteLeastSharedPathLengths() {
-    const std::size_t count = sharedPathLengths.size();
+    const std::size_t count = pathSteps.size();
     leastSharedPathLengths.clear();
     leastSharedPathLengths.reserve(count / pathBlock + 1);
     for (std::size_t first = 0; first < count; first += pathBlock) {
-        const auto begin = sharedPathLengths.begin() + static_cast<std::ptrdiff_t>(first);
-        const auto length = static_cast<std::ptrdiff_t>(std::min(pathBlock, count - first));
-        leastSharedPathLengths.push_back(*std::min_element(begin, begin + length));
+        std::uint16_t least = pathSteps[first].shared;
+        for (std::size_t i = first; i < std::min(first + pathBlock, count); ++i)
+            least = std::min(least, pathSteps[i].shared);
+        leastSharedPathLengths.push_back(least);
     }
 }
 

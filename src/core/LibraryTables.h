@@ -36,20 +36,25 @@ struct KeyRecord {
     std::string_view view() const { return {text, length}; }
 };
 
+/// How a path goes on from the one before it.
+struct PathStep {
+    std::uint16_t shared = 0; ///< bytes that both have in common, or the most that fits
+    std::uint8_t next = 0;    ///< the byte after them, 0 at the path's end; not ASCII when more is shared
+};
+
 struct LibraryTables {
     TextBlocks texts;
     std::vector<TrackRecord> records; ///< in library order
     std::vector<KeyRecord> keys;      ///< as first filed
     HashedNumbers keyNumbers;
-    /// How many bytes the path at a position has in common with the path before it, or the most that fits.
-    std::vector<std::uint16_t> sharedPathLengths;
-    /// The least of each block of sharedPathLengths.
+    std::vector<PathStep> pathSteps;
+    /// The least that is shared in each block of pathSteps.
     std::vector<std::uint16_t> leastSharedPathLengths;
     static constexpr std::size_t pathBlock = 64;
 
     std::optional<std::uint32_t> findKey(std::string_view key) const;
     PositionRange positionsOf(std::uint32_t key) const;
-    std::uint16_t sharedPathLength(std::size_t position) const;
+    PathStep pathStep(std::size_t position) const;
     void noteLeastSharedPathLengths();
 };
 
