@@ -1,3 +1,4 @@
+#include "MadeMp3.h"
 #include "library/AudioMetadata.h"
 #include "platform/desktop/TagLibMediaAssets.h"
 #include "support/Fakes.h"
@@ -15,39 +16,14 @@
 namespace orvalen {
 namespace {
 
-std::string bigEndian(std::size_t number) {
-    std::string result;
-    for (int shift = 24; shift >= 0; shift -= 8)
-        result += static_cast<char>(number >> shift & 0xFF);
-    return result;
-}
-
-std::string frame(const std::string& name, const std::string& content) {
-    return name + bigEndian(content.size()) + std::string(2, '\0') + content;
-}
-
-std::string textFrame(const std::string& name, const std::string& text) {
-    return frame(name, '\3' + text);
-}
-
-/// The start of a bought file: its usual frames, a picture, some padding, a little silence.
+/// The start of a bought file: its tag and a little silence.
 std::string mp3(std::size_t number, std::size_t pictureLength) {
-    std::string frames = textFrame("TIT2", "Song number " + std::to_string(number)) +
-                         textFrame("TPE1", "Artist " + std::to_string(number / 8)) +
-                         textFrame("TALB", "The album") + textFrame("TRCK", "4/12") +
-                         textFrame("TCON", "House") + textFrame("TBPM", std::to_string(90 + number % 50)) +
-                         frame("COMM", std::string("\0eng\0a comment", 14));
-    if (pictureLength > 0)
-        frames += frame("APIC", std::string("\0image/jpeg\0\3\0", 14) + std::string(pictureLength, '\xA5'));
-    frames += std::string(1024, '\0');
-    const std::size_t length = frames.size();
-    std::string tag("ID3\3\0\0", 6);
-    for (int shift = 21; shift >= 0; shift -= 7)
-        tag += static_cast<char>(length >> shift & 0x7F);
+    const Track track{"Song number " + std::to_string(number), "Artist " + std::to_string(number / 8),
+                      "House", "", static_cast<std::int64_t>(90 + number % 50)};
     std::string audio;
     for (int i = 0; i < 100; ++i)
         audio += std::string("\xFF\xFB\x90\x64", 4) + std::string(413, '\0');
-    return tag + frames + audio;
+    return bench::mp3Tag(track, pictureLength, 1024) + audio;
 }
 
 /// Real files on the disk, kept for the benchmarks of the same shape.

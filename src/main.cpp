@@ -1,19 +1,5 @@
-#include "app/ContentView.h"
-#include "app/window/MainWindow.h"
-#include "library/PlaylistDatabaseManager.h"
-#include "platform/desktop/BuildBundle.h"
-#include "platform/desktop/DBusNotifications.h"
-#include "platform/desktop/MpvAudioPlayers.h"
-#include "platform/desktop/PlayerSound.h"
-#include "platform/desktop/QtBrowser.h"
-#include "platform/desktop/QtDialogs.h"
-#include "platform/desktop/QtHttpSession.h"
-#include "platform/desktop/QtMainQueue.h"
-#include "platform/desktop/TagLibMediaAssets.h"
-#include "platform/system/PosixFolderAccess.h"
-#include "platform/system/StandardConsole.h"
-#include "platform/system/ThreadWorkerQueue.h"
-#include "platform/system/XdgUserFolders.h"
+#include "Program.h"
+#include "app/MainThread.h"
 
 #include <QApplication>
 #include <csignal>
@@ -29,30 +15,8 @@ int main(int argc, char** argv) {
 
     const QApplication application(argc, argv);
     becomeMainThread();
-
-    StandardConsole console;
-    QtMainQueue mainQueue;
-    ThreadWorkerQueue matchQueue;
-    ThreadWorkerQueue tagQueue;
-    QtDialogs dialogs;
-    TagLibMediaAssets mediaAssets;
-    MpvAudioPlayers audioPlayers;
-    PosixFolderAccess folderAccess;
-    XdgUserFolders userFolders;
-    DBusNotifications notifications;
-    QtHttpSession httpSession;
-    PlayerSound sound;
-    QtBrowser browser;
-    BuildBundle bundle;
-
-    Platform platform{console,     mainQueue,    matchQueue,   tagQueue,    dialogs,
-                      mediaAssets, audioPlayers, folderAccess, userFolders, notifications,
-                      httpSession, sound,        browser,      bundle};
-    ContentView view(platform, [&]() -> PlaylistDatabaseManager& {
-        return PlaylistDatabaseManager::shared(userFolders, console);
-    });
-    MainWindow window(view);
-    window.show();
+    Program program;
+    program.window.show();
 
     // Quitting writes nothing and waits for nothing: a scan of a slow drive may be in the middle of a file.
     std::_Exit(QApplication::exec());

@@ -1,0 +1,194 @@
+#include "LoopProbe.h"
+#include "MadeMp3.h"
+#include "Program.h"
+#include "ReviewedRows.h"
+#include "app/MainThread.h"
+#include "core/Files.h"
+#include "library/FolderScan.h"
+#include "library/LibraryDocument.h"
+#include "matching/MatchReview.h"
+#include "matching/WantedList.h"
+#include "session/SessionFiles.h"
+#include "support/MadeLibrary.h"
+#include "support/TemporaryFolder.h"
+
+#include <QDialog>
+#include <QQuickWindow>
+#include <QTimer>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace orvalen::bench {
+namespace {
+
+/// What a user of long standing has on the disk: music, and the library file of an earlier scan.
+void makeHome(const std::string& home, std::size_t tracks) {
+    test::MadeLibrary made;
+    LibraryIndexBuilder index;
+    std::string lastFolder;
+    for (std::size_t i = 0; i < tracks; ++i) {
+        Track track = made.nextTrack();
+        track.path = home + track.path;
+        const std::string folder = track.path.substr(0, track.path.rfind('/'));
+        if (folder != std::exchange(lastFolder, folder))
+            std::filesystem::create_directories(folder);
+        std::ofstream(track.path) << mp3Tag(track, 0, 0);
+        index.fileTrack(track);
+    }
+    std::filesystem::create_directories(home + "/Orvalen");
+    std::ofstream(home + "/Orvalen/library.orvl")
+        << libraryDocumentText(index.finish(), {}, {{home + "/home/dj/Music"}});
+    std::ofstream lines(home + "/lines.txt");
+    for (const std::string& line : made.wantedLines(1000))
+        lines << line << '\n';
+}
+
+/// In a process of its own, so that what is measured starts as small as the program does.
+bool makeHomeElsewhere(const std::string& home, std::size_t tracks) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        makeHome(home, tracks);
+        std::_Exit(0);
+    }
+    int status = 0;
+    return ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+/// Drives the program through its operations and tells the gaps of each step.
+class Session {
+public:
+    Session(LoopProbe& probe, std::size_t tracks) : probe_(probe), tracks_(tracks) {
+        QObject::connect(&confirmations_, &QTimer::timeout, [this] { closeMessage(); });
+        confirmations_.start(20);
+    }
+
+    void run(const std::string& home) {
+        start();
+        ContentView& view = program_->view;
+        step(
+            "scan", [&] { scanLibrary(view); },
+            [&] { return messages_ == 1 && view.scanProgress.get() == 0; });
+        const std::string lines = readWholeFile(home + "/lines.txt").value();
+        step(
+            "match 1,000 lines",
+            [&] {
+                view.matchInput.set(lines);
+                startMatching(view);
+            },
+            [&] { return !view.isMatching.get(); });
+        step("back", [&] { view.showResultsPage.set(false); });
+        const auto rows = test::reviewedRows(10'000);
+        step("open 10,000 rows", [&] {
+            view.matchedTracks.set(rows);
+            view.showResultsPage.set(true);
+        });
+        step("select all", [&] { setIncludeForAll(view, true); });
+        step("auto-save", [&] { autoSaveSession(view); });
+    }
+
+private:
+    void start() {
+        bool shown = false;
+        const auto begin = std::chrono::steady_clock::now();
+        program_ = std::make_unique<Program>();
+        QObject::connect(program_->window.window(), &QQuickWindow::frameSwapped, [&] {
+            if (!std::exchange(shown, true))
+                std::printf(
+                    "%zu tracks, first frame: %.0f ms\n", tracks_,
+                    std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin)
+                        .count());
+        });
+        program_->window.show();
+        wait([&] { return shown; });
+        tell("first frame");
+        wait([&] { return program_->view.trackDict.get().trackCount() >= tracks_ / 2; });
+        rest();
+        tell("restore");
+    }
+
+    void step(
+        const char* name, const std::function<void()>& operation,
+        const std::function<bool()>& isDone = [] { return true; }) {
+        bool called = false;
+        QMetaObject::invokeMethod(
+            &probe_,
+            [&] {
+                called = true;
+                operation();
+            },
+            Qt::QueuedConnection);
+        wait([&] { return called && isDone(); });
+        rest();
+        tell(name);
+    }
+
+    void wait(const std::function<bool()>& isDone) {
+        while (!isDone())
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    }
+
+    /// Lets the views come to rest; what that takes belongs to the step.
+    void rest() {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(1500);
+        wait([&] { return std::chrono::steady_clock::now() > end; });
+    }
+
+    /// What the program says stands until it is confirmed; the loop goes on meanwhile.
+    void closeMessage() {
+        if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            ++messages_;
+            dialog->accept();
+        }
+    }
+
+    void tell(const char* name) {
+        const LoopProbe::Gaps gaps = probe_.takeGaps();
+        const auto print = [](const char* what, const LoopProbe::Gap& gap) {
+            std::printf("  %-20s %8.1f ms, processor %8.1f ms  %s\n", what, gap.milliseconds, gap.processor,
+                        gap.event.toUtf8().constData());
+        };
+        print(name, gaps.longest);
+        if (gaps.tellable.size() > 1)
+            for (const LoopProbe::Gap& gap : gaps.tellable)
+                print("    over 50 ms:", gap);
+        std::fflush(stdout);
+    }
+
+    LoopProbe& probe_;
+    std::size_t tracks_;
+    QTimer confirmations_;
+    std::unique_ptr<Program> program_;
+    int messages_ = 0;
+};
+
+} // namespace
+} // namespace orvalen::bench
+
+/// Usage: orvalen_gaps TRACKS. Makes a library of so many files below the temporary folder, runs the real
+/// program over it and prints, for each step, the longest time that its main loop was not served.
+int main(int argc, char** argv) {
+    using namespace orvalen;
+    const std::size_t tracks = argc == 2 ? std::strtoull(argv[1], nullptr, 10) : 0;
+    if (tracks == 0) {
+        std::fprintf(stderr, "usage: %s TRACKS\n", argv[0]);
+        return 2;
+    }
+    const test::TemporaryFolder home;
+    if (!bench::makeHomeElsewhere(home.path(), tracks)) {
+        std::fprintf(stderr, "The library could not be made.\n");
+        return 1;
+    }
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
+        qputenv("QT_QUICK_BACKEND", "software");
+    qputenv("XDG_DATA_HOME", QByteArray::fromStdString(home.path()));
+    bench::LoopProbe probe(argc, argv);
+    becomeMainThread();
+    bench::Session(probe, tracks).run(home.path());
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/ContentView.h"
+#include "app/window/MainWindow.h"
+#include "library/PlaylistDatabaseManager.h"
+#include "platform/desktop/BuildBundle.h"
+#include "platform/desktop/DBusNotifications.h"
+#include "platform/desktop/MpvAudioPlayers.h"
+#include "platform/desktop/PlayerSound.h"
+#include "platform/desktop/QtBrowser.h"
+#include "platform/desktop/QtDialogs.h"
+#include "platform/desktop/QtHttpSession.h"
+#include "platform/desktop/QtMainQueue.h"
+#include "platform/desktop/TagLibMediaAssets.h"
+#include "platform/system/PosixFolderAccess.h"
+#include "platform/system/StandardConsole.h"
+#include "platform/system/ThreadWorkerQueue.h"
+#include "platform/system/XdgUserFolders.h"
+
+namespace orvalen {
+
+/// The whole program, wired: every service of the desktop, the state over them and the window over the state.
+/// Main thread, with a QApplication standing.
+struct Program {
+    StandardConsole console;
+    QtMainQueue mainQueue;
+    ThreadWorkerQueue matchQueue;
+    ThreadWorkerQueue tagQueue;
+    QtDialogs dialogs;
+    TagLibMediaAssets mediaAssets;
+    MpvAudioPlayers audioPlayers;
+    PosixFolderAccess folderAccess;
+    XdgUserFolders userFolders;
+    DBusNotifications notifications;
+    QtHttpSession httpSession;
+    PlayerSound sound;
+    QtBrowser browser;
+    BuildBundle bundle;
+
+    Platform platform{console,     mainQueue,    matchQueue,   tagQueue,    dialogs,
+                      mediaAssets, audioPlayers, folderAccess, userFolders, notifications,
+                      httpSession, sound,        browser,      bundle};
+    ContentView view{platform, [this]() -> PlaylistDatabaseManager& {
+                         return PlaylistDatabaseManager::shared(userFolders, console);
+                     }};
+    MainWindow window{view};
+};
+
+} // namespace orvalen
