@@ -77,16 +77,22 @@ BENCHMARK(memory)
 BENCHMARK(buildIndex)
     ->Name("index_build")
     ->ArgNames({"tracks"})
+    ->Arg(10'000)
+    ->Arg(100'000)
     ->Arg(1'000'000)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(fileOneTrack)
     ->Name("index_file_one")
     ->ArgNames({"tracks"})
+    ->Arg(10'000)
+    ->Arg(100'000)
     ->Arg(1'000'000)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(countUnderFolders)
     ->Name("count_under_five_folders")
     ->ArgNames({"tracks"})
+    ->Arg(10'000)
+    ->Arg(100'000)
     ->Arg(1'000'000)
     ->Unit(benchmark::kMillisecond);
 

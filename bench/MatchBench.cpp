@@ -75,12 +75,14 @@ void matchCrowd(benchmark::State& state) {
 BENCHMARK(matchGrown)
     ->Name("match")
     ->ArgNames({"tracks", "lines"})
+    ->Args({10'000, 100})
     ->Args({100'000, 100})
     ->Args({1'000'000, 1000})
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(matchThese, short, {"U2 - One", "M - Pop Muzik", "Air - La", "X - Y", "Jo - Me"})
     ->Name("match_short")
     ->ArgNames({"tracks", "lines"})
+    ->Args({10'000, 100})
     ->Args({100'000, 100})
     ->Args({1'000'000, 100})
     ->Unit(benchmark::kMillisecond);
@@ -88,6 +90,7 @@ BENCHMARK_CAPTURE(matchThese, accents,
                   {"S\u00E9 - L\u00FCmi", "Bl\u00E9 Tr\u00FC - Cha", "Übermäßig – Café Noir"})
     ->Name("match_accents")
     ->ArgNames({"tracks", "lines"})
+    ->Args({10'000, 100})
     ->Args({100'000, 100})
     ->Args({1'000'000, 100})
     ->Unit(benchmark::kMillisecond);

@@ -1,7 +1,12 @@
+#include "core/Files.h"
 #include "core/Keys.h"
 #include "library/LibraryDocument.h"
+#include "support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>
+#include <filesystem>
+#include <fstream>
+#include <malloc.h>
 #include <rapidjson/document.h>
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
@@ -96,11 +101,50 @@ void plainSave(benchmark::State& state) {
     }
 }
 
+/// Resident bytes: those of now, and the most there have been since forgetPeak().
+std::size_t residentBytes(const char* name) {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with(name))
+            return std::stoull(line.substr(line.find(':') + 1)) * 1024;
+    return 0;
+}
+
+void forgetPeak() {
+    ::malloc_trim(0);
+    std::ofstream("/proc/self/clear_refs") << 5;
+}
+
+/// How much memory reading and writing take at their peak on top of what stays, in times the file's size.
+void peak(benchmark::State& state) {
+    const test::TemporaryFolder folder;
+    const std::string path = folder.write("library.orvl", libraryText(state.range(0)));
+    const auto fileBytes = static_cast<double>(std::filesystem::file_size(path));
+    const auto inFiles = [&](std::size_t least) {
+        return (static_cast<double>(residentBytes("VmHWM")) - static_cast<double>(least)) / fileBytes;
+    };
+    for (auto _ : state) {
+        forgetPeak();
+        auto document =
+            readWholeFile(path).map([](const std::string& bytes) { return readLibraryDocument(bytes); });
+        ::malloc_trim(0);
+        state.counters["restore_files"] = inFiles(residentBytes("VmRSS"));
+        forgetPeak();
+        const std::size_t before = residentBytes("VmRSS");
+        if (!document || !*document || !writeWholeFile(path, libraryDocumentText((*document)->index, {}, {})))
+            state.SkipWithError("the file was not read and written");
+        state.counters["save_files"] = inFiles(before);
+    }
+    state.counters["file_MB"] = fileBytes / 1e6;
+}
+
 void sizes(benchmark::internal::Benchmark* bench) {
-    bench->ArgName("tracks")->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+    bench->ArgName("tracks")->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 }
 BENCHMARK(restore)->Name("restore")->Apply(sizes);
 BENCHMARK(plainRestore)->Name("restore/plain")->Apply(sizes);
+BENCHMARK(peak)->Name("peak")->ArgName("tracks")->Arg(1'000'000)->Iterations(1)->Unit(
+    benchmark::kMillisecond);
 BENCHMARK(save)->Name("save")->Apply(sizes);
 BENCHMARK(plainSave)->Name("save/plain")->Apply(sizes);
 
