@@ -111,7 +111,7 @@ Flickable {
                 onBrowsed: body.review.browse(index)
                 onTicked: on => body.review.include(index, on)
                 onChosen: option => body.review.choose(index, option)
-                onPickerOpened: picker => pickerList.openAt(picker)
+                onPickerOpened: picker => pickerList.openAt(picker, body.review.optionPaths(index))
             }
         }
 

@@ -73,6 +73,14 @@ void ReviewState::choose(int row, int option) {
     chooseOption(view(), static_cast<std::size_t>(row), path);
 }
 
+QStringList ReviewState::optionPaths(int row) const {
+    QStringList paths;
+    if (const MatchedTrack* match = rowAt(view(), row))
+        for (const Track& option : match->options)
+            paths.append(toQString(option.path));
+    return paths;
+}
+
 void ReviewState::browse(int row) {
     later([row](ContentView& state) {
         if (rowAt(state, row) != nullptr)

@@ -29,6 +29,8 @@ public:
     Q_INVOKABLE void includeAll(bool include);
     Q_INVOKABLE void include(int row, bool include);
     Q_INVOKABLE void choose(int row, int option);
+    /// Where the row's candidates lie: their names may be the same.
+    Q_INVOKABLE QStringList optionPaths(int row) const;
     Q_INVOKABLE void browse(int row);
     Q_INVOKABLE void togglePreview(int row);
 

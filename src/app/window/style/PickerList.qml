@@ -9,10 +9,12 @@ T.Popup {
     id: popup
 
     property Picker picker: null
+    property list<string> details ///< a second line for each entry
 
     /// Opens under the picker, or over it where there is no room below.
-    function openAt(which: Picker) {
+    function openAt(which: Picker, secondLines: list<string>) {
         picker = which
+        details = secondLines
         list.model = which.labels
         list.currentIndex = which.currentIndex
         const place = which.mapToItem(parent, 0, 0)
@@ -39,6 +41,7 @@ T.Popup {
     onClosed: {
         picker = null
         list.model = []
+        details = []
     }
 
     ListView {
@@ -66,9 +69,10 @@ T.Popup {
 
             text: modelData
             width: list.width
-            implicitHeight: 30
+            implicitHeight: 46
             focusPolicy: Qt.NoFocus
             spokenRole: Accessible.ListItem
+            spokenDetail: popup.details[index] ?? ""
             ticked: current
             onClicked: popup.choose(index)
             onHoveredChanged: if (hovered) list.currentIndex = index
@@ -82,15 +86,27 @@ T.Popup {
                     size: 14
                     visible: entry.current
                 }
-                Label {
-                    anchors.fill: parent
-                    anchors.leftMargin: 28
-                    anchors.rightMargin: 12
-                    verticalAlignment: Text.AlignVCenter
-                    text: entry.text
-                    font.pixelSize: Theme.subheadline
-                    elide: Text.ElideMiddle
-                    Accessible.ignored: true
+                Column {
+                    anchors.verticalCenter: parent.verticalCenter
+                    x: 28
+                    width: parent.width - x - 12
+                    spacing: 1
+
+                    Label {
+                        width: parent.width
+                        text: entry.text
+                        font.pixelSize: Theme.subheadline
+                        elide: Text.ElideMiddle
+                        Accessible.ignored: true
+                    }
+                    Label {
+                        width: parent.width
+                        text: entry.spokenDetail
+                        font.pixelSize: Theme.smallestCaption
+                        color: Theme.secondary
+                        elide: Text.ElideMiddle
+                        Accessible.ignored: true
+                    }
                 }
             }
             background: Rectangle {
