@@ -85,6 +85,28 @@ Expected<void> makeRoom(int file, off_t oldLength, off_t length) {
     return systemFailure(error);
 }
 
+/// Leaves a regular file as it was when not one byte could be written.
+Expected<void> replaceContent(Descriptor& file, std::string_view bytes) {
+    struct stat before {};
+    if (::fstat(file.number(), &before) != 0)
+        return systemFailure(errno);
+    if (S_ISFIFO(before.st_mode))
+        return failure(notAFile);
+    const bool hasLength = S_ISREG(before.st_mode);
+    const auto length = static_cast<off_t>(bytes.size());
+    if (hasLength)
+        if (auto room = makeRoom(file.number(), before.st_size, length); !room)
+            return room;
+    if (auto written = writeAll(file.number(), bytes); !written) {
+        if (hasLength && ::lseek(file.number(), 0, SEEK_CUR) == 0)
+            static_cast<void>(::ftruncate(file.number(), before.st_size) == 0);
+        return written;
+    }
+    if ((hasLength && ::ftruncate(file.number(), length) != 0) || file.close() != 0)
+        return systemFailure(errno);
+    return {};
+}
+
 /// A file of its own beside the destination that vanishes unless it is committed.
 class TemporaryFile {
 public:
@@ -165,25 +187,16 @@ Expected<std::string> readWholeFile(const std::string& path) {
 }
 
 Expected<void> writeWholeFile(const std::string& path, std::string_view bytes) {
+    const std::string place = behindLinks(path);
+    const bool isNew = ::access(place.c_str(), F_OK) != 0 && errno == ENOENT;
     // Without waiting, as above; nobody reads from a pipe that stands where a file of ours should be.
     Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
     if (!file.isOpen())
         return errno == ENXIO ? failure(notAFile) : systemFailure(errno);
-    struct stat before {};
-    if (::fstat(file.number(), &before) != 0)
-        return systemFailure(errno);
-    if (S_ISFIFO(before.st_mode))
-        return failure(notAFile);
-    const bool hasLength = S_ISREG(before.st_mode);
-    const auto length = static_cast<off_t>(bytes.size());
-    if (hasLength)
-        if (auto room = makeRoom(file.number(), before.st_size, length); !room)
-            return room;
-    if (auto written = writeAll(file.number(), bytes); !written)
-        return written;
-    if ((hasLength && ::ftruncate(file.number(), length) != 0) || file.close() != 0)
-        return systemFailure(errno);
-    return {};
+    auto written = replaceContent(file, bytes);
+    if (!written && isNew)
+        ::unlink(place.c_str()); // where no file was, no broken one is left
+    return written;
 }
 
 Expected<void> writeFileAtomically(const std::string& path, std::string_view bytes) {
@@ -201,7 +214,12 @@ Expected<void> writeFileAtomically(const std::string& path, std::string_view byt
 
 bool createFolder(const std::string& path) {
     std::error_code error;
-    std::filesystem::create_directories(path, error);
+    if (std::filesystem::is_directory(path, error))
+        return true;
+    const auto parent = std::filesystem::path(path).parent_path();
+    if (!parent.empty() && parent != path)
+        createFolder(parent.string());
+    ::mkdir(path.c_str(), 0700);
     return std::filesystem::is_directory(path, error);
 }
 

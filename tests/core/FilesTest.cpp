@@ -163,6 +163,30 @@ TEST_F(Files, AnAtomicWriteOverAReaderLeavesItTheOldBytes) {
     EXPECT_EQ(folder.read("list.m3u"), "new");
 }
 
+/// The permissions, under whatever mask the user has.
+unsigned modeOf(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+    return status.st_mode & 0777;
+}
+
+TEST_F(Files, AreForWhomTheUserLikesAndFoldersForTheUserAlone) {
+    const mode_t before = ::umask(0002);
+    ASSERT_TRUE(createFolder(folder.path("ours/support")));
+    ASSERT_TRUE(writeWholeFile(folder.path("plain"), "x"));
+    ASSERT_TRUE(writeFileAtomically(folder.path("atomic"), "x"));
+    ::umask(0077);
+    ASSERT_TRUE(writeWholeFile(folder.path("secret"), "x"));
+    ASSERT_TRUE(writeFileAtomically(folder.path("secret list"), "x"));
+    ::umask(before);
+    EXPECT_EQ(modeOf(folder.path("ours")), 0700U);
+    EXPECT_EQ(modeOf(folder.path("ours/support")), 0700U);
+    EXPECT_EQ(modeOf(folder.path("plain")), 0664U);
+    EXPECT_EQ(modeOf(folder.path("atomic")), 0664U);
+    EXPECT_EQ(modeOf(folder.path("secret")), 0600U);
+    EXPECT_EQ(modeOf(folder.path("secret list")), 0600U);
+}
+
 TEST_F(Files, CreatesFoldersWithTheirParents) {
     EXPECT_TRUE(createFolder(folder.path("a/b/c")));
     EXPECT_TRUE(createFolder(folder.path("a/b/c")));

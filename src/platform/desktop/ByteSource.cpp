@@ -35,6 +35,8 @@ public:
         return window_.substr(offset - windowOffset_, length);
     }
 
+    int error() const override { return error_; }
+
 private:
     std::string readFromDisk(std::uint64_t offset, std::size_t length) const {
         std::string bytes(length, '\0');
@@ -44,6 +46,8 @@ private:
                 ::pread(descriptor_, bytes.data() + done, length - done, static_cast<off_t>(offset + done));
             if (count < 0 && errno == EINTR)
                 continue;
+            if (count < 0)
+                error_ = errno;
             if (count <= 0)
                 break;
             done += static_cast<std::size_t>(count);
@@ -56,6 +60,7 @@ private:
     std::uint64_t size_;
     mutable std::uint64_t windowOffset_ = 0;
     mutable std::string window_;
+    mutable int error_ = 0;
 };
 
 std::uint64_t number(std::string_view bytes, std::size_t count, bool bigEndian) {

@@ -25,6 +25,9 @@ public:
     virtual std::uint64_t size() const = 0;
     /// The bytes at the offset, fewer where the source ends or cannot be read.
     virtual std::string read(std::uint64_t offset, std::size_t length) const = 0;
+    /// The system's number for why a read failed; 0: none has. What was made of the bytes is then worth
+    /// nothing.
+    virtual int error() const { return 0; }
 };
 
 class MemorySource : public ByteSource {

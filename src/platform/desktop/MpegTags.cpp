@@ -13,14 +13,14 @@ constexpr std::uint64_t searchLimit = 1 << 20;
 constexpr std::uint64_t searchStep = 4000;
 
 // Kilobits a second by bit-rate index: MPEG 1 layers I, II, III, then MPEG 2 layer I, then its II and III.
-constexpr std::array<std::array<int, 15>, 5> bitRates{{
+constexpr std::array<std::array<std::uint64_t, 15>, 5> bitRates{{
     {0, 32, 64, 96, 128, 160, 192, 224, 256, 288, 320, 352, 384, 416, 448},
     {0, 32, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320, 384},
     {0, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320},
     {0, 32, 48, 56, 64, 80, 96, 112, 128, 144, 160, 176, 192, 224, 256},
     {0, 8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160},
 }};
-constexpr std::array<int, 3> sampleRates{44100, 48000, 32000};
+constexpr std::array<std::uint64_t, 3> sampleRates{44100, 48000, 32000};
 
 /// The length in bytes of the MPEG audio frame that the four bytes begin; 0 when they begin none.
 std::uint64_t frameLength(std::uint32_t head) {
@@ -32,13 +32,13 @@ std::uint64_t frameLength(std::uint32_t head) {
         return 0;
     const bool first = version == 3;
     const std::size_t table = first ? layer - 1 : layer == 1 ? 3 : 4;
-    const int samplesPerSecond = sampleRates[sampleRate] >> (first ? 0 : version == 2 ? 1 : 2);
-    const int bytesPerSecond = bitRates[table][bitRate] * 125;
-    const int padding = head >> 9 & 1;
+    const std::uint64_t samplesPerSecond = sampleRates[sampleRate] >> (first ? 0 : version == 2 ? 1 : 2);
+    const std::uint64_t bytesPerSecond = bitRates[table][bitRate] * 125;
+    const std::uint64_t padding = head >> 9 & 1;
     if (layer == 1)
-        return static_cast<std::uint64_t>((bytesPerSecond * 96 / samplesPerSecond + padding) * 4);
-    const int samples = layer == 3 && !first ? 576 : 1152;
-    return static_cast<std::uint64_t>(samples * bytesPerSecond / samplesPerSecond + padding);
+        return (bytesPerSecond * 96 / samplesPerSecond + padding) * 4;
+    const std::uint64_t samples = layer == 3 && !first ? 576 : 1152;
+    return samples * bytesPerSecond / samplesPerSecond + padding;
 }
 
 std::uint64_t frameLengthAt(const ByteSource& file, std::uint64_t offset) {

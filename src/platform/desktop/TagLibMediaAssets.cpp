@@ -30,9 +30,10 @@ Expected<FileTags> readFile(const std::string& path) {
         if (!file)
             return tl::make_unexpected(file.error());
         const auto places = findTags(**file);
-        if (!places)
-            return tl::make_unexpected(places.error());
-        return readTags(**file, *places);
+        const auto tags = places.map([&](const TagPlaces& found) { return readTags(**file, found); });
+        if ((*file)->error() != 0)
+            return systemFailure((*file)->error());
+        return tags;
     } catch (const std::exception& exception) {
         return failure(exception.what());
     }

@@ -40,10 +40,11 @@ void append(std::string& text, std::uint32_t character) {
 std::string toUtf8(const TagLib::String& text) {
     // TagLib keeps UTF-16 units in wide characters; its own conversion loses the text to one lone surrogate.
     std::string result;
-    const TagLib::wstring units = text.toWString();
+    const TagLib::wstring wide = text.toWString();
+    const std::u32string units(wide.begin(), wide.end());
     for (std::size_t i = 0; i < units.size(); ++i) {
-        auto character = static_cast<std::uint32_t>(units[i]);
-        const std::uint32_t next = i + 1 < units.size() ? static_cast<std::uint32_t>(units[i + 1]) : 0;
+        std::uint32_t character = units[i];
+        const std::uint32_t next = i + 1 < units.size() ? units[i + 1] : 0;
         if (isHighSurrogate(character) && isLowSurrogate(next)) {
             character = 0x10000 + ((character - 0xD800) << 10) + (next - 0xDC00);
             ++i;
