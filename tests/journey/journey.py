@@ -6,6 +6,8 @@ import pathlib
 import shutil
 import signal
 import subprocess
+import threading
+import time
 
 from desktop import VirtualDesktop
 from orvalen import Orvalen
@@ -63,6 +65,27 @@ class Journey:
     def kill(self):
         self._process.send_signal(signal.SIGKILL)
         self._process.wait()
+
+    def kill_when(self, reached):
+        """Kills the program from another thread as soon as reached() is true; returns that thread."""
+        process = self._process
+
+        def watch():
+            while process.returncode is None and not reached():
+                time.sleep(0.0002)
+            process.kill()
+        thread = threading.Thread(target=watch, daemon=True)
+        thread.start()
+        return thread
+
+    @property
+    def pid(self):
+        return self._process.pid
+
+    @property
+    def exit_code(self):
+        """How the program ended; a negated signal number when one ended it."""
+        return self._process.wait(10)
 
     @property
     def console(self):

@@ -90,6 +90,24 @@ class Orvalen:
         self._answer_file_dialog("Save", path)
         wait_until(pathlib.Path(path).exists, f"the playlist {path}")
 
+    def export_over(self, choice, path):
+        """Exports under one of the choices' labels to the path, where a file may stand already."""
+        self.screen.click_on(choice)
+        self.screen.click_on("Export Playlist")
+        field = self.screen.wait_for("text", "File name:")
+        there = pathlib.Path(path).exists()
+        self.screen.replace_text(field, str(path))
+        self.screen.press("Return")
+        if there:
+            self.screen.wait_for("push button", "Yes")
+            self.screen.press("alt+y")
+        self.screen.wait_until_gone("text", "File name:")
+
+    def play(self, row):
+        """Starts the preview of the row's choice."""
+        self.screen.click(self._in_row(row, "Play"))
+        wait_until(lambda: self._in_row(row, "Pause"), "the preview to play")
+
     def save_session(self, path):
         self.screen.click_on("Save Session")
         self._answer_file_dialog("Save", path)
