@@ -82,9 +82,9 @@ public:
             },
             [&] { return !view.isMatching.get(); });
         step("back", [&] { view.showResultsPage.set(false); });
-        const auto rows = test::reviewedRows(10'000);
+        auto rows = test::reviewedRows(10'000);
         step("open 10,000 rows", [&] {
-            view.matchedTracks.set(rows);
+            view.matchedTracks.set(std::move(rows)); // as a run hands them over
             view.showResultsPage.set(true);
         });
         step("select all", [&] { setIncludeForAll(view, true); });
