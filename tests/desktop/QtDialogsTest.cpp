@@ -204,11 +204,14 @@ TEST_F(QtDialogsTest, TakesTypedPaths) {
         {"an absolute file", text("Slow.MP3"), {path("Slow.MP3")}},
         {"a name in the shown folder", "House", {path("House")}},
         {"a path with blanks around it", "  " + text("House") + " ", {path("House")}},
+        {"several in quotation marks", "\"House\" \"Fast.wav\"", {path("House"), path("Fast.wav")}},
         {"a path into a folder with spaces in the name",
          text("House/Night Band - Last Train Home.mp3"),
          {path("House/Night Band - Last Train Home.mp3")}},
+        {"a name where the last path led",
+         "Night Band - Last Train Home.mp3",
+         {path("House/Night Band - Last Train Home.mp3")}},
         {"home", "~/House", {path("House")}},
-        {"several in quotation marks", "\"House\" \"Fast.wav\"", {path("House"), path("Fast.wav")}},
     };
     for (const Case& row : cases)
         EXPECT_EQ(add([&](QDialog* dialog) { type(dialog, row.typed); }), row.chosen) << row.quirk;

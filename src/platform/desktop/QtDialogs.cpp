@@ -50,14 +50,25 @@ QtDialogs::QtDialogs() {
     folder_ = (QFileInfo(music).isDir() ? music : QDir::homePath()).toStdString();
 }
 
+/// The next dialog opens where something was chosen last.
+std::vector<Location> QtDialogs::remembered(const QFileDialog& dialog, std::vector<Location> chosen) {
+    if (chosen.empty())
+        return chosen;
+    const QString shown = dialog.directory().absolutePath();
+    const QString first = QString::fromStdString(chosen.front().path);
+    // A path that was typed may lead elsewhere.
+    const QString parent = QFileInfo(first).absolutePath();
+    folder_ = (first == shown ? shown : parent).toStdString();
+    return chosen;
+}
+
 std::vector<Location> QtDialogs::chooseToOpen(const OpenOptions& options) {
     LocationDialog dialog(options, QString::fromStdString(folder_));
     arrange(dialog);
     settle(dialog);
     if (dialog.exec() != QDialog::Accepted)
         return {};
-    folder_ = dialog.directory().absolutePath().toStdString();
-    return locations(dialog.chosen());
+    return remembered(dialog, locations(dialog.chosen()));
 }
 
 void QtDialogs::chooseToOpenLater(const OpenOptions& options,
@@ -68,9 +79,8 @@ void QtDialogs::chooseToOpenLater(const OpenOptions& options,
     settle(*dialog);
     QObject::connect(dialog, &QDialog::finished, dialog,
                      [this, dialog, answer = std::move(answer)](int code) {
-                         if (code == QDialog::Accepted)
-                             folder_ = dialog->directory().absolutePath().toStdString();
-                         answer(locations(dialog->chosen()));
+                         answer(code == QDialog::Accepted ? remembered(*dialog, locations(dialog->chosen()))
+                                                          : std::vector<Location>());
                      });
     dialog->show();
 }
@@ -94,8 +104,7 @@ std::optional<Location> QtDialogs::chooseToSave(const SaveOptions& options) {
     settle(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
-    folder_ = dialog.directory().absolutePath().toStdString();
-    return Location{dialog.selectedFiles().constFirst().toStdString()};
+    return remembered(dialog, {Location{dialog.selectedFiles().constFirst().toStdString()}}).front();
 }
 
 void QtDialogs::showMessage(const std::string& title, const std::string& informativeText) {

@@ -2,6 +2,8 @@
 
 #include "platform/Dialogs.h"
 
+class QFileDialog;
+
 namespace orvalen {
 
 /// Qt's file dialogs and message box. They open in the folder of the last answer of this run, else in the
@@ -17,6 +19,8 @@ public:
     void showMessage(const std::string& title, const std::string& informativeText) override;
 
 private:
+    std::vector<Location> remembered(const QFileDialog& dialog, std::vector<Location> chosen);
+
     std::string folder_; ///< where the next dialog opens
 };
 
