@@ -26,9 +26,12 @@ std::size_t contentHash(const MatchedTrack& row) {
 }
 
 MatchedTracksModel::Decision decisionOn(const MatchedTrack& row) {
-    if (!row.selectedTrack)
-        return row.options.empty() ? MatchedTracksModel::NoCandidate : MatchedTracksModel::Undecided;
-    return row.include ? MatchedTracksModel::Included : MatchedTracksModel::Chosen;
+    if (!row.selectedTrack && row.options.empty())
+        return MatchedTracksModel::NoCandidate;
+    if (row.selectedTrack && row.include)
+        return MatchedTracksModel::Included;
+    return needsDecision(row) || !row.selectedTrack ? MatchedTracksModel::Undecided
+                                                    : MatchedTracksModel::Chosen;
 }
 
 QStringList optionLabels(const MatchedTrack& row) {
