@@ -100,15 +100,19 @@ TEST_F(ResultsPage, IncludesOneAndAll) {
 }
 
 TEST_F(ResultsPage, TellsWhichRowsNeedADecision) {
-    EXPECT_EQ(window.control(several, QAccessible::Grouping).description(), "file chosen");
-    EXPECT_EQ(window.control(none, QAccessible::Grouping).description(), "no file found");
+    const auto said = [&](const char* row) {
+        return window.control(row, QAccessible::Grouping).description();
+    };
+    EXPECT_EQ(said(several), "needs a choice") << "the first of several is only a proposal";
+    EXPECT_EQ(said(single), "file chosen");
+    EXPECT_EQ(said(none), "no file found");
     view.matchedTracks.update([](auto& all) {
-        all[0].selectedTrack.reset();
+        all[0].selectedTrack = all[0].options[1];
         all[1].include = true;
     });
     window.settle();
-    EXPECT_EQ(window.control(several, QAccessible::Grouping).description(), "needs a choice");
-    EXPECT_EQ(window.control(single, QAccessible::Grouping).description(), "in the playlist");
+    EXPECT_EQ(said(several), "file chosen");
+    EXPECT_EQ(said(single), "in the playlist");
 }
 
 TEST_F(ResultsPage, PlaysPausesAndSeeks) {
@@ -133,6 +137,23 @@ TEST_F(ResultsPage, PlaysPausesAndSeeks) {
     QTest::mouseRelease(window.window(), Qt::LeftButton, Qt::NoModifier, to);
     window.settle();
     EXPECT_NEAR(lastPlayback().time, 150, 6);
+
+    const auto position = window.control("Playback position", QAccessible::Slider);
+    auto* told = QAccessible::queryAccessibleInterface(position.item)->valueInterface();
+    EXPECT_EQ(told->minimumValue().toDouble(), 0);
+    EXPECT_EQ(told->maximumValue().toDouble(), 1);
+    position.item->forceActiveFocus(Qt::TabFocusReason);
+    for (const auto& [key, seconds] : {std::pair{Qt::Key_Home, 0.0},
+                                       {Qt::Key_PageUp, 20.0},
+                                       {Qt::Key_Right, 24.0},
+                                       {Qt::Key_Left, 20.0},
+                                       {Qt::Key_PageDown, 0.0},
+                                       {Qt::Key_End, 200.0}}) {
+        window.key(key);
+        EXPECT_NEAR(lastPlayback().time, seconds, 0.1) << key;
+        window.platform.mainQueue.advance(std::chrono::milliseconds(20));
+        window.settle();
+    }
 
     window.click(window.inRow(single, "Pause"));
     EXPECT_FALSE(lastPlayback().playing);

@@ -88,6 +88,25 @@ TEST(WantedEditor, TakesAListThatIsTooLongToShow) {
     }
 }
 
+TEST(WantedEditor, SpeaksOfWhatIsSeenAndTakesWhatIsSaid) {
+    WindowHarness window;
+    paste(window, lines(200));
+    const auto editor = window.control("Wanted list", QAccessible::EditableText);
+    auto* spoken = QAccessible::queryAccessibleInterface(editor.item);
+    EXPECT_LE(spoken->rect().height(), 120) << "not what is scrolled away";
+    auto* text = spoken->textInterface();
+    EXPECT_EQ(text->text(0, 19), "Artist 0 – Title 0\n");
+    EXPECT_EQ(text->characterCount(), lines(200).size());
+    text->setSelection(0, 0, 6);
+    int begin = -1;
+    int end = -1;
+    text->selection(0, &begin, &end);
+    EXPECT_EQ(std::pair(begin, end), std::pair(0, 6));
+    EXPECT_EQ(text->offsetAtPoint(text->characterRect(3).center()), 3);
+    spoken->editableTextInterface()->replaceText(0, text->characterCount(), "ABBA – SOS\nA – B");
+    EXPECT_TRUE(window.waitFor([&] { return window.view.matchInput.get() == "ABBA – SOS\nA – B"; }));
+}
+
 TEST(WantedEditor, PastesByMouseAlone) {
     WindowHarness window;
     QGuiApplication::clipboard()->setText("ABBA – SOS");

@@ -16,6 +16,7 @@ RowLayout {
         Accessible.name: "Playback position"
         onDragged: value => position.preview.moveTo(value)
         onReleased: value => position.preview.seekTo(value)
+        onStepped: by => position.preview.stepBy(by)
     }
     Column {
         Layout.minimumWidth: 38

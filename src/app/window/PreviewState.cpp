@@ -1,7 +1,10 @@
 #include "app/window/PreviewState.h"
 
 #include "app/window/QtText.h"
+#include "platform/AudioPlayer.h"
 #include "preview/PreviewPlayer.h"
+
+#include <algorithm>
 
 namespace orvalen {
 
@@ -42,6 +45,12 @@ void PreviewState::seekTo(double progress) {
     // The progress tick may have written the field since the slider moved.
     moveTo(progress);
     seekPreview(view());
+}
+
+void PreviewState::stepBy(double share) {
+    const auto& player = view().audioPlayer.get();
+    if (player && player->duration() > 0)
+        seekTo(std::clamp(player->currentTime() / player->duration() + share, 0.0, 1.0));
 }
 
 } // namespace orvalen

@@ -30,6 +30,8 @@ public:
     Q_INVOKABLE void moveTo(double progress);
     /// The slider was let go: the player follows too.
     Q_INVOKABLE void seekTo(double progress);
+    /// A share of the length on from where the player is, or back; not past either end.
+    Q_INVOKABLE void stepBy(double share);
 };
 
 } // namespace orvalen

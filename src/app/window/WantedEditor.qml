@@ -40,6 +40,8 @@ Rectangle {
         T.TextArea.flickable: T.TextArea {
             id: area
 
+            readonly property string spokenEditorName: "Wanted list"
+
             padding: 6
             rightPadding: 14
             textFormat: TextEdit.PlainText
@@ -60,12 +62,11 @@ Rectangle {
                     event.accepted = true
                 }
             }
+            Accessible.role: Accessible.EditableText
+            Accessible.name: spokenEditorName
             // Tab goes on to the next control; a list of songs needs no tabs.
             Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-            Accessible.role: Accessible.EditableText
-            Accessible.name: "Wanted list"
-            Accessible.multiLine: true
         }
     }
 

@@ -18,6 +18,9 @@ T.Dialog {
     onShownChanged: shown ? open() : close()
     Component.onCompleted: if (shown) open()
 
+    // It may come up while somebody types: a key meant for elsewhere does no harm, and is seen to be taken.
+    onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
+
     modal: true
     focus: true
     closePolicy: T.Popup.NoAutoClose
@@ -76,6 +79,8 @@ T.Dialog {
             spacing: 10
 
             PushButton {
+                id: cancel
+
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
                 focus: true

@@ -9,8 +9,13 @@ T.Slider {
     required property real position01
     /// While dragging.
     signal dragged(real value)
-    /// Let go, or stepped from outside.
+    /// Let go, or set from outside.
     signal released(real value)
+    /// By a key or by a screen reader's step: a share of the whole, forwards or back.
+    signal stepped(real by)
+    // What a screen reader is told of the range.
+    readonly property real minimumValue: from
+    readonly property real maximumValue: to
 
     implicitWidth: 200
     implicitHeight: 28
@@ -28,8 +33,20 @@ T.Slider {
     onValueChanged: if (!pressed && Math.abs(value - position01) > 1e-9) released(value)
 
     Accessible.role: Accessible.Slider
-    Accessible.onIncreaseAction: released(Math.min(1, value + 0.05))
-    Accessible.onDecreaseAction: released(Math.max(0, value - 0.05))
+    Accessible.onIncreaseAction: stepped(stepSize)
+    Accessible.onDecreaseAction: stepped(-stepSize)
+
+    // From where the player is: the slider itself stands at the start while it is paused.
+    Keys.onRightPressed: stepped(stepSize)
+    Keys.onUpPressed: stepped(stepSize)
+    Keys.onLeftPressed: stepped(-stepSize)
+    Keys.onDownPressed: stepped(-stepSize)
+    Keys.onPressed: event => {
+        const by = {[Qt.Key_PageUp]: 0.1, [Qt.Key_PageDown]: -0.1, [Qt.Key_Home]: -1, [Qt.Key_End]: 1}[event.key]
+        event.accepted = by !== undefined
+        if (event.accepted)
+            stepped(by)
+    }
 
     Binding {
         target: slider
