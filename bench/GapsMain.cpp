@@ -8,6 +8,7 @@
 #include "library/LibraryDocument.h"
 #include "matching/MatchReview.h"
 #include "matching/WantedList.h"
+#include "preview/PreviewPlayer.h"
 #include "session/SessionFiles.h"
 #include "support/MadeLibrary.h"
 #include "support/TemporaryFolder.h"
@@ -25,6 +26,8 @@
 
 namespace orvalen::bench {
 namespace {
+
+using namespace std::chrono_literals;
 
 /// What a user of long standing has on the disk: music, and the library file of an earlier scan.
 void makeHome(const std::string& home, std::size_t tracks) {
@@ -59,6 +62,14 @@ bool makeHomeElsewhere(const std::string& home, std::size_t tracks) {
     return ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
+double residentMegabytes() {
+    std::ifstream statistics("/proc/self/statm");
+    long whole = 0;
+    long resident = 0;
+    statistics >> whole >> resident;
+    return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1 << 20);
+}
+
 /// Drives the program through its operations and tells the gaps of each step.
 class Session {
 public:
@@ -89,6 +100,24 @@ public:
         });
         step("select all", [&] { setIncludeForAll(view, true); });
         step("auto-save", [&] { autoSaveSession(view); });
+    }
+
+    /// Match, include, listen, close, again and again; what the process holds in memory must not grow.
+    void repeat(int loops) {
+        ContentView& view = program_->view;
+        for (int loop = 1; loop <= loops; ++loop) {
+            startMatching(view);
+            wait([&] { return !view.isMatching.get(); });
+            rest(120ms);
+            setIncludeForAll(view, true);
+            if (const auto& rows = view.matchedTracks.get(); rows.front().selectedTrack)
+                togglePreview(view, *rows.front().selectedTrack);
+            rest(60ms);
+            view.showResultsPage.set(false);
+            rest(400ms);
+            if (loop == 10 || loop == loops)
+                std::printf("  after %d loops: %.1f MB\n", loop, residentMegabytes());
+        }
     }
 
 private:
@@ -133,8 +162,8 @@ private:
     }
 
     /// Lets the views come to rest; what that takes belongs to the step.
-    void rest() {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(1500);
+    void rest(std::chrono::milliseconds time = 1500ms) {
+        const auto end = std::chrono::steady_clock::now() + time;
         wait([&] { return std::chrono::steady_clock::now() > end; });
     }
 
@@ -169,13 +198,14 @@ private:
 } // namespace
 } // namespace orvalen::bench
 
-/// Usage: orvalen_gaps TRACKS. Makes a library of so many files below the temporary folder, runs the real
-/// program over it and prints, for each step, the longest time that its main loop was not served.
+/// Usage: orvalen_gaps TRACKS [LOOPS]. Makes a library of so many files below the temporary folder, runs the
+/// real program over it and prints, for each step, the longest time that its main loop was not served; then,
+/// where asked for, goes through so many evenings and prints the memory that it holds.
 int main(int argc, char** argv) {
     using namespace orvalen;
-    const std::size_t tracks = argc == 2 ? std::strtoull(argv[1], nullptr, 10) : 0;
+    const std::size_t tracks = argc >= 2 ? std::strtoull(argv[1], nullptr, 10) : 0;
     if (tracks == 0) {
-        std::fprintf(stderr, "usage: %s TRACKS\n", argv[0]);
+        std::fprintf(stderr, "usage: %s TRACKS [LOOPS]\n", argv[0]);
         return 2;
     }
     const test::TemporaryFolder home;
@@ -190,5 +220,8 @@ int main(int argc, char** argv) {
     qputenv("XDG_DATA_HOME", QByteArray::fromStdString(home.path()));
     bench::LoopProbe probe(argc, argv);
     becomeMainThread();
-    bench::Session(probe, tracks).run(home.path());
+    bench::Session session(probe, tracks);
+    session.run(home.path());
+    if (argc >= 3)
+        session.repeat(static_cast<int>(std::strtol(argv[2], nullptr, 10)));
 }

@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::size_t bodyLimit = std::size_t{64} << 20;
 constexpr int redirectLimit = 20;
+/// Without a bound the toolkit reads on while a fast server sends, and we would not be asked whether to go on.
+constexpr qint64 readAhead = qint64{4} << 20;
 
 bool isSecure(const QUrl& url) {
     return url.scheme() == "https";
@@ -100,6 +102,7 @@ private:
                      ? manager_.get(request)
                      : manager_.sendCustomRequest(request, bytes(request_.method), bytes(request_.body));
         reply_->setParent(this);
+        reply_->setReadBufferSize(readAhead);
         connect(reply_, &QNetworkReply::uploadProgress, this, [this] { silence_.start(); });
         connect(reply_, &QNetworkReply::metaDataChanged, this, [this] { silence_.start(); });
         connect(reply_, &QNetworkReply::readyRead, this, [this] { readOn(); });
