@@ -37,9 +37,14 @@ constexpr const char* notAFile = "Not a regular file";
 /// Four gigabytes: no reader of ours takes more.
 constexpr off_t longestRead = off_t{4} << 30;
 
+/// Parsers that look past the end in blocks can then take the bytes where they are.
+constexpr std::size_t roomBehind = 128;
+
 Expected<std::string> readToEnd(int file, std::size_t expectedLength) {
     // One byte more than the file has, to find its end without growing; some files hide their size.
-    std::string bytes(expectedLength + 1, '\0');
+    std::string bytes;
+    bytes.reserve(expectedLength + 1 + roomBehind);
+    bytes.resize(expectedLength + 1);
     std::size_t length = 0;
     for (;;) {
         if (length == bytes.size())

@@ -136,16 +136,29 @@ Expected<MatchedTrack> decodeRow(const element& value) {
 
 } // namespace
 
-Expected<object> parseObject(simdjson::dom::parser& parser, std::string_view bytes) {
+namespace {
+
+Expected<object> parsedObject(simdjson::dom::parser& parser, std::string_view bytes, bool copied) {
     if (bytes.starts_with("\xEF\xBB\xBF"))
         bytes.remove_prefix(3);
     element document;
-    if (const auto error = parser.parse(bytes.data(), bytes.size()).get(document))
+    if (const auto error = parser.parse(bytes.data(), bytes.size(), copied).get(document))
         return failure(simdjson::error_message(error));
     object root;
     if (document.get(root))
         return failure("The document is not an object.");
     return root;
+}
+
+} // namespace
+
+Expected<object> parseObject(simdjson::dom::parser& parser, std::string_view bytes) {
+    return parsedObject(parser, bytes, true);
+}
+
+Expected<object> parseLongObject(simdjson::dom::parser& parser, std::string bytes) {
+    bytes.reserve(bytes.size() + simdjson::SIMDJSON_PADDING); // the parser looks past the end in blocks
+    return parsedObject(parser, bytes, false);
 }
 
 Expected<std::string_view> requiredText(const object& object, std::string_view key) {

@@ -14,6 +14,8 @@ namespace orvalen {
 
 /// The object that the document is, with or without a byte-order mark before it.
 Expected<simdjson::dom::object> parseObject(simdjson::dom::parser& parser, std::string_view bytes);
+/// The same for a long text: it is read where it stands and let go once it is read.
+Expected<simdjson::dom::object> parseLongObject(simdjson::dom::parser& parser, std::string bytes);
 
 Expected<std::string_view> requiredText(const simdjson::dom::object& object, std::string_view key);
 Expected<std::optional<std::string_view>> optionalText(const simdjson::dom::object& object,

@@ -5,6 +5,7 @@
 
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
+#include <utility>
 
 namespace orvalen {
 namespace {
@@ -89,6 +90,14 @@ std::vector<Location> decodeFolders(const simdjson::dom::object& document) {
 
 std::string libraryDocumentText(const LibraryIndex& index, const PreferredMatches& preferred,
                                 const std::vector<Location>& folders) {
+    std::string text;
+    useLibraryDocumentText(index, preferred, folders, [&](std::string_view whole) { text = whole; });
+    return text;
+}
+
+void useLibraryDocumentText(const LibraryIndex& index, const PreferredMatches& preferred,
+                            const std::vector<Location>& folders,
+                            const std::function<void(std::string_view)>& use) {
     rapidjson::StringBuffer buffer;
     Writer writer(buffer);
     writer.SetIndent(' ', 2);
@@ -100,12 +109,12 @@ std::string libraryDocumentText(const LibraryIndex& index, const PreferredMatche
     writeText(writer, "folders");
     writeFolders(writer, folders);
     writer.EndObject();
-    return {buffer.GetString(), buffer.GetSize()};
+    use({buffer.GetString(), buffer.GetSize()});
 }
 
-std::optional<LibraryDocument> readLibraryDocument(std::string_view bytes) {
+std::optional<LibraryDocument> readLibraryDocument(std::string bytes) {
     simdjson::dom::parser parser;
-    const auto root = parseObject(parser, bytes);
+    const auto root = parseLongObject(parser, std::move(bytes));
     if (!root)
         return std::nullopt;
     auto index = decodeTracks(*root);

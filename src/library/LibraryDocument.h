@@ -4,6 +4,7 @@
 #include "core/Location.h"
 #include "library/PlaylistDatabaseManager.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,9 +23,13 @@ struct LibraryDocument {
 /// One JSON object, indented.
 std::string libraryDocumentText(const LibraryIndex& index, const PreferredMatches& preferred,
                                 const std::vector<Location>& folders);
+/// The same text for one use, without a second copy of it.
+void useLibraryDocumentText(const LibraryIndex& index, const PreferredMatches& preferred,
+                            const std::vector<Location>& folders,
+                            const std::function<void(std::string_view)>& use);
 
 /// Nothing when the bytes are no such object or one of the tracks is none; preferred matches and folders of
 /// another shape are left out.
-std::optional<LibraryDocument> readLibraryDocument(std::string_view bytes);
+std::optional<LibraryDocument> readLibraryDocument(std::string bytes);
 
 } // namespace orvalen

@@ -30,20 +30,22 @@ void appendFolders(ContentView& view, const std::vector<Location>& folders) {
 }
 
 void applyFile(ContentView& view, const std::string& path) {
-    if (const auto bytes = readWholeFile(path))
-        applyLibraryFile(view, *bytes);
+    if (auto bytes = readWholeFile(path))
+        applyLibraryFile(view, std::move(*bytes));
 }
 
 } // namespace
 
 Expected<void> writeLibraryFile(ContentView& view, const Location& destination) {
-    return writeWholeFile(destination.path,
-                          libraryDocumentText(view.trackDict.get(), view.database().allPreferredMatches(),
-                                              view.musicFolderURLs.get()));
+    Expected<void> written;
+    useLibraryDocumentText(view.trackDict.get(), view.database().allPreferredMatches(),
+                           view.musicFolderURLs.get(),
+                           [&](std::string_view text) { written = writeWholeFile(destination.path, text); });
+    return written;
 }
 
-void applyLibraryFile(ContentView& view, std::string_view bytes) {
-    auto document = readLibraryDocument(bytes);
+void applyLibraryFile(ContentView& view, std::string bytes) {
+    auto document = readLibraryDocument(std::move(bytes));
     if (!document)
         return;
     replaceIndex(view, std::move(document->index));

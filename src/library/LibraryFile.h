@@ -3,7 +3,7 @@
 #include "core/Error.h"
 #include "core/Location.h"
 
-#include <string_view>
+#include <string>
 
 namespace orvalen {
 
@@ -15,7 +15,7 @@ struct ContentView;
 Expected<void> writeLibraryFile(ContentView& view, const Location& destination);
 /// Replaces the index and the preferred matches and appends the folders. A document of another shape changes
 /// nothing, without a word.
-void applyLibraryFile(ContentView& view, std::string_view bytes);
+void applyLibraryFile(ContentView& view, std::string bytes);
 
 /// "library.orvl" in the support folder, after a scan; saves the folder bookmarks too.
 void savePersistentLibrary(ContentView& view);

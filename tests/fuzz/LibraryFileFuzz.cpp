@@ -52,7 +52,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         buildIndex(std::vector{test::track("Night Band", "Last Train Home", 123)});
     replaceIndex(world.view, before);
 
-    applyLibraryFile(world.view, fuzz::text(data, size));
+    applyLibraryFile(world.view, std::string(fuzz::text(data, size)));
     const Library read = libraryOf(world);
     if (world.view.trackDict.get().sharesTracksWith(before)) {
         require(read.preferred.empty() && read.folders == 0, "a failed load changes nothing");
