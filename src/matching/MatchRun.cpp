@@ -107,6 +107,7 @@ struct MatchRun {
     void match(std::vector<WantedRow> wanted, const LibraryCatalog& catalog, MatchPosts& posts,
                std::vector<MatchedTrack>& rows) const {
         std::vector<std::string> keys;
+        keys.reserve(wanted.size());
         for (const WantedRow& row : wanted)
             keys.push_back(libraryKey(row.request.artist, row.request.title));
         const RememberedPaths remembered(view.database(), std::move(keys));

@@ -30,7 +30,7 @@ Expected<FileTags> readFile(const std::string& path) {
         if (!file)
             return tl::make_unexpected(file.error());
         const auto places = findTags(**file);
-        const auto tags = places.map([&](const TagPlaces& found) { return readTags(**file, found); });
+        auto tags = places.map([&](const TagPlaces& found) { return readTags(**file, found); });
         if ((*file)->error() != 0)
             return systemFailure((*file)->error());
         return tags;
