@@ -13,7 +13,8 @@ namespace {
 
 constexpr std::size_t bodyLimit = std::size_t{64} << 20;
 constexpr int redirectLimit = 20;
-/// Without a bound the toolkit reads on while a fast server sends, and we would not be asked whether to go on.
+/// Without a bound the toolkit reads on while a fast server sends, and we would not be asked whether to go
+/// on.
 constexpr qint64 readAhead = qint64{4} << 20;
 
 bool isSecure(const QUrl& url) {
