@@ -44,8 +44,9 @@ void makeHome(const std::string& home, std::size_t tracks) {
         index.fileTrack(track);
     }
     std::filesystem::create_directories(home + "/Orvalen");
-    std::ofstream(home + "/Orvalen/library.orvl")
-        << libraryDocumentText(index.finish(), {}, {{home + "/home/dj/Music"}});
+    useLibraryDocumentText(index.finish(), {}, {{home + "/home/dj/Music"}}, [&](std::string_view text) {
+        std::ofstream(home + "/Orvalen/library.orvl") << text;
+    });
     std::ofstream lines(home + "/lines.txt");
     for (const std::string& line : made.wantedLines(1000))
         lines << line << '\n';

@@ -144,8 +144,8 @@ private:
     bool exists_ = file_.isOpen();
 };
 
-/// A device is written into: putting a file in its place would take it away from everyone. So it would a
-/// pipe, which refuses.
+/// Putting a file in its place would take it away from everyone. So a device is written into, and a pipe
+/// refuses.
 bool isDeviceOrPipe(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);

@@ -134,10 +134,6 @@ Expected<MatchedTrack> decodeRow(const element& value) {
     return members.finish(std::move(result));
 }
 
-} // namespace
-
-namespace {
-
 Expected<object> parsedObject(simdjson::dom::parser& parser, std::string_view bytes, bool copied) {
     if (bytes.starts_with("\xEF\xBB\xBF"))
         bytes.remove_prefix(3);

@@ -88,13 +88,6 @@ std::vector<Location> decodeFolders(const simdjson::dom::object& document) {
 
 } // namespace
 
-std::string libraryDocumentText(const LibraryIndex& index, const PreferredMatches& preferred,
-                                const std::vector<Location>& folders) {
-    std::string text;
-    useLibraryDocumentText(index, preferred, folders, [&](std::string_view whole) { text = whole; });
-    return text;
-}
-
 void useLibraryDocumentText(const LibraryIndex& index, const PreferredMatches& preferred,
                             const std::vector<Location>& folders,
                             const std::function<void(std::string_view)>& use) {

@@ -20,10 +20,8 @@ struct LibraryDocument {
     std::vector<Location> folders;
 };
 
-/// One JSON object, indented.
-std::string libraryDocumentText(const LibraryIndex& index, const PreferredMatches& preferred,
-                                const std::vector<Location>& folders);
-/// The same text for one use, without a second copy of it.
+/// One JSON object, indented; handed to its one use where it was made, because a copy would be as large as
+/// the file.
 void useLibraryDocumentText(const LibraryIndex& index, const PreferredMatches& preferred,
                             const std::vector<Location>& folders,
                             const std::function<void(std::string_view)>& use);
