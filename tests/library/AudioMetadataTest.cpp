@@ -25,39 +25,18 @@ FakeTags tags(const char* title, const char* artist, const char* tempo) {
 }
 
 TEST(AudioMetadata, ParseBPMReadsPlainIntegersOnly) {
-    struct Case {
-        std::string_view text;
-        std::optional<std::int64_t> bpm;
-    };
-    const Case cases[] = {
+    const std::pair<std::string_view, std::optional<std::int64_t>> cases[] = {
         {"128", 128},
         {"+128", 128},
-        {"0", 0},
-        {"-0", 0},
-        {"007", 7},
         {"-5", -5},
-        {"9223372036854775807", INT64_MAX},
-        {"-9223372036854775808", INT64_MIN},
         {"00000000000000000000128", 128},
         {"9223372036854775808", {}},
-        {"-9223372036854775809", {}},
-        {"12345678901234567890", {}},
         {"128.0", {}},
-        {"128.50", {}},
-        {"128,5", {}},
         {" 128", {}},
         {"128 ", {}},
-        {"128\n", {}},
-        {"128 BPM", {}},
         {"", {}},
         {"+", {}},
-        {"-", {}},
-        {"++1", {}},
         {"+-1", {}},
-        {"-+1", {}},
-        {"--1", {}},
-        {"1e2", {}},
-        {"0x80", {}},
         {"１２８", {}}, // full-width digits
         {{"128\0", 4}, {}},
     };
@@ -74,38 +53,18 @@ protected:
     TestPlatform world;
 };
 
-TEST_F(ReadTrackMetadata, TakesTitleArtistAndTempo) {
-    const Track read_ = read("/Music/01.mp3", tags("Last Train Home", "Night Band", "123"));
-    EXPECT_EQ(read_, (Track{"Last Train Home", "Night Band", "", "/Music/01.mp3", 123}));
-    EXPECT_THAT(world.console.lines(), IsEmpty());
-}
-
 TEST_F(ReadTrackMetadata, FallsBackWhereTheTagsSayNothing) {
+    EXPECT_EQ(read("/Music/01.mp3", tags("Train", "Night", "123")),
+              (Track{"Train", "Night", "", "/Music/01.mp3", 123}));
     EXPECT_EQ(read("/Music/My.Song.wav", {}), (Track{"My.Song", "Unknown", "", "/Music/My.Song.wav", {}}));
-
-    FakeTags spaces = tags("", "  ", "+96");
-    EXPECT_EQ(read("/a.mp3", spaces), (Track{"", "  ", "", "/a.mp3", 96})) << "an empty text is a text";
+    EXPECT_EQ(read("/a.mp3", tags("", "  ", "+96")), (Track{"", "  ", "", "/a.mp3", 96}))
+        << "an empty text is a text";
 
     FakeTags absent;
-    absent.common = {{item("title", std::nullopt), item("artist", std::nullopt), item("title", "second")}};
+    absent.common = {{item("Title", "other case"), item("title", std::nullopt),
+                      item("artist", failure("damaged")), item("title", "second")}};
     EXPECT_EQ(read("/b.mp3", absent), (Track{"b", "Unknown", "", "/b.mp3", {}})) << "the first item counts";
-
-    FakeTags failing;
-    failing.common = {{item("title", failure("damaged")), item("artist", failure("damaged"))}};
-    EXPECT_EQ(read("/c.mp3", failing), (Track{"c", "Unknown", "", "/c.mp3", {}}));
-
-    FakeTags otherCase;
-    otherCase.common = {{item("Title", "x"), item("albumArtist", "y"), item("", "z")}};
-    EXPECT_EQ(read("/d.mp3", otherCase), (Track{"d", "Unknown", "", "/d.mp3", {}}));
     EXPECT_THAT(world.console.lines(), IsEmpty());
-}
-
-TEST_F(ReadTrackMetadata, AFileThatIsNoMediaCostsOneLineAndItsTempo) {
-    FakeTags broken = tags("T", "A", "120");
-    broken.common = failure("not a media file");
-    EXPECT_EQ(read("/Music/Song.mp3", broken), (Track{"Song", "Unknown", "", "/Music/Song.mp3", {}}));
-    EXPECT_THAT(world.console.lines(),
-                ElementsAre("Failed to load metadata from Song.mp3: not a media file"));
 }
 
 TEST_F(ReadTrackMetadata, TempoComesFromTheFirstID3TempoFrameAlone) {
@@ -118,29 +77,27 @@ TEST_F(ReadTrackMetadata, TempoComesFromTheFirstID3TempoFrameAlone) {
     several.id3 = {{MetadataItem{"tbpm", "", "1"}, MetadataItem{"org.id3.TBPM.2", "", "140"},
                     MetadataItem{"id3/TBPM", "", "150"}}};
     EXPECT_EQ(read("/b.mp3", several).bpm, 140);
-
-    FakeTags fraction = tags("T", "A", "128.0");
-    fraction.id3->push_back(item("TBPM", "128"));
-    EXPECT_EQ(read("/c.mp3", fraction).bpm, std::nullopt) << "a later frame does not stand in";
-
-    FakeTags absent = tags("T", "A", "");
-    absent.id3 = {{item("TBPM", std::nullopt)}};
-    EXPECT_EQ(read("/d.mp3", absent).bpm, std::nullopt);
-    absent.id3 = std::vector<MetadataItem>();
-    EXPECT_EQ(read("/e.mp3", absent).bpm, std::nullopt);
+    several.id3->at(1).value = "128.0";
+    EXPECT_EQ(read("/b.mp3", several).bpm, std::nullopt) << "a later frame does not stand in";
+    several.id3->at(1).value = std::optional<std::string>();
+    EXPECT_EQ(read("/b.mp3", several).bpm, std::nullopt);
+    several.id3 = std::vector<MetadataItem>();
+    EXPECT_EQ(read("/b.mp3", several).bpm, std::nullopt);
     EXPECT_THAT(world.console.lines(), IsEmpty());
 }
 
-TEST_F(ReadTrackMetadata, EachFailingLoadOfTheTempoIsOneLineAndKeepsTheTexts) {
-    FakeTags formats = tags("T", "A", "120");
+TEST_F(ReadTrackMetadata, EachFailingLoadIsOneLineAndKeepsWhatIsKnown) {
+    const FakeTags good = tags("T", "A", "120");
+    FakeTags common = good, formats = good, frames = good, value = good;
+    common.common = failure("not a media file");
     formats.formats = failure("first");
-    FakeTags frames = tags("T", "A", "120");
     frames.id3 = failure("second");
-    FakeTags value = tags("T", "A", "120");
     value.id3 = {{item("TBPM", failure("third"))}};
+    EXPECT_EQ(read("/Music/Grüße.mp3", common), (Track{"Grüße", "Unknown", "", "/Music/Grüße.mp3", {}}));
     for (const FakeTags& each : {formats, frames, value})
         EXPECT_EQ(read("/Music/Grüße.mp3", each), (Track{"T", "A", "", "/Music/Grüße.mp3", {}}));
-    EXPECT_THAT(world.console.lines(), ElementsAre("Failed to load metadata from Grüße.mp3: first",
+    EXPECT_THAT(world.console.lines(), ElementsAre("Failed to load metadata from Grüße.mp3: not a media file",
+                                                   "Failed to load metadata from Grüße.mp3: first",
                                                    "Failed to load metadata from Grüße.mp3: second",
                                                    "Failed to load metadata from Grüße.mp3: third"));
 }
@@ -175,17 +132,11 @@ TEST_F(AttachBrowsedFile, MakesTheFileTheRowsChoiceUnderTheWantedNames) {
     EXPECT_EQ(index.track(filed.first), TrackView(browsed));
     EXPECT_EQ(world.view.trackCount.get(), 7) << "counted anew only by a scan or a load";
     EXPECT_FALSE(world.support().exists("orvalen.sqlite")) << "no choice is remembered";
-    EXPECT_EQ(world.view.matchedTracks.get().at(0).options.size(), 1U);
-}
 
-TEST_F(AttachBrowsedFile, TheSameFileTwiceIsTwoOptions) {
-    for (int time = 0; time < 2; ++time) {
-        world.dialogs.willOpen({"/USB/x.mp3"});
-        attachBrowsedFile(world.view, 1);
-        world.settle();
-    }
-    EXPECT_THAT(second().options, ElementsAre(browsed, browsed));
-    EXPECT_EQ(world.view.trackDict.get().trackCount(), 2U);
+    world.dialogs.willOpen({"/USB/x.mp3"});
+    attachBrowsedFile(world.view, 1);
+    world.settle();
+    EXPECT_THAT(second().options, ElementsAre(browsed, browsed)) << "the same file twice is two options";
 }
 
 TEST_F(AttachBrowsedFile, TheDialogAsksForOneAudioOrMovieFile) {
@@ -193,9 +144,7 @@ TEST_F(AttachBrowsedFile, TheDialogAsksForOneAudioOrMovieFile) {
     world.settle();
     ASSERT_EQ(world.dialogs.opened.size(), 1U);
     const OpenOptions& options = world.dialogs.opened.front();
-    EXPECT_TRUE(options.files);
-    EXPECT_FALSE(options.folders);
-    EXPECT_FALSE(options.several);
+    EXPECT_TRUE(options.files && !options.folders && !options.several);
     EXPECT_THAT(options.types.families, ElementsAre(TypeFamily::mp3Audio, TypeFamily::mpeg4Audio,
                                                     TypeFamily::wavAudio, TypeFamily::movie));
     EXPECT_THAT(options.types.extensions, ElementsAre("aiff", "aif"));
@@ -223,7 +172,6 @@ TEST_F(AttachBrowsedFile, LandsInWhateverRowStandsThereWhenAMatchRunEndedMeanwhi
     EXPECT_EQ(second().title, "Another Song");
     EXPECT_EQ(second().selectedTrack, browsed) << "under the name it was picked for";
     EXPECT_EQ(world.view.trackDict.get().positionsUnder("night band last train home").size(), 1U);
-    EXPECT_EQ(world.view.trackDict.get().trackCount(), 1U);
 }
 
 TEST_F(AttachBrowsedFile, IsDroppedWhenNoRowStandsThereAnyMore) {

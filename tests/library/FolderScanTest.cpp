@@ -1,10 +1,8 @@
 #include "library/FolderScan.h"
 
-#include "core/Json.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"
 
-#include <filesystem>
 #include <gmock/gmock.h>
 
 namespace orvalen::test {
@@ -13,6 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
+using testing::StartsWith;
 
 using Progress = std::pair<double, std::string>;
 
@@ -35,17 +34,6 @@ protected:
             result.emplace_back(index.track(position).title);
         return result;
     }
-    void setTags(const std::string& path, const char* artist, const char* title) {
-        world.mediaAssets.tags[path].common = {
-            {MetadataItem{"", "title", title}, MetadataItem{"", "artist", artist}}};
-    }
-    std::string backupName() const {
-        std::string name;
-        for (const auto& entry : std::filesystem::directory_iterator(world.support().path()))
-            if (entry.path().extension() == ".json")
-                name = entry.path().filename().string();
-        return name;
-    }
 
     TemporaryFolder music;
     TestPlatform world;
@@ -54,29 +42,13 @@ protected:
 
 TEST_F(FolderScan, FilesAudioByItsExtensionAlone) {
     for (const char* file : {"a.mp3", "b.M4A", "c.Wav", "d.mp4", "e.aiff", "f.AIF", "g.flac", "h.ogg",
-                             "i.mp3.part", "mp3", "j.", "k.mp3 ", "l.\u212Aav", "m.m.mp3", "cover.jpg"})
+                             "i.mp3.part", "mp3", "j.", "l.\u212Aav", "m.m.mp3"})
         music.write(file);
     music.makeFolder("Live.mp3"); // a folder that is named like a file
     music.write("Live.mp3/inside.wav");
     scan();
     EXPECT_THAT(titles(), ElementsAre("Live", "inside", "a", "b", "c", "d", "e", "f", "m.m"));
     EXPECT_EQ(world.view.trackCount.get(), 9);
-}
-
-TEST_F(FolderScan, AnEntryThatIsAFileContributesItself) {
-    world.view.musicFolderURLs.set({{music.write("one/Intro.wav")}, {music.write("list.txt")}});
-    scan();
-    EXPECT_THAT(titles(), ElementsAre("Intro"));
-    EXPECT_EQ(world.view.trackDict.get().key(0), "unknown intro");
-}
-
-TEST_F(FolderScan, FilesUnderTheKeyOfTheTagsAndCountsWhatIsListedTwice) {
-    setTags(music.write("1.mp3"), "Night Band", "Last Train Home");
-    setTags(music.write("2.mp3"), "NIGHT BAND", "Last train home!");
-    world.view.musicFolderURLs.set({{music.path()}, {music.path()}});
-    scan();
-    EXPECT_EQ(world.view.trackCount.get(), 4);
-    EXPECT_EQ(world.view.trackDict.get().positionsUnder("night band last train home").size(), 4U);
 }
 
 TEST_F(FolderScan, ReportsEveryFiftiethItemAndTheLast) {
@@ -89,13 +61,6 @@ TEST_F(FolderScan, ReportsEveryFiftiethItemAndTheLast) {
     EXPECT_EQ(world.view.trackCount.get(), 30);
 }
 
-TEST_F(FolderScan, OfOneFileItReportsThatOne) {
-    music.write("only.mp3");
-    scan();
-    EXPECT_THAT(progress,
-                ElementsAre(Pair(0, ""), Pair(0.01, "Preparing scan…"), Pair(0, "only.mp3"), Pair(0, "")));
-}
-
 TEST_F(FolderScan, WithoutFoldersNothingHappens) {
     world.view.musicFolderURLs.set({});
     scan();
@@ -104,24 +69,15 @@ TEST_F(FolderScan, WithoutFoldersNothingHappens) {
     EXPECT_THAT(world.dialogs.messages, IsEmpty());
 }
 
-TEST_F(FolderScan, TheVisibleIndexStaysUntilTheEndAndIsThenReplaced) {
-    world.view.trackDict.set(buildIndex(std::vector<Track>{track("Old", "Gone"), track("Old", "Too")}));
-    world.view.trackCount.set(2);
-    music.write("new.mp3");
-    scanLibrary(world.view);
-    while (world.tagQueue.runOne()) {
-    }
-    EXPECT_EQ(world.view.trackCount.get(), 2);
-    world.settle();
-    EXPECT_THAT(titles(), ElementsAre("new"));
-    EXPECT_EQ(world.view.trackCount.get(), 1);
-}
-
 TEST_F(FolderScan, FoldersWithoutAudioLeaveAnEmptyLibraryAndStillSaySo) {
     world.view.trackDict.set(buildIndex(std::vector<Track>{track("Old", "Gone")}));
     world.view.trackCount.set(1);
     world.view.musicFolderURLs.set({{music.path("missing")}});
-    scan();
+    scanLibrary(world.view);
+    while (world.tagQueue.runOne()) {
+    }
+    EXPECT_EQ(world.view.trackDict.get().trackCount(), 1U) << "the old index is shown until the end";
+    world.settle();
     EXPECT_TRUE(world.view.trackDict.get().empty());
     EXPECT_EQ(world.view.trackCount.get(), 0);
     EXPECT_EQ(world.dialogs.messages.size(), 1U);
@@ -129,21 +85,16 @@ TEST_F(FolderScan, FoldersWithoutAudioLeaveAnEmptyLibraryAndStillSaySo) {
 }
 
 TEST_F(FolderScan, EndsWithTheFilesTheSoundAndTheMessageInThisOrder) {
-    setTags(music.write("1.mp3"), "Night Band", "Last Train Home");
+    music.write("1.mp3");
     world.dialogs.whileOpen = [this] {
+        EXPECT_THAT(world.console.lines(),
+                    ElementsAre(StartsWith("✅ Persistent library saved to "),
+                                StartsWith("Auto-saved library backup to " + world.support().path())));
         EXPECT_THAT(world.sound.played, ElementsAre("Glass"));
         EXPECT_EQ(world.view.trackCount.get(), 1);
         EXPECT_EQ(world.view.scanProgress.get(), 0);
     };
     scan();
-    const std::string backup = backupName();
-    EXPECT_THAT(backup, testing::MatchesRegex(
-                            "library_backup_[0-9]{4}-[0-9]{2}-[0-9]{2}_[0-9]{2}-[0-9]{2}-[0-9]{2}\\.json"));
-    EXPECT_THAT(world.console.lines(),
-                ElementsAre("✅ Persistent library saved to " + world.support().path("Orvalen/library.orvl"),
-                            "Auto-saved library backup to " + world.support().path(backup)));
-    EXPECT_TRUE(world.support().exists("Orvalen/library.orvl"));
-    EXPECT_TRUE(world.support().exists("Orvalen/folders.json"));
     ASSERT_EQ(world.dialogs.messages.size(), 1U);
     EXPECT_EQ(world.dialogs.messages[0].title, "Library Refreshed");
     EXPECT_EQ(world.dialogs.messages[0].text,
@@ -176,40 +127,6 @@ TEST_F(FolderScan, AFileThatIsBrowsedToNeedNotWaitForTheWholeScan) {
     world.tagQueue.runOne();
     EXPECT_TRUE(ran);
     EXPECT_LT(world.mediaAssets.opened.size(), 2U);
-}
-
-TEST_F(FolderScan, OfTwoScansTheOneThatEndsLaterWins) {
-    music.write("first/a.mp3");
-    music.write("second/b.mp3");
-    music.write("second/c.mp3");
-    world.view.musicFolderURLs.set({{music.path("first")}});
-    scanLibrary(world.view);
-    world.view.musicFolderURLs.set({{music.path("second")}});
-    scanLibrary(world.view);
-    world.settle();
-    EXPECT_THAT(titles(), ElementsAre("b", "c"));
-    EXPECT_EQ(world.view.trackCount.get(), 2);
-    EXPECT_EQ(world.dialogs.messages.size(), 2U);
-}
-
-TEST_F(FolderScan, FilesThatVanishOrAreNoMediaBecomeTracksByTheirNames) {
-    const std::string path = music.write("Song.mp3", "no media");
-    world.mediaAssets.tags[path].common = failure("damaged");
-    scanLibrary(world.view);
-    world.tagQueue.runOne();
-    std::filesystem::remove(path);
-    world.settle();
-    EXPECT_THAT(titles(), ElementsAre("Song"));
-    EXPECT_EQ(world.console.lines().front(), "Failed to load metadata from Song.mp3: damaged");
-}
-
-TEST_F(FolderScan, WithoutASupportFolderTheLibraryIsStillRefreshed) {
-    world.userFolders.folder.reset();
-    music.write("1.mp3");
-    scan();
-    EXPECT_EQ(world.view.trackCount.get(), 1);
-    EXPECT_THAT(world.console.lines(), IsEmpty());
-    EXPECT_EQ(world.dialogs.messages.size(), 1U);
 }
 
 } // namespace

@@ -14,9 +14,8 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::MatchesRegex;
 using testing::Pair;
-using testing::StartsWith;
-using testing::UnorderedElementsAre;
 
 /// Another program at the same file.
 class OtherProgram {
@@ -79,33 +78,23 @@ TEST_F(Database, RemembersTheLastChoiceForAKeyAcrossRuns) {
         auto database = open();
         database.savePreferredMatch("night band last train home", "/a.mp3");
         database.savePreferredMatch("night band last train home", "/b.mp3");
-        EXPECT_EQ(database.preferredPath("night band last train home"), "/b.mp3");
     }
     auto database = open();
     EXPECT_THAT(database.allPreferredMatches(), ElementsAre(Pair("night band last train home", "/b.mp3")));
+    EXPECT_EQ(database.preferredPath("night band last train home"), "/b.mp3");
     EXPECT_EQ(database.preferredPath("night band"), std::nullopt);
-    EXPECT_THAT(console.lines(), IsEmpty());
-}
-
-TEST_F(Database, TextsGoInAndComeOutUnchanged) {
-    auto database = open();
-    const PreferredMatches texts = {{"rock n roll", "/O'Brien/'; DROP TABLE preferred_matches; --.mp3"},
-                                    {"größe 日本", "/Musik/Große \"Größe\" 🎵.mp3"},
-                                    {"", "/Unknown.mp3"},
-                                    {"no path", ""}};
-    database.replacePreferredMatches(texts);
-    EXPECT_EQ(database.allPreferredMatches(), texts);
-    for (const auto& [key, path] : texts)
-        EXPECT_EQ(database.preferredPath(key), path) << key;
 }
 
 TEST_F(Database, ReplacingLeavesExactlyTheNewRowsAndOneFile) {
     auto database = open();
     database.savePreferredMatch("old", "/o.mp3");
-    database.replacePreferredMatches({{"a", "/1"}, {"b", "/2"}});
-    EXPECT_THAT(database.allPreferredMatches(), UnorderedElementsAre(Pair("a", "/1"), Pair("b", "/2")));
-    database.replacePreferredMatches({});
-    EXPECT_THAT(database.allPreferredMatches(), IsEmpty());
+    const PreferredMatches texts = {{"rock n roll", "/O'Brien/'; DROP TABLE preferred_matches; --.mp3"},
+                                    {"größe 日本", "/Musik/Große \"Größe\" 🎵.mp3"},
+                                    {"", ""}};
+    database.replacePreferredMatches(texts);
+    EXPECT_EQ(database.allPreferredMatches(), texts);
+    for (const auto& [key, path] : texts)
+        EXPECT_EQ(database.preferredPath(key), path) << key;
     EXPECT_EQ(OtherProgram(file()).ask("PRAGMA journal_mode"), "delete") << "a copy of the file is complete";
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
     EXPECT_THAT(console.lines(), IsEmpty());
@@ -119,17 +108,6 @@ TEST_F(Database, RowsThatOnlyAnotherProgramCanHaveWrittenAreNotSeen) {
     EXPECT_THAT(database.allPreferredMatches(), ElementsAre(Pair("good", "/g.mp3")));
     EXPECT_EQ(database.preferredPath("null"), std::nullopt);
     EXPECT_EQ(database.preferredPath("bad path"), std::nullopt);
-}
-
-TEST_F(Database, AFileThatCannotBeOpenedKnowsNothingAndSaysSoOnce) {
-    std::filesystem::create_directory(file());
-    auto database = open();
-    database.createTables();
-    database.savePreferredMatch("k", "/p");
-    database.replacePreferredMatches({{"k", "/p"}});
-    EXPECT_EQ(database.preferredPath("k"), std::nullopt);
-    EXPECT_THAT(database.allPreferredMatches(), IsEmpty());
-    EXPECT_THAT(console.lines(), ElementsAre("Unable to open database at " + file()));
 }
 
 TEST_F(Database, WithoutAnApplicationSupportFolderItIsSilent) {
@@ -146,51 +124,6 @@ TEST_F(Database, AFolderThatCannotBeCreatedIsOneLine) {
     database.autoBackupLibrary({});
     EXPECT_THAT(console.lines(),
                 ElementsAre("Unable to open database at " + *folders.folder + "/orvalen.sqlite"));
-}
-
-TEST_F(Database, EachFailureIsItsLine) {
-    folder.write("orvalen.sqlite",
-                 "This is no database but it is long enough to be asked: " + std::string(200, '.'));
-    auto database = open();
-    database.savePreferredMatch("k", "/p");
-    EXPECT_EQ(database.preferredPath("k"), std::nullopt);
-    EXPECT_THAT(database.allPreferredMatches(), IsEmpty());
-    database.replacePreferredMatches({{"k", "/p"}});
-    EXPECT_THAT(console.lines(),
-                ElementsAre("Error creating tables: file is not a database",
-                            "Error preparing preferred match insert: file is not a database",
-                            "Error preparing preferred match lookup: file is not a database",
-                            "Error preparing select all preferred matches: file is not a database",
-                            "Error clearing preferred matches: file is not a database"));
-}
-
-TEST_F(Database, AFailedInsertIsReportedAndTheOthersGoOn) {
-    auto database = open();
-    OtherProgram(file()).run("CREATE TRIGGER no BEFORE INSERT ON preferred_matches WHEN NEW.key = 'bad' "
-                             "BEGIN SELECT RAISE(ABORT, 'refused'); END");
-    database.replacePreferredMatches({{"a", "/1"}, {"bad", "/2"}, {"c", "/3"}});
-    EXPECT_THAT(console.lines(), ElementsAre("Error saving preferred match: refused"));
-    EXPECT_THAT(database.allPreferredMatches(), UnorderedElementsAre(Pair("a", "/1"), Pair("c", "/3")));
-}
-
-TEST_F(Database, WhileAnotherProgramWritesOldRowsStayAndNoCallWaitsLong) {
-    auto database = open();
-    database.savePreferredMatch("old", "/o.mp3");
-    OtherProgram other(file());
-    other.run("BEGIN IMMEDIATE");
-    const auto start = std::chrono::steady_clock::now();
-    PreferredMatches many;
-    for (int i = 0; i < 1000; ++i)
-        many.emplace(std::to_string(i), "/p");
-    database.replacePreferredMatches(many);
-    database.savePreferredMatch("new", "/n.mp3");
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
-    EXPECT_THAT(database.allPreferredMatches(), ElementsAre(Pair("old", "/o.mp3"))) << "reading goes on";
-    EXPECT_THAT(console.lines(), ElementsAre("Error clearing preferred matches: database is locked",
-                                             "Error saving preferred match: database is locked"));
-    other.run("ROLLBACK");
-    database.replacePreferredMatches({{"a", "/1"}});
-    EXPECT_THAT(database.allPreferredMatches(), ElementsAre(Pair("a", "/1")));
 }
 
 TEST_F(Database, AProgramThatReadsAMomentIsWaitedFor) {
@@ -267,39 +200,14 @@ TEST_F(Database, TheSnapshotHasATempoForEveryTrackAndTheChoicesAsOneObject) {
     "night band last train home": "/Music/a.mp3"
   }
 })");
-    database.exportLibrarySnapshot({folder.path("missing/snapshot.json")}, {});
-    database.exportLibrarySnapshot({"/dev/full"}, {});
-    EXPECT_THAT(console.lines(), IsEmpty());
 }
 
-TEST_F(Database, TheBackupIsNamedAfterTheLocalTimeAndTold) {
-    auto database = open();
-    const std::time_t before = std::time(nullptr);
-    database.autoBackupLibrary({});
-    const std::time_t after = std::time(nullptr);
-    ASSERT_EQ(console.lines().size(), 1U);
-    const std::string line = console.lines().front();
-    std::vector<std::string> expected; // the clock may have turned meanwhile
-    for (const std::time_t moment : {before, after}) {
-        std::tm local{};
-        ::localtime_r(&moment, &local);
-        char name[64];
-        std::snprintf(name, sizeof name, "library_backup_%04d-%02d-%02d_%02d-%02d-%02d.json",
-                      local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min,
-                      local.tm_sec);
-        expected.push_back("Auto-saved library backup to " + folder.path(name));
-    }
-    EXPECT_THAT(expected, testing::Contains(line));
-    EXPECT_TRUE(std::filesystem::exists(line.substr(std::string("Auto-saved library backup to ").size())));
-}
-
-TEST_F(Database, ABackupThatCannotBeWrittenIsToldAllTheSame) {
-    folders.folder = "/proc"; // a folder in which nothing can be created, whoever asks
-    PlaylistDatabaseManager database(folders, console);
-    database.autoBackupLibrary({});
+TEST_F(Database, TheBackupIsNamedAfterTheTimeAndTold) {
+    open().autoBackupLibrary({});
     EXPECT_THAT(console.lines(),
-                ElementsAre("Unable to open database at /proc/orvalen.sqlite",
-                            StartsWith("Auto-saved library backup to /proc/library_backup_")));
+                ElementsAre(MatchesRegex("Auto-saved library backup to .*/library_backup_"
+                                         "[0-9]{4}-[0-9]{2}-[0-9]{2}_[0-9]{2}-[0-9]{2}-[0-9]{2}\\.json")));
+    EXPECT_TRUE(std::filesystem::exists(console.lines().front().substr(console.lines().front().find('/'))));
 }
 
 } // namespace
