@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <random>
+#include <thread>
 
 namespace orvalen::test {
 namespace {
@@ -117,17 +118,6 @@ TEST(FindOptions, FindOneNameTenThousandTimes) {
     EXPECT_EQ(catalog.firstEqual(9'999), 9'998U);
 }
 
-TEST(FindOptions, OfVeryLongTextsEnd) {
-    std::string longName;
-    while (longName.size() < 1'000'000)
-        longName += "Night Band \u00E9 ";
-    const LibraryCatalog catalog(
-        buildIndex(std::vector{track("Night", "Train"), track(longName, "Train", {}, "/m/x.mp3")}));
-    EXPECT_EQ(findOptions(catalog, {longName, "train"}).size(), 1U);
-    EXPECT_TRUE(findOptions(catalog, {longName, longName}).empty());
-    EXPECT_EQ(findOptions(catalog, {"night band", "train"}).size(), 1U);
-}
-
 TEST(Catalog, IsKeptWithTheTracksAndGoesWithThem) {
     LibraryIndex index = buildIndex(std::vector{track("Night", "Train")});
     EXPECT_EQ(findOptions(LibraryCatalog(index), {"night", "train"}).size(), 1U);
@@ -152,6 +142,20 @@ TEST(Catalog, IsKeptWithTheTracksAndGoesWithThem) {
     EXPECT_EQ(made, 2);
     shared = LibraryIndex();
     EXPECT_TRUE(watched.expired()) << "what was derived must not keep the tracks alive";
+}
+
+TEST(Catalog, IsMadeOnceForAllThreadsThatAsk) {
+    const LibraryIndex index = MadeLibrary(5).index(3000);
+    const Request request{"a", "e"};
+    std::vector<std::size_t> counts(4);
+    {
+        std::vector<std::jthread> threads;
+        for (std::size_t& count : counts)
+            threads.emplace_back(
+                [&count, &request, index] { count = findOptions(LibraryCatalog(index), request).size(); });
+    }
+    EXPECT_GT(counts[0], 0U);
+    EXPECT_EQ(counts, std::vector<std::size_t>(4, counts[0]));
 }
 
 } // namespace
