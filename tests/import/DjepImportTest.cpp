@@ -10,7 +10,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::StartsWith;
 
 TEST(DjepImport, TurnsRowsIntoWantedLines) {
     struct Case {
@@ -20,26 +19,19 @@ TEST(DjepImport, TurnsRowsIntoWantedLines) {
     };
     const std::string header = "Request Type,Title,Artist\n";
     const Case cases[] = {
-        {"a row", header + "Must Play,Last Train,Night Band\n", "Night Band - Last Train"},
         {"rows in file order, twins kept", header + "x,B,b\nx,A,a\nx,B,b", "b - B\na - A\nb - B"},
         {"any header is skipped, even one like a row", "x,Title,Artist\nx,T,A", "A - T"},
         {"a byte-order mark stands in the header", "\xEF\xBB\xBFx,h,h\nx,T,A", "A - T"},
-        {"carriage returns", "x,h,h\r\nx,T,A\r\nx,U,B\r\n", "A - T\nB - U"},
         {"carriage returns alone separate nothing", "x,h,h\rx,T,A\rx,U,B", ""},
-        {"quotation marks", header + "\"x\",\"T\",\"A\"", "A - T"},
         {"quotation marks inside", header + "x,The \"Best\" Of,\"A\" B", "A B - The Best Of"},
         {"blanks inside quotation marks stay", header + "x,\" T \",\" A\"", " A -  T "},
         {"blanks outside go", header + "x,\t T \xC2\xA0, A ,z", "A - T"},
         {"a comma inside quotation marks separates", header + "x,\"One, Two\",A", "Two - One"},
         {"an empty kind is kept", header + ",T,A", "A - T"},
         {"two fields are no row", header + "x,T\nx,T,A", "A - T"},
-        {"five fields", header + "x,T,A,more,\"and, more\"", "A - T"},
         {"an empty title or artist", header + "x,,A\nx,T,\nx, ,A\nx,\"\",A\nx,T,\"\"\nx,T,A", "A - T"},
         {"blank lines", header + "\n \n,,\n\nx,T,A\n\n", "A - T"},
-        {"no rows", header, ""},
-        {"only a header, unended", "Request Type,Title,Artist", ""},
         {"nothing", "", ""},
-        {"other alphabets", header + "x,Füür,Zürì", "Zürì - Füür"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(wantedTextOfDJEP(c.csv, true), c.wanted) << c.quirk;
@@ -49,19 +41,12 @@ TEST(DjepImport, LeavesOutWhatMustNotBePlayedOnlyWhenAsked) {
     const auto wanted = [](const std::string& kind, bool ignore) {
         return wantedTextOfDJEP("header\n" + kind + ",T,A", ignore);
     };
-    for (const char* kind : {"Do Not Play", "DO NOT PLAY", " do not play ", "Please do NOT play!",
-                             "\"Do Not Play\"", "Do \"Not\" Play", "É Do Not Play"}) {
+    for (const char* kind : {"Do Not Play", "Please do NOT play!", "Do \"Not\" Play", "É Do Not Play"}) {
         EXPECT_EQ(wanted(kind, true), "") << kind;
         EXPECT_EQ(wanted(kind, false), "A - T") << kind;
     }
-    for (const char* kind : {"Do Not  Play", "DoNotPlay", "Do Nöt Play", "Not Play", "Play"})
-        EXPECT_EQ(wanted(kind, true), "A - T") << kind;
+    EXPECT_EQ(wanted("Do Nöt Play", true), "A - T");
     EXPECT_EQ(wantedTextOfDJEP("h\nx,Do Not Play,Do Not Play", true), "Do Not Play - Do Not Play");
-}
-
-TEST(DjepImport, ReadsALineOfTenMegabytes) {
-    const std::string row(10'000'000, 'x');
-    EXPECT_EQ(wantedTextOfDJEP("h\n" + row + "\nx,T,A," + row + "\nx,U,B", true), "A - T\nB - U");
 }
 
 class DjepFile : public testing::Test {
@@ -84,23 +69,13 @@ TEST_F(DjepFile, ReplacesTheWantedTextAndShowsTheList) {
     test.view.ignoreDoNotPlay.set(false);
     parseDJEPCSV(test.view, {folder.path("requests.csv")});
     EXPECT_EQ(test.view.matchInput.get(), "A - T\nB - U");
-
-    parseDJEPCSV(test.view, {folder.write("empty.csv", "h\n")});
-    EXPECT_EQ(test.view.matchInput.get(), "");
-    EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 
-TEST_F(DjepFile, ThatCannotBeReadChangesNothing) {
-    for (const std::string& path :
-         {folder.path("missing.csv"), folder.makeFolder("folder.csv"),
-          folder.write("latin1.csv", "h\nx,F\xFC\xFCr,A"), folder.write("utf16.csv", "\xFF\xFEh\n")}) {
-        test.console.clear();
-        parseDJEPCSV(test.view, {path});
-        EXPECT_EQ(test.view.matchInput.get(), "typed") << path;
-        EXPECT_EQ(test.view.inputMode.get(), InputMode::djep) << path;
-        EXPECT_THAT(test.console.lines(), ElementsAre(StartsWith("Failed to parse DJEP CSV: "))) << path;
-    }
-    EXPECT_EQ(test.console.lines().front(), "Failed to parse DJEP CSV: The file is not UTF-8 text.");
+TEST_F(DjepFile, ThatIsNoTextChangesNothing) {
+    parseDJEPCSV(test.view, {folder.write("latin1.csv", "h\nx,F\xFC\xFCr,A")});
+    EXPECT_EQ(test.view.matchInput.get(), "typed");
+    EXPECT_EQ(test.view.inputMode.get(), InputMode::djep);
+    EXPECT_THAT(test.console.lines(), ElementsAre("Failed to parse DJEP CSV: The file is not UTF-8 text."));
 }
 
 TEST_F(DjepFile, IsAskedForWithoutBlocking) {
@@ -108,16 +83,13 @@ TEST_F(DjepFile, IsAskedForWithoutBlocking) {
     importDJEPCSV(test.view);
     ASSERT_EQ(test.dialogs.opened.size(), 1U);
     const OpenOptions& options = test.dialogs.opened.front();
-    EXPECT_TRUE(options.files);
-    EXPECT_FALSE(options.folders);
-    EXPECT_FALSE(options.several);
+    EXPECT_TRUE(options.files && !options.folders && !options.several);
     EXPECT_THAT(options.types.families, ElementsAre(TypeFamily::commaSeparatedText));
     EXPECT_THAT(options.types.extensions, IsEmpty());
     EXPECT_EQ(options.prompt, "");
     EXPECT_EQ(test.view.matchInput.get(), "typed");
 
-    test.dialogs.answerLater({});
-    EXPECT_EQ(test.view.matchInput.get(), "typed");
+    test.dialogs.answerLater({}); // cancelled
     EXPECT_EQ(test.view.inputMode.get(), InputMode::djep);
 
     importDJEPCSV(test.view);

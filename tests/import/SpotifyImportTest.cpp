@@ -57,8 +57,10 @@ TEST_F(SpotifyImport, AsksForATokenThenThePlaylistThenMatches) {
     test.view.trackDict.set(buildIndex(std::vector{owned}));
     test.view.matchInputFormat.set(artistTitleFormat);
 
-    start("https://open.example/playlist/ID");
-    EXPECT_TRUE(test.view.isMatching.get());
+    std::vector<bool> flags;
+    test.view.isMatching.observe([&] { flags.push_back(test.view.isMatching.get()); });
+
+    start("https://open.example/intl-de/playlist/ID?si=a/b#c/d");
     EXPECT_EQ(test.view.matchProgress.get(), 0);
     ASSERT_THAT(http.requests, SizeIs(1));
     EXPECT_EQ(http.requests[0].address, "https://accounts.example/api/token");
@@ -70,8 +72,6 @@ TEST_F(SpotifyImport, AsksForATokenThenThePlaylistThenMatches) {
                             Pair("Content-Type", "application/x-www-form-urlencoded")));
 
     http.answer(goodToken);
-    EXPECT_TRUE(test.view.isMatching.get());
-    EXPECT_EQ(test.view.matchInput.get(), "typed");
     ASSERT_THAT(http.requests, SizeIs(2));
     EXPECT_EQ(http.requests[1].address, "https://api.example/v1/playlists/ID/tracks"
                                         "?fields=items(track(name,artists(name)))&limit=100");
@@ -87,10 +87,8 @@ TEST_F(SpotifyImport, AsksForATokenThenThePlaylistThenMatches) {
                          entry(R"([{"name":"One"},{"name":"Two"}])", "Duet")));
     EXPECT_EQ(test.view.inputMode.get(), InputMode::textList);
     EXPECT_EQ(test.view.matchInput.get(), "Night Band - Last Train\nOne, Two - Duet");
-    EXPECT_TRUE(test.view.isMatching.get());
-
     test.settle();
-    EXPECT_FALSE(test.view.isMatching.get());
+    EXPECT_THAT(flags, ElementsAre(true, false, true, false)) << "between import and matching it is down";
     EXPECT_TRUE(test.view.showResultsPage.get());
     ASSERT_THAT(test.view.matchedTracks.get(), SizeIs(2));
     EXPECT_EQ(test.view.matchedTracks.get()[0].selectedTrack, owned);
@@ -98,43 +96,8 @@ TEST_F(SpotifyImport, AsksForATokenThenThePlaylistThenMatches) {
     EXPECT_THAT(test.console.lines(), Not(Contains(HasSubstr("import"))));
 }
 
-TEST_F(SpotifyImport, ClearsTheFlagBetweenImportAndMatching) {
-    test.view.trackDict.set(buildIndex(std::vector{track("A", "T")}));
-    std::vector<bool> flags;
-    test.view.isMatching.observe([&] { flags.push_back(test.view.isMatching.get()); });
-    start("ID");
-    http.answer(goodToken);
-    http.answer(playlist(entry(R"([{"name":"A"}])", "T")));
-    EXPECT_THAT(flags, ElementsAre(true, false, true));
-}
-
-TEST_F(SpotifyImport, TakesTheLastComponentOfTheAddress) {
-    struct Case {
-        const char *address, *id;
-    };
-    for (const auto& [address, id] : {Case{"https://open.example/playlist/ID", "ID"},
-                                      {"https://open.example/playlist/ID?si=a/b", "ID"},
-                                      {"https://open.example/playlist/ID#a/b", "ID"},
-                                      {"https://open.example/playlist/ID/", "ID"},
-                                      {"https://open.example/intl-de/playlist/ID?si=x", "ID"},
-                                      {"open.example/playlist/ID", "ID"},
-                                      {"ID", "ID"},
-                                      {"https://open.example/playlist/%49D", "ID"},
-                                      {"https://open.example/playlist/a%2520b", "a%20b"}}) {
-        http.requests.clear();
-        start(address);
-        http.answer(goodToken);
-        ASSERT_THAT(http.requests, SizeIs(2)) << address;
-        EXPECT_THAT(http.requests[1].address,
-                    StartsWith("https://api.example/v1/playlists/" + std::string(id) + "/tracks?fields="));
-        http.answer(failure("enough"));
-    }
-}
-
 TEST_F(SpotifyImport, IgnoresATextThatNamesNoPlaylist) {
-    for (const char* address :
-         {"", " ", "no address", "https://open.example/playlist/ID ", "\tID", "ID\n", "https://open.example",
-          "https://open.example/", "https://open.example/?x", "spotify:playlist:ID", "%", "ünïcode"})
+    for (const char* address : {"", "no address", "https://open.example", "spotify:playlist:ID"})
         start(address);
     EXPECT_THAT(http.requests, IsEmpty());
     EXPECT_THAT(test.console.lines(), IsEmpty());
@@ -143,20 +106,12 @@ TEST_F(SpotifyImport, IgnoresATextThatNamesNoPlaylist) {
 }
 
 TEST_F(SpotifyImport, FailsOnAnIdentifierThatReachesBeyondItsPlace) {
-    for (const char* address :
-         {"https://open.example/playlist/a%20b", "https://open.example/playlist/a%0Ab",
-          "https://open.example/playlist/a%00b", "https://open.example/playlist/..%2F..%2Fme",
-          "https://open.example/playlist/..", "https://open.example/playlist/a%3Fb%23",
-          "https://open.example/playlist/%252e%252e", "https://open.example/playlist/%FF"}) {
-        http.requests.clear();
-        test.console.clear();
-        start(address);
-        http.answer(goodToken);
-        EXPECT_THAT(http.requests, SizeIs(1)) << address;
-        EXPECT_THAT(test.console.lines(),
-                    ElementsAre("Spotify import error: The address does not end in a playlist identifier."));
-        expectUntouched();
-    }
+    start("https://open.example/playlist/..%2F..%2Fme");
+    http.answer(goodToken);
+    EXPECT_THAT(http.requests, SizeIs(1));
+    EXPECT_THAT(test.console.lines(),
+                ElementsAre("Spotify import error: The address does not end in a playlist identifier."));
+    expectUntouched();
 }
 
 TEST_F(SpotifyImport, TellsWhyThereIsNoToken) {
@@ -166,14 +121,9 @@ TEST_F(SpotifyImport, TellsWhyThereIsNoToken) {
     };
     const std::string refusal = R"({"error":"invalid_client"})";
     for (const Case& c : {Case{failure("no route to host"), {"Spotify import error: no route to host"}},
-                          {HttpResponse{400, refusal},
-                           {"Spotify token fetch failed, HTTP 400: " + refusal,
-                            "Spotify import error: HTTP 400: " + refusal}},
-                          {HttpResponse{500, ""},
-                           {"Spotify token fetch failed, HTTP 500: ", "Spotify import error: HTTP 500: "}},
-                          {HttpResponse{201, goodToken.body},
-                           {"Spotify token fetch failed, HTTP 201: " + goodToken.body,
-                            "Spotify import error: HTTP 201: " + goodToken.body}},
+                          {HttpResponse{201, refusal},
+                           {"Spotify token fetch failed, HTTP 201: " + refusal,
+                            "Spotify import error: HTTP 201: " + refusal}},
                           {HttpResponse{503, "<p>\xFF"},
                            {"Spotify token fetch failed, HTTP 503: <non-text response>",
                             "Spotify import error: HTTP 503: <non-text response>"}}}) {
@@ -185,65 +135,49 @@ TEST_F(SpotifyImport, TellsWhyThereIsNoToken) {
     }
 }
 
-TEST_F(SpotifyImport, DecodesNothingButAToken) {
-    for (const char* body : {
-             "",
-             "<html></html>",
-             "[]",
-             R"({"token_type":"Bearer","expires_in":3600})",
-             R"({"access_token":"granted","expires_in":3600})",
-             R"({"access_token":"granted","token_type":"Bearer"})",
-             R"({"access_token":null,"token_type":"Bearer","expires_in":3600})",
-             R"({"access_token":"granted","token_type":"Bearer","expires_in":"3600"})",
-             R"({"access_token":"granted","token_type":"Bearer","expires_in":0.5})",
-             "{\"access_token\":\"\xFF\",\"token_type\":\"Bearer\",\"expires_in\":3600}",
-         }) {
-        test.console.clear();
-        start("ID");
-        http.answer(HttpResponse{200, body});
-        EXPECT_THAT(test.console.lines(), ElementsAre(StartsWith("Spotify import error: "))) << body;
-        EXPECT_THAT(test.console.lines(), Not(Contains(HasSubstr("granted"))));
-        expectUntouched();
-    }
-}
-
-TEST_F(SpotifyImport, FailsAsAWholeOnAPlaylistWithOneBadEntry) {
+TEST_F(SpotifyImport, FailsAsAWholeOnAnAnswerOfAnotherShape) {
     const std::string good = entry(R"([{"name":"A"}])", "T");
-    const Expected<HttpResponse> answers[] = {
+    const HttpResponse tokens[] = {
+        {200, "<html></html>"},
+        {200, R"({"token_type":"Bearer","expires_in":3600})"},
+        {200, R"({"access_token":"granted","expires_in":3600})"},
+        {200, R"({"access_token":"granted","token_type":"Bearer"})"},
+        {200, R"({"access_token":"granted","token_type":"Bearer","expires_in":0.5})"},
+    };
+    const Expected<HttpResponse> playlists[] = {
         failure("connection closed"),
         HttpResponse{404, R"({"error":{"status":404,"message":"Not found."}})"},
-        HttpResponse{200, ""},
-        HttpResponse{200, "<html></html>"},
         HttpResponse{200, R"({"items":null})"},
-        HttpResponse{200, R"({"items":{}})"},
         HttpResponse{200, "{\"items\":[" + good},
         playlist(good + R"(,{"track":null})"),
-        playlist(good + R"(,{})"),
         playlist(good + ",null"),
         playlist(good + R"(,{"track":{"name":"an episode"}})"),
         playlist(good + R"(,{"track":{"artists":[{"name":"A"}]}})"),
-        playlist(good + "," + entry("null", "T")),
         playlist(good + "," + entry("[null]", "T")),
         playlist(good + "," + entry("[{}]", "T")),
-        playlist(good + "," + entry(R"([{"name":null}])", "T")),
         playlist(good + "," + entry(R"([{"name":"A"}])", "\xC3")),
     };
-    for (const auto& answer : answers) {
+    const auto expectFailure = [&](const std::vector<Expected<HttpResponse>>& answers) {
         test.console.clear();
         start("ID");
-        http.answer(goodToken);
-        http.answer(answer);
-        EXPECT_THAT(test.console.lines(), ElementsAre(StartsWith("Spotify import error: ")))
-            << (answer ? answer->body : "");
+        for (const auto& answer : answers)
+            http.answer(answer);
+        EXPECT_THAT(test.console.lines(), ElementsAre(StartsWith("Spotify import error: ")));
         EXPECT_THAT(test.console.lines(), Not(Contains(HasSubstr("granted"))));
         expectUntouched();
+    };
+    for (const HttpResponse& token : tokens) {
+        SCOPED_TRACE(token.body);
+        expectFailure({token});
+    }
+    for (const auto& answer : playlists) {
+        SCOPED_TRACE(answer ? answer->body : "no answer");
+        expectFailure({goodToken, answer});
     }
 }
 
 TEST_F(SpotifyImport, WritesOneLineAnEntry) {
-    struct Case {
-        std::string entries, text;
-    };
+    using Case = std::pair<std::string, std::string>;
     std::string many, lines;
     for (int i = 1; i <= 150; ++i) {
         many += (i == 1 ? "" : ",") + entry(R"([{"name":"A"}])", std::to_string(i));
@@ -252,14 +186,11 @@ TEST_F(SpotifyImport, WritesOneLineAnEntry) {
     }
     for (const auto& [entries, text] : {
              Case{entry("[]", "T"), " - T"},
-             {entry(R"([{"name":""}])", ""), " - "},
              {entry(R"([{"name":"A","id":1},{"name":"B"},{"name":"C"}])", "T"), "A, B, C - T"},
              {entry(R"([{"name":"Z\u00fcri \ud83c\udfb5"}])", "\\\"T\\\""), "Züri 🎵 - \"T\""},
-             {entry(R"([{"name":"A"}])", "T") + "," + entry(R"([{"name":"A"}])", "T"), "A - T\nA - T"},
              {many, lines},
          }) {
         test.view.inputMode.set(InputMode::spotify);
-        test.view.matchInputFormat.set(titleArtistFormat);
         start("ID");
         http.answer(goodToken);
         http.answer(playlist(entries));
@@ -278,33 +209,6 @@ TEST_F(SpotifyImport, OfAnEmptyPlaylistEmptiesTheTextAndMatchesNothing) {
     EXPECT_EQ(test.view.inputMode.get(), InputMode::textList);
     EXPECT_FALSE(test.view.isMatching.get());
     EXPECT_EQ(test.matchQueue.pending(), 0U);
-}
-
-TEST_F(SpotifyImport, KeepsItsLinesWhenTheLibraryWasEmptiedMeanwhile) {
-    test.view.trackDict.set(buildIndex(std::vector{track("A", "T")}));
-    start("ID");
-    http.answer(goodToken);
-    test.view.trackDict.set({});
-    http.answer(playlist(entry(R"([{"name":"A"}])", "T")));
-    EXPECT_EQ(test.view.matchInput.get(), "A - T");
-    EXPECT_FALSE(test.view.isMatching.get());
-    EXPECT_EQ(test.matchQueue.pending(), 0U);
-}
-
-TEST_F(SpotifyImport, MayRunTwiceAtOnce) {
-    start("first");
-    start("second");
-    http.answer(goodToken);
-    http.answer(HttpResponse{200, R"({"access_token":"other","token_type":"Bearer","expires_in":1})"});
-    ASSERT_THAT(http.requests, SizeIs(4));
-    EXPECT_THAT(http.requests[2].address, HasSubstr("/first/"));
-    EXPECT_THAT(http.requests[3].address, HasSubstr("/second/"));
-    EXPECT_THAT(http.requests[3].headers, ElementsAre(Pair("Authorization", "Bearer other")));
-
-    http.answer(playlist(entry(R"([{"name":"A"}])", "first")));
-    EXPECT_EQ(test.view.matchInput.get(), "A - first");
-    http.answer(playlist(entry(R"([{"name":"A"}])", "second")));
-    EXPECT_EQ(test.view.matchInput.get(), "A - second");
 }
 
 } // namespace
