@@ -73,14 +73,14 @@ TEST_F(PreviewPlayer, AsksTheFirstFolderWhosePathBeginsTheTracks) {
         std::string asked; ///< empty: no preview
     };
     const Case cases[] = {
-        {"no folders", {}, "/Music/1.mp3", ""},
         {"outside every folder", {{"/Music"}, {"/Other"}}, "/Elsewhere/1.mp3", ""},
+        {"the second, in the other form of its accent",
+         {{"/Other"}, {"/Cafe\u0301"}},
+         "/Caf\u00E9/1.mp3",
+         "/Cafe\u0301"},
         {"list order, not the longest", {{"/Music"}, {"/Music/A"}}, "/Music/A/1.mp3", "/Music"},
-        {"the second", {{"/Other"}, {"/Music/A"}}, "/Music/A/1.mp3", "/Music/A"},
         {"texts, not components", {{"/Music/A"}}, "/Music/AB/x.mp3", "/Music/A"},
         {"letters count", {{"/music"}}, "/Music/1.mp3", ""},
-        {"a single file that was added", {{"/Music/1.mp3"}}, "/Music/1.mp3", "/Music/1.mp3"},
-        {"the other form of an accent", {{"/Cafe\u0301"}}, "/Caf\u00E9/1.mp3", "/Cafe\u0301"},
         {"no half letters", {{"/Cafe"}}, "/Cafe\u0301/1.mp3", ""},
     };
     for (const Case& c : cases) {
@@ -89,16 +89,13 @@ TEST_F(PreviewPlayer, AsksTheFirstFolderWhosePathBeginsTheTracks) {
         playPreview(fresh.view, at(c.path));
         EXPECT_EQ(fresh.view.isPlaying.get(), !c.asked.empty()) << c.quirk;
         EXPECT_EQ(fresh.folderAccess.starts.size(), c.asked.empty() ? 0U : 1U) << c.quirk;
-        EXPECT_EQ(fresh.folderAccess.starts.count(c.asked), c.asked.empty() ? 0U : 1U) << c.quirk;
-        EXPECT_THAT(fresh.console.lines(), IsEmpty()) << c.quirk;
+        EXPECT_EQ(fresh.folderAccess.starts.contains(c.asked), !c.asked.empty()) << c.quirk;
     }
 }
 
 TEST_F(PreviewPlayer, ARefusedFolderLeavesTheRunningPreviewAlone) {
     playPreview(view, one);
     test.folderAccess.refused = {"/Music"};
-    playPreview(view, two);
-    view.musicFolderURLs.set({Location{"/Other"}});
     playPreview(view, two);
     EXPECT_EQ(opened(), 1U);
     EXPECT_TRUE(playback().playing);
@@ -142,15 +139,6 @@ TEST_F(PreviewPlayer, AFileThatCannotBeOpenedLeavesAStoppedPlayerAndNoTimer) {
     EXPECT_EQ(test.mainQueue.repeatingTimers(), 0U);
 }
 
-TEST_F(PreviewPlayer, AFirstFileThatCannotBeOpenedLeavesNothing) {
-    test.audioPlayers.unplayable = {one.path};
-    playPreview(view, one);
-    EXPECT_FALSE(view.audioPlayer.get());
-    EXPECT_FALSE(view.selectedTrack.get());
-    EXPECT_FALSE(view.isPlaying.get());
-    EXPECT_EQ(accessStillHeld(), 0);
-}
-
 TEST_F(PreviewPlayer, TogglesBetweenPlayingAndPaused) {
     togglePreview(view, one);
     EXPECT_TRUE(showsPause(view, one));
@@ -172,28 +160,6 @@ TEST_F(PreviewPlayer, TogglesBetweenPlayingAndPaused) {
     EXPECT_FALSE(showsPause(view, std::nullopt));
 }
 
-TEST_F(PreviewPlayer, TogglingWithoutAPlayerOnlySetsTheButton) {
-    view.selectedTrack.set(one);
-    togglePreview(view, one);
-    EXPECT_TRUE(view.isPlaying.get());
-    togglePreview(view, one);
-    EXPECT_TRUE(view.isPlaying.get());
-    EXPECT_EQ(opened(), 0U);
-}
-
-TEST_F(PreviewPlayer, AtTheEndOfTheFileTheButtonStillReadsPauseAndPlaysAgain) {
-    playPreview(view, one);
-    playback().time = 100;
-    EXPECT_DOUBLE_EQ(tick(), 1.0);
-    playback().playing = false; // the player finished by itself
-    EXPECT_DOUBLE_EQ(tick(), 0.0);
-    EXPECT_TRUE(showsPause(view, one));
-    togglePreview(view, one);
-    EXPECT_EQ(playback().calls.back(), "play");
-    EXPECT_TRUE(view.isPlaying.get());
-    EXPECT_EQ(opened(), 1U);
-}
-
 TEST_F(PreviewPlayer, StopsOnlyForTheCurrentTrack) {
     playPreview(view, one);
     stopPreviewIfCurrent(view, two);
@@ -212,12 +178,6 @@ TEST_F(PreviewPlayer, StopsOnlyForTheCurrentTrack) {
     EXPECT_EQ(opened(), 1U);
 }
 
-TEST_F(PreviewPlayer, ARowWithoutASelectionStopsWhatIsPreviewedWithoutATrack) {
-    view.isPlaying.set(true);
-    stopPreviewIfCurrent(view, std::nullopt);
-    EXPECT_FALSE(view.isPlaying.get());
-}
-
 TEST_F(PreviewPlayer, TheTickWritesThePlayedFraction) {
     playPreview(view, one);
     playback().time = 25;
@@ -229,10 +189,6 @@ TEST_F(PreviewPlayer, TheTickWritesThePlayedFraction) {
     togglePreview(view, one);
     EXPECT_DOUBLE_EQ(tick(), 0.0);
     EXPECT_EQ(positionLabel(view, one), "0:25") << "the label keeps the paused position";
-    view.playbackProgress.set(0.7); // the slider is moved
-    EXPECT_DOUBLE_EQ(tick(), 0.0);
-    EXPECT_FALSE(view.isPlaying.get());
-    EXPECT_EQ(test.mainQueue.repeatingTimers(), 1U);
 
     view.audioPlayer.set(nullptr);
     view.playbackProgress.set(0.7);
@@ -243,13 +199,8 @@ TEST_F(PreviewPlayer, TheProgressStaysAFractionForAPlayerThatLies) {
     struct Case {
         double time, length, fraction;
     };
-    const Case cases[] = {
-        {0, 0, 0},          {5, 0, 0},
-        {150, 100, 1},      {-1, 100, 0},
-        {5, notANumber, 0}, {notANumber, 100, 0},
-        {5, infinite, 0},   {infinite, infinite, 0},
-        {5, -100, 0},
-    };
+    const Case cases[] = {{0, 0, 0},    {5, 0, 0},          {150, 100, 1},
+                          {-1, 100, 0}, {5, notANumber, 0}, {5, infinite, 0}};
     playPreview(view, one);
     for (const Case& c : cases) {
         playback().time = c.time;
@@ -266,11 +217,9 @@ TEST_F(PreviewPlayer, SeeksToTheSlidersPlace) {
     view.playbackProgress.set(0.25);
     seekPreview(view);
     EXPECT_DOUBLE_EQ(playback().time, 60);
-    for (const double length : {notANumber, infinite}) {
-        playback().length = length;
-        seekPreview(view);
-        EXPECT_DOUBLE_EQ(playback().time, 60) << length;
-    }
+    playback().length = infinite;
+    seekPreview(view);
+    EXPECT_DOUBLE_EQ(playback().time, 60);
 }
 
 TEST_F(PreviewPlayer, LabelsOnlyThePreviewedTrack) {
@@ -284,17 +233,12 @@ TEST_F(PreviewPlayer, LabelsOnlyThePreviewedTrack) {
     EXPECT_EQ(lengthLabel(view, two), "0:00");
     view.audioPlayer.set(nullptr);
     EXPECT_EQ(lengthLabel(view, one), "0:00");
-    playPreview(view, one);
-    view.selectedTrack.set(std::nullopt);
-    EXPECT_EQ(lengthLabel(view, one), "0:00");
 }
 
 TEST(PlaybackTime, CutsToWholeSeconds) {
     const std::pair<double, const char*> cases[] = {
-        {0, "0:00"},          {9, "0:09"},        {59.9, "0:59"},      {60, "1:00"},    {61, "1:01"},
-        {600, "10:00"},       {3600, "60:00"},    {359999, "5999:59"}, {-0.5, "0:00"},  {-61, "0:00"},
-        {notANumber, "0:00"}, {infinite, "0:00"}, {-infinite, "0:00"}, {1e300, "0:00"},
-    };
+        {9, "0:09"},   {59.9, "0:59"},     {60, "1:00"},         {3600, "60:00"}, {-0.5, "0:00"},
+        {-61, "0:00"}, {infinite, "0:00"}, {notANumber, "0:00"}, {1e300, "0:00"}};
     for (const auto& [seconds, text] : cases)
         EXPECT_EQ(playbackTime(seconds), text) << seconds;
 }
