@@ -14,20 +14,14 @@ TEST(PosixFolderAccess, StartsOnWhatIsThereAndCanBeRead) {
     TemporaryFolder folder;
     folder.write("Night Band – Intro.mp3");
     std::filesystem::create_symlink(folder.path("gone.mp3"), folder.path("dead link"));
-    std::filesystem::create_symlink(folder.path("loop"), folder.path("loop"));
     struct Case {
         std::string path;
         bool starts;
     };
     const Case cases[] = {{folder.path(), true},
-                          {folder.path() + "/", true},
                           {folder.path("Night Band – Intro.mp3"), true},
                           {folder.path("gone.mp3"), false},
-                          {folder.path("Night Band – Intro.mp3/below"), false},
                           {folder.path("dead link"), false},
-                          {folder.path("loop"), false},
-                          {folder.path(std::string(300, 'x')), false},
-                          {"", false},
                           {".", false}, // stands, but means another place in another run
                           {folder.path() + std::string("\0/else", 6), false}};
     PosixFolderAccess access;
@@ -56,16 +50,9 @@ TEST(PosixFolderAccess, ResolvesNoForeignOrDamagedBookmark) {
     PosixFolderAccess access;
     const std::string good = access.makeBookmark({"/Music"}).value();
     const std::string mark = good.substr(0, good.size() - 6);
-    const std::string damaged[] = {"",
-                                   "/Music",
-                                   "book\0\0\0\0mark",
-                                   mark,
-                                   good.substr(1),
-                                   good.substr(0, mark.size() - 2) + "9:/Music", // a later version
-                                   mark + "Music",
-                                   mark + "/M\xFCsik",
-                                   mark + std::string("/Mu\0sic", 7)};
-    for (const std::string& bookmark : damaged)
+    for (const std::string& bookmark :
+         {std::string("/Music"), good.substr(1), mark, mark + "Music", mark + "/M\xFCsik",
+          good.substr(0, mark.size() - 2) + "9:/Music"}) // a later version
         EXPECT_FALSE(access.resolveBookmark(bookmark).has_value()) << bookmark;
 }
 

@@ -30,25 +30,6 @@ TEST(ThreadWorkerQueue, RunsJobsOneAfterAnotherInOrderOnOneOtherThread) {
     EXPECT_TRUE(std::equal(threads.begin() + 1, threads.end(), threads.begin()));
 }
 
-TEST(ThreadWorkerQueue, AJobMayPostTheNextBehindThoseThatWait) {
-    std::vector<std::string> order;
-    std::promise<void> done;
-    ThreadWorkerQueue queue;
-    std::promise<void> bothPosted;
-    queue.post([&, posted = bothPosted.get_future().share()] {
-        posted.wait();
-        order.emplace_back("first");
-        queue.post([&] {
-            order.emplace_back("third");
-            done.set_value();
-        });
-    });
-    queue.post([&] { order.emplace_back("second"); });
-    bothPosted.set_value();
-    done.get_future().wait();
-    EXPECT_EQ(order, (std::vector<std::string>{"first", "second", "third"}));
-}
-
 TEST(ThreadWorkerQueue, DestructionFinishesTheRunningJobAndDropsTheOthers) {
     std::atomic<bool> finished = false;
     std::atomic<bool> ranDropped = false;
