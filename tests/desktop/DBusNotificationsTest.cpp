@@ -6,6 +6,7 @@
 #include <QDBusConnection>
 #include <QVariantMap>
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace orvalen::test {
 
@@ -28,19 +29,16 @@ public:
     NotificationService& operator=(const NotificationService&) = delete;
 
     struct Arrived {
-        QString program;
-        uint replaces;
         QString title;
         QString body;
-        QStringList actions;
         QVariantMap hints;
     };
     std::vector<Arrived> arrived;
 
 public slots:
-    Q_SCRIPTABLE uint Notify(const QString& program, uint replaces, const QString&, const QString& title,
-                             const QString& body, const QStringList& actions, const QVariantMap& hints, int) {
-        arrived.push_back({program, replaces, title, body, actions, hints});
+    Q_SCRIPTABLE uint Notify(const QString&, uint, const QString&, const QString& title, const QString& body,
+                             const QStringList&, const QVariantMap& hints, int) {
+        arrived.push_back({title, body, hints});
         return static_cast<uint>(arrived.size());
     }
 
@@ -50,41 +48,38 @@ private:
 
 namespace {
 
-struct Outcomes {
-    std::vector<std::optional<Error>> list;
-    auto taker() {
-        return [this](std::optional<Error> outcome) { list.push_back(std::move(outcome)); };
+/// The outcome of a post; nothing while there is none.
+class Posting {
+public:
+    explicit Posting(const Notification& notification) {
+        notifications_.post(notification,
+                            [this](std::optional<Error> error) { outcome_ = std::move(error); });
+        EXPECT_FALSE(outcome_) << "the outcome comes after the call";
     }
+    std::optional<Error> error() {
+        EXPECT_TRUE(turnUntil([&] { return outcome_.has_value(); }));
+        return outcome_.value_or(std::nullopt);
+    }
+
+private:
+    DBusNotifications notifications_;
+    std::optional<std::optional<Error>> outcome_;
 };
 
 TEST(DBusNotifications, ReachTheServiceWithTheirTextsAndTheSound) {
     NotificationService service;
-    DBusNotifications notifications;
-    Outcomes outcomes;
-    notifications.post({"1B4E28BA-2FA1-11D2-883F-0016D3CCA427", "Serato Export", "Naïve – “text”"},
-                       outcomes.taker());
-    EXPECT_TRUE(outcomes.list.empty()) << "the outcome comes after the call";
-    ASSERT_TRUE(turnUntil([&] { return !outcomes.list.empty(); }));
-    EXPECT_FALSE(outcomes.list[0]) << outcomes.list[0]->description;
+    EXPECT_FALSE(Posting({"id", "Serato Export", "Naïve – “text”"}).error());
     ASSERT_EQ(service.arrived.size(), 1U);
-    const auto& notification = service.arrived[0];
-    EXPECT_EQ(notification.program, "Orvalen");
-    EXPECT_EQ(notification.replaces, 0U);
-    EXPECT_EQ(notification.title, "Serato Export");
-    EXPECT_EQ(notification.body, "Naïve – “text”");
-    EXPECT_TRUE(notification.actions.isEmpty());
-    EXPECT_EQ(notification.hints.value("sound-name").toString(), "message-new-instant");
+    EXPECT_EQ(service.arrived[0].title, "Serato Export");
+    EXPECT_EQ(service.arrived[0].body, "Naïve – “text”");
+    EXPECT_EQ(service.arrived[0].hints.value("sound-name").toString(), "message-new-instant");
 }
 
 TEST(DBusNotifications, TellThatNobodyAnswers) {
-    DBusNotifications notifications;
-    Outcomes outcomes;
-    notifications.post({"id", "title", "body"}, outcomes.taker());
-    EXPECT_TRUE(outcomes.list.empty());
-    ASSERT_TRUE(turnUntil([&] { return !outcomes.list.empty(); }));
-    ASSERT_TRUE(outcomes.list[0]);
-    EXPECT_NE(outcomes.list[0]->description.find("org.freedesktop.Notifications"), std::string::npos)
-        << outcomes.list[0]->description;
+    const auto error = Posting({"id", "title", "body"}).error();
+    ASSERT_TRUE(error);
+    EXPECT_NE(error->description.find("org.freedesktop.Notifications"), std::string::npos)
+        << error->description;
 }
 
 } // namespace

@@ -46,7 +46,6 @@ LocalServer::~LocalServer() {
 void LocalServer::on(const std::string& path, const Handler& handler) {
     server_->Get(path, handler);
     server_->Post(path, handler);
-    server_->Put(path, handler);
 }
 
 void LocalServer::on(const std::string& path, int status, const std::string& body, const std::string& type) {

@@ -187,15 +187,6 @@ TEST_F(SparingReads, LeavePicturesAndAudioAlone) {
     }
 }
 
-TEST_F(SparingReads, TellTheSameAsTheWholeFile) {
-    for (const File& file : files()) {
-        const std::string path = write(file);
-        const auto sparing = readSparingly(path);
-        ASSERT_TRUE(sparing) << file.extension;
-        EXPECT_EQ(*sparing, readWhole(path).value()) << file.extension;
-    }
-}
-
 std::string damaged(const File& original, std::mt19937& random) {
     const auto below = [&](std::size_t limit) {
         return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random);
@@ -236,23 +227,27 @@ bool hasCutOffTags(const File& file) {
     return false;
 }
 
-/// Bytes of the tags changed at random: what TagLib reads in the whole file, the program reads as well.
-TEST_F(SparingReads, TellTheSameOfDamagedFiles) {
+/// The files as they are, then with bytes of their tags changed at random: what TagLib reads in the whole
+/// file, the program reads as well.
+TEST_F(SparingReads, TellTheSameAsTheWholeFile) {
     std::mt19937 random(20'240'615); // NOLINT: the same damage every time
     std::size_t compared = 0;
     std::size_t readable = 0;
-    for (const File& original : files())
+    for (const File& original : files()) {
+        const std::string whole = write(original);
+        EXPECT_EQ(readSparingly(whole).value(), readWhole(whole).value()) << original.extension;
         for (int round = 0; round < 60; ++round) {
             const File file{original.extension, damaged(original, random)};
             const std::string path = write(file);
             ++compared;
-            const auto whole = readWhole(path);
+            const auto expected = readWhole(path);
             const auto sparing = readSparingly(path);
-            if (!whole || !sparing || hasCutOffTags(file))
+            if (!expected || !sparing || hasCutOffTags(file))
                 continue;
             ++readable;
-            EXPECT_EQ(*sparing, *whole) << file.extension << " in round " << round;
+            EXPECT_EQ(*sparing, *expected) << file.extension << " in round " << round;
         }
+    }
     EXPECT_GT(readable * 10, compared * 7);
 }
 

@@ -20,23 +20,21 @@ protected:
         console.clear();
         return readTrackMetadata(assets, console, path);
     }
-    Track readBytes(const std::string& bytes) { return read(folder.write("File.mp3", bytes)); }
 
     TagLibMediaAssets assets;
     FakeConsole console;
     TemporaryFolder folder;
 };
 
-constexpr auto absent = std::nullopt;
-
-/// “File” and “Unknown” are what stands in for what a file does not tell.
+/// Beside what SparingReads compares with a reader of whole files. “File” and “Unknown” are what stands in
+/// for what a file does not tell.
 TEST_F(TagLibMediaAssetsTest, ReadsTheTagsOfTheWild) {
     struct Case {
         const char* quirk;
         std::string bytes;
-        const char* title;
-        const char* artist;
-        std::optional<std::int64_t> bpm;
+        std::string title;
+        std::string artist;
+        std::optional<std::int64_t> bpm = {};
     };
     const std::string song = textFrame(3, "TIT2", 0, "Song") + textFrame(3, "TPE1", 0, "Band");
     const std::string song4 = textFrame(4, "TIT2", 0, "Song") + textFrame(4, "TPE1", 0, "Band");
@@ -46,103 +44,61 @@ TEST_F(TagLibMediaAssetsTest, ReadsTheTagsOfTheWild) {
     const std::string longText(300, 'x');
     const std::string longName(200, 'x');
     const Case cases[] = {
-        {"ID3v2.2",
-         id3(2,
-             textFrame(2, "TT2", 0, "Song") + textFrame(2, "TP1", 0, "Band") + textFrame(2, "TBP", 0, "99")),
-         "Song", "Band", 99},
-        {"ID3v2.3", id3(3, song + textFrame(3, "TBPM", 0, "120")) + audio, "Song", "Band", 120},
-        {"ID3v2.4", id3(4, song4 + textFrame(4, "TBPM", 3, "+96")) + audio, "Song", "Band", 96},
-        {"Latin-1 letters", id3(3, textFrame(3, "TIT2", 0, "Caf\xE9")), "Café", "Unknown", absent},
-        {"UTF-16, little-endian", id3(3, textFrame(3, "TIT2", 1, "\xFF\xFE\xC9\0t\0\xE9\0"s)), "Été",
-         "Unknown", absent},
-        {"UTF-16, big-endian, beyond the first plane",
-         id3(4, textFrame(4, "TIT2", 2, "\xD8\x3C\xDF\xB5\0!"s)), "🎵!", "Unknown", absent},
-        {"half a character", id3(4, textFrame(4, "TIT2", 2, "\0a\xD8\x3C\0b"s)), "a\uFFFDb", "Unknown",
-         absent},
-        {"terminated text", id3(3, textFrame(3, "TIT2", 0, "Song\0"s) + textFrame(3, "TBPM", 0, "128\0"s)),
-         "Song", "Unknown", 128},
-        {"several values in one frame", id3(4, textFrame(4, "TPE1", 3, "First\0Second"s)), "File", "First",
-         absent},
-        {"the frame twice", id3(3, textFrame(3, "TIT2", 0, "One") + textFrame(3, "TIT2", 0, "Two")), "One",
-         "Unknown", absent},
-        {"an empty title", id3(3, textFrame(3, "TIT2", 0, "") + textFrame(3, "TPE1", 0, "Band")) + audio, "",
-         "Band", absent},
-        {"a title of blanks", id3(3, textFrame(3, "TIT2", 0, "  ")), "  ", "Unknown", absent},
-        {"a tempo with decimals", id3(3, song + textFrame(3, "TBPM", 0, "128.00")), "Song", "Band", absent},
-        {"a tempo of 20 digits", id3(3, song + textFrame(3, "TBPM", 0, "99999999999999999999")), "Song",
-         "Band", absent},
-        {"a picture before the texts", id3(3, pictureFrame(3, 70'000) + song) + audio, "Song", "Band",
-         absent},
-        {"pictures around them", id3(4, pictureFrame(4, 999) + song4 + pictureFrame(4, 5000)), "Song", "Band",
-         absent},
-        {"an old picture", id3(2, pictureFrame(2, 20'000) + textFrame(2, "TT2", 0, "Song")), "Song",
-         "Unknown", absent},
+        {"beyond the first plane", id3(4, textFrame(4, "TIT2", 2, "\xD8\x3C\xDF\xB5\0!"s)), "🎵!", "Unknown"},
+        {"half a character", id3(4, textFrame(4, "TIT2", 2, "\0a\xD8\x3C\0b"s)), "a\uFFFDb", "Unknown"},
+        {"several values in one frame", id3(4, textFrame(4, "TPE1", 3, "First\0Second"s)), "File", "First"},
+        {"an empty title", id3(3, textFrame(3, "TIT2", 0, "")) + audio, "", "Unknown"},
         {"lengths of 2.3 in a tag of 2.4", id3(4, "APIC" + bigEndian(300, 4) + "\0\0"s + longText + song4),
-         "Song", "Band", absent},
+         "Song", "Band"},
         {"a length of 2.3 beyond seven bits in a tag of 2.4",
-         id3(4, "TIT2" + bigEndian(201, 4) + "\0\0\0"s + longName + song4), longName.c_str(), "Band", absent},
+         id3(4, "TIT2" + bigEndian(201, 4) + "\0\0\0"s + longName + song4), longName, "Band"},
         {"names of 2.2 in a tag of 2.3",
          id3(3, textFrame(3, "TT2\0"s, 0, "Song") + textFrame(3, "TBP\0"s, 0, "99")), "Song", "Unknown", 99},
-        {"padding", id3(3, song + std::string(5000, '\0')) + audio, "Song", "Band", absent},
         {"unsynchronised", id3(3, unsynchronised(textFrame(3, "TIT2", 1, "\xFF\xFE\xFF\0"s) + song), 0x80),
-         "ÿ", "Band", absent},
-        {"an extended header of 2.3", id3(3, extended3 + song, 0x40), "Song", "Band", absent},
-        {"an extended header of 2.4", id3(4, extended4 + song4, 0x40), "Song", "Band", absent},
-        {"a tag that claims 256 MB", id3Header(3, (1 << 28) - 1) + song + audio, "Song", "Band", absent},
-        {"a frame that claims 2 GB", id3(3, song + "APIC\x7F\xFF\xFF\xFF\0\0zz"s) + audio, "Song", "Band",
-         absent},
+         "ÿ", "Band"},
+        {"an extended header of 2.3", id3(3, extended3 + song, 0x40), "Song", "Band"},
+        {"an extended header of 2.4", id3(4, extended4 + song4, 0x40), "Song", "Band"},
+        {"a tag that claims 256 MB", id3Header(3, (1 << 28) - 1) + song + audio, "Song", "Band"},
+        {"a frame that claims 2 GB", id3(3, song + "APIC\x7F\xFF\xFF\xFF\0\0zz"s) + audio, "Song", "Band"},
         {"a frame of no length",
-         id3(3, textFrame(3, "TIT2", 0, "Song") + frame(3, "TPE1", "") + song) + audio, "Song", "Unknown",
-         absent},
+         id3(3, textFrame(3, "TIT2", 0, "Song") + frame(3, "TPE1", "") + song) + audio, "Song", "Unknown"},
         {"a frame name of rubbish", id3(3, textFrame(3, "TIT2", 0, "Song") + frame(3, "t!1 ", "zz") + song),
-         "Song", "Unknown", absent},
-        {"junk before the tag", std::string(3000, '\0') + id3(3, song) + audio, "Song", "Band", absent},
-        {"junk before the audio", std::string(3000, '\0') + audio, "File", "Unknown", absent},
-        {"no tag", audio, "File", "Unknown", absent},
-        {"ID3v1 only", audio + id3v1("Song", "Band"), "Song", "Band", absent},
+         "Song", "Unknown"},
+        {"junk before the tag", std::string(3000, '\0') + id3(3, song) + audio, "Song", "Band"},
+        {"junk before the audio", std::string(3000, '\0') + audio, "File", "Unknown"},
         {"ID3v1 for what ID3v2 leaves out",
-         id3(3, textFrame(3, "TIT2", 0, "New")) + audio + id3v1("Old", "Band"), "New", "Band", absent},
+         id3(3, textFrame(3, "TIT2", 0, "New")) + audio + id3v1("Old", "Band"), "New", "Band"},
         {"ID3v1 does not fill an empty title",
-         id3(3, textFrame(3, "TIT2", 0, "")) + audio + id3v1("Old", "Band"), "", "Band", absent},
-        {"an empty ID3v1", audio + id3v1("", ""), "File", "Unknown", absent},
-        {"ID3v1 in Latin-1", audio + id3v1("Caf\xE9", "Band"), "Café", "Band", absent},
-        {"APE", audio + ape("Sóng", "Bånd"), "Sóng", "Bånd", absent},
-        {"APE before ID3v1", audio + ape("A longer song", "Band") + id3v1("A longer", "Band"),
-         "A longer song", "Band", absent},
+         id3(3, textFrame(3, "TIT2", 0, "")) + audio + id3v1("Old", "Caf\xE9"), "", "Café"},
+        {"an empty ID3v1", audio + id3v1("", ""), "File", "Unknown"},
+        {"APE before ID3v1", audio + ape("A longer sóng", "Bånd") + id3v1("A longer", "Band"),
+         "A longer sóng", "Bånd"},
         {"APE that claims more than there is", audio + ape("Song", "Band").replace(49, 4, "\xFF\xFF\xFF\x7F"),
-         "File", "Unknown", absent},
-        {"WAV with an ID3 chunk", wav(riffChunk("data", "123") + riffChunk("id3 ", id3(3, song))), "Song",
-         "Band", absent},
+         "File", "Unknown"},
         {"WAV with an INFO list",
-         wav(riffChunk("LIST", "INFO" + riffChunk("INAM", "Song\0"s) + riffChunk("IART", "Caf\xE9"))), "Song",
-         "Café", absent},
+         wav(riffChunk("LIST", "INFO" + riffChunk("INAM", "Song\0x"s) + riffChunk("IART", "Caf\xE9"))),
+         "Song", "Café"},
         {"WAV with both",
          wav(riffChunk("LIST", "INFO" + riffChunk("INAM", "Old") + riffChunk("IART", "Band")) +
              riffChunk("ID3 ", id3(3, textFrame(3, "TIT2", 0, "New") + textFrame(3, "TBPM", 0, "90")))),
          "New", "Band", 90},
-        {"WAV whose data never ends", wav("data\xFF\xFF\xFF\xFF" + std::string(50, '1')), "File", "Unknown",
-         absent},
+        {"WAV whose data never ends", wav("data\xFF\xFF\xFF\xFF" + std::string(50, '1')), "File", "Unknown"},
         {"AIFF with an ID3 chunk after an odd one",
-         aiff(aiffChunk("SSND", "123") + aiffChunk("ID3 ", id3(4, song4 + pictureFrame(4, 9000)))), "Song",
-         "Band", absent},
+         aiff(aiffChunk("SSND", "123") + aiffChunk("ID3 ", id3(4, song4))), "Song", "Band"},
         {"AIFF without padding", aiff("SSND" + bigEndian(3, 4) + "123" + aiffChunk("ID3 ", id3(4, song4))),
-         "Song", "Band", absent},
+         "Song", "Band"},
         {"AIFF with texts of its own", aiff(aiffChunk("NAME", "Song ") + aiffChunk("AUTH", "Band")), "Song",
-         "Band", absent},
-        {"MPEG-4",
+         "Band"},
+        {"MPEG-4, whose tempo is not asked for",
          mpeg4(mpeg4Text("\251nam", "Sóng") + mpeg4Text("\251ART", "Band") +
                box("tmpo", box("data", bigEndian(21, 4) + bigEndian(0, 4) + bigEndian(120, 2)))),
-         "Sóng", "Band", absent},
-        {"MPEG-4 with a cover first",
-         mpeg4(box("covr", box("data", bigEndian(13, 4) + bigEndian(0, 4) + std::string(99'999, 'p'))) +
-               mpeg4Text("\251nam", "Song")),
-         "Song", "Unknown", absent},
-        {"MPEG-4 with an empty title", mpeg4(mpeg4Text("\251nam", "")), "", "Unknown", absent},
+         "Sóng", "Band"},
+        {"MPEG-4 with an empty title", mpeg4(mpeg4Text("\251nam", "")), "", "Unknown"},
         {"MPEG-4 without a list", box("ftyp", "M4A ") + box("moov", box("mvhd", std::string(100, '\0'))),
-         "File", "Unknown", absent},
+         "File", "Unknown"},
     };
     for (const Case& row : cases) {
-        const Track track = readBytes(row.bytes);
+        const Track track = read(folder.write("File.mp3", row.bytes));
         EXPECT_EQ(track.title, row.title) << row.quirk;
         EXPECT_EQ(track.artist, row.artist) << row.quirk;
         EXPECT_EQ(track.bpm, row.bpm) << row.quirk;
@@ -156,13 +112,11 @@ TEST_F(TagLibMediaAssetsTest, SaysWhatIsNoReadableMedia) {
     folder.write("text.mp3", std::string(50'000, 'x'));
     folder.write("zeros.wav", std::string(50'000, '\0'));
     folder.write("head.m4a", mpeg4("").substr(0, 40));
-    folder.write("deep.m4a", "\0\0\0\x08"s
-                             "ftyp" +
-                                 std::string(40'000, '\0'));
+    folder.write("zeros.m4a", box("ftyp", "") + std::string(40'000, '\0'));
     ASSERT_EQ(::mkfifo(folder.path("pipe.mp3").c_str(), 0600), 0);
     std::filesystem::create_symlink(folder.path("pipe.mp3"), folder.path("link.mp3"));
     for (const char* name : {"missing.mp3", "Live.mp3", "empty.mp3", "text.mp3", "zeros.wav", "head.m4a",
-                             "deep.m4a", "pipe.mp3", "link.mp3"}) {
+                             "zeros.m4a", "pipe.mp3", "link.mp3"}) {
         const Track track = read(folder.path(name));
         EXPECT_EQ(track.artist, "Unknown") << name;
         ASSERT_EQ(console.lines().size(), 1U) << name;
