@@ -51,7 +51,7 @@ TEST(QtMainQueue, LetsTheWindowBreatheUnderALongLineOfPosts) {
     sinceTurn.start();
     other.start(1);
     ASSERT_TRUE(turnUntil([&] { return done == 100; }));
-    EXPECT_LT(longestGap, 60) << "of 200 ms of posts";
+    EXPECT_LT(std::max(longestGap, sinceTurn.elapsed()), 60) << "of 200 ms of posts";
 }
 
 /// A post that opens a modal dialog: the posts behind it run under the dialog, each once and in order.
