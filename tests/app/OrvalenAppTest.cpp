@@ -34,13 +34,9 @@ TEST(OrvalenApp, SavesTheSessionEveryThirtySeconds) {
     EXPECT_EQ(saves(), 2U);
 }
 
-class ContentAppeared : public testing::Test {
-protected:
+TEST(ContentAppeared, RestoresTheLibraryBeforeItAsksForANewerVersion) {
     TestPlatform test;
     ContentView& view = test.view;
-};
-
-TEST_F(ContentAppeared, RestoresTheLibraryBeforeItAsksForANewerVersion) {
     test.support().write("Orvalen/library.orvl",
                          R"({"tracks":[{"title":"T","artist":"A","genre":"","path":"/1.mp3"}],)"
                          R"("preferred":[{"key":"a t","path":"/1.mp3"}],"folders":[]})");
@@ -54,7 +50,9 @@ TEST_F(ContentAppeared, RestoresTheLibraryBeforeItAsksForANewerVersion) {
     EXPECT_THAT(view.matchedTracks.get(), IsEmpty()) << "no session comes back by itself";
 }
 
-TEST_F(ContentAppeared, PresentsANewerVersionOnceItIsKnown) {
+TEST(ContentAppeared, PresentsANewerVersionOnceItIsKnown) {
+    TestPlatform test;
+    ContentView& view = test.view;
     bool knownWhenShown = false;
     view.showUpdateAlert.observe([&] { knownWhenShown = view.remoteInfo.get().has_value(); });
     test.bundle.texts.clear();

@@ -92,15 +92,15 @@ TEST(LibraryIndex, CopyDoesNotSeeWhatIsFiledLater) {
 TEST(LibraryIndex, CountsUnderAFolderByText) {
     LibraryIndex index = buildIndex(
         std::vector{track("a", "1", {}, "/Music/A/x.mp3"), track("a", "2", {}, "/Music/AB/x.mp3"),
-                    track("a", "3", {}, "/Music/B/x.mp3"), track("a", "4", {}, "/Music/Caf\u00E9/x.mp3"),
+                    track("a", "3", {}, "/Music/A/y.mp3"), track("a", "4", {}, "/Music/Caf\u00E9/x.mp3"),
                     track("a", "5", {}, "/Music/Cafe\u0301"), track("a", "6", {}, "/Music/Cafe/x.mp3")});
     const std::vector<std::pair<std::string, std::int64_t>> cases = {
-        {"/Music/A", 2},    {"/Music/A/", 1},         {"", 6},      {"/music", 0},
+        {"/Music/A", 3},    {"/Music/A/", 2},         {"", 6},      {"/music", 0},
         {"/Music/Cafe", 1}, {"/Music/Cafe\u0301", 2}, {"\u00E9", 0}};
     for (const auto& [folder, count] : cases)
         EXPECT_EQ(countTracksUnderFolder(index, folder), count) << folder;
-    fileTrack(index, track("a", "1", {}, "/Music/A/late.mp3"));
-    EXPECT_EQ(countTracksUnderFolder(index, "/Music/A/"), 2);
+    fileTrack(index, track("a", "2", {}, "/Music/A/late.mp3")); // between AB/x and A/y
+    EXPECT_EQ(countTracksUnderFolder(index, "/Music/A/"), 3);
     EXPECT_EQ(countTracksUnderFolder(LibraryIndex(), "/"), 0);
 }
 

@@ -112,13 +112,6 @@ LibraryIndex MadeLibrary::index(std::size_t tracks) {
     return builder.finish();
 }
 
-std::vector<Track> MadeLibrary::tracks(std::size_t count) {
-    std::vector<Track> result;
-    for (std::size_t i = 0; i < count; ++i)
-        result.push_back(nextTrack());
-    return result;
-}
-
 std::vector<std::string> MadeLibrary::wantedLines(std::size_t count) {
     std::vector<std::string> lines;
     for (std::size_t i = 0; i < count; ++i) {

@@ -19,7 +19,6 @@ public:
 
     Track nextTrack();
     LibraryIndex index(std::size_t tracks);
-    std::vector<Track> tracks(std::size_t count);
     /// Lines as a person would want them of the tracks made so far: some exact, some loose, some unknown.
     std::vector<std::string> wantedLines(std::size_t count);
 
