@@ -89,6 +89,16 @@ TEST(LibraryIndex, CopyDoesNotSeeWhatIsFiledLater) {
     EXPECT_EQ(index.trackCount(), 5U);
 }
 
+TEST(LibraryIndex, SplitsItsKeysWhereTheHalvesMeet) {
+    const LibraryIndex index = buildIndex(std::vector{track("Night", "Band Train"), track("", "Night Band"),
+                                                      track("Night Band", "!"), track("?", "")});
+    std::vector<std::string> halves;
+    for (std::size_t position = 0; position < index.trackCount(); ++position)
+        halves.push_back(std::string(index.keyHalves(position).artist) + "|" +
+                         std::string(index.keyHalves(position).title));
+    EXPECT_THAT(halves, ElementsAre("night|band train", "|night band", "night band|", "|"));
+}
+
 TEST(LibraryIndex, CountsUnderAFolderByText) {
     LibraryIndex index = buildIndex(
         std::vector{track("a", "1", {}, "/Music/A/x.mp3"), track("a", "2", {}, "/Music/AB/x.mp3"),
