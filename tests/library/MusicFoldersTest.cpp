@@ -20,13 +20,12 @@ protected:
             paths.push_back(location.path);
         return paths;
     }
-    /// The paths that a start would find in the file.
-    std::vector<std::string> saved() {
-        std::vector<std::string> paths;
-        const auto texts = decodeTexts(world.support().read("Orvalen/folders.json")).value();
-        for (const std::string& text : texts)
-            paths.push_back(world.folderAccess.resolveBookmark(fromBase64(text).value()).value().path);
-        return paths;
+    std::string saved() { return world.support().read("Orvalen/folders.json"); }
+    /// The file of bookmarks of these paths.
+    static std::string fileOf(std::vector<std::string> paths) {
+        for (std::string& path : paths)
+            path = base64("bookmark:" + path);
+        return encodeTexts(paths);
     }
     void add(std::vector<std::string> paths) {
         world.dialogs.willOpen(std::move(paths));
@@ -52,7 +51,7 @@ TEST_F(MusicFolders, AddingListsEachLocationOnceAndSavesTheList) {
     EXPECT_THAT(listed(), ElementsAre("/Music/House", "/Music/Café"));
     add({"/Music/Cafe\u0301", "/Music/Intro.wav"}); // the same folder with its accent apart
     EXPECT_THAT(listed(), ElementsAre("/Music/House", "/Music/Café", "/Music/Intro.wav"));
-    EXPECT_EQ(saved(), listed());
+    EXPECT_EQ(saved(), fileOf(listed()));
     EXPECT_THAT(world.console.lines(), IsEmpty());
 }
 
@@ -60,7 +59,7 @@ TEST_F(MusicFolders, WhatCannotBeReadIsSkippedAndTheListSavedAllTheSame) {
     world.folderAccess.refused = {"/locked"};
     add({"/locked"});
     EXPECT_THAT(listed(), IsEmpty());
-    EXPECT_EQ(world.support().read("Orvalen/folders.json"), "[]");
+    EXPECT_EQ(saved(), "[]");
     add({"/locked", "/Music"});
     EXPECT_THAT(listed(), ElementsAre("/Music"));
 }
@@ -69,21 +68,21 @@ TEST_F(MusicFolders, RemovingTakesEveryEqualEntryAndSaves) {
     world.view.musicFolderURLs.set({{"/A"}, {"/Café"}, {"/B"}, {"/Cafe\u0301"}});
     removeMusicLocation(world.view, world.view.musicFolderURLs.get()[1]);
     EXPECT_THAT(listed(), ElementsAre("/A", "/B"));
-    EXPECT_EQ(saved(), listed());
+    EXPECT_EQ(saved(), fileOf(listed()));
 }
 
 TEST_F(MusicFolders, ClearingIsForThisRunOnly) {
     add({"/Music"});
     clearMusicLocations(world.view);
     EXPECT_THAT(listed(), IsEmpty());
-    EXPECT_THAT(saved(), ElementsAre("/Music"));
+    EXPECT_EQ(saved(), fileOf({"/Music"}));
 }
 
 TEST_F(MusicFolders, ALocationWithoutBookmarkStaysForThisRun) {
     world.folderAccess.withoutBookmark = {"/stick"};
     add({"/stick", "/Music"});
     EXPECT_THAT(listed(), ElementsAre("/stick", "/Music"));
-    EXPECT_THAT(saved(), ElementsAre("/Music"));
+    EXPECT_EQ(saved(), fileOf({"/Music"}));
     EXPECT_THAT(world.console.lines(), IsEmpty());
 }
 
