@@ -34,19 +34,8 @@ protected:
     const std::string playlist = "/Müsik/1.mp3\n/Müsik/3.mp3";
 };
 
-struct Choice {
-    const char* label;
-    const char* value;
-    const char* name;
-    const char* title;
-    const char* message;
-    const char* tip;
-    const char* failure;
-    const char* success;
-};
-
-constexpr const char* plainFailure = "Failed to write playlist file:";
-constexpr Choice choices[] = {
+constexpr std::string_view plainFailure = "Failed to write playlist file:";
+constexpr ExportTarget choices[] = {
     {"M3U", "m3u", "playlist.m3u", "", "", "", plainFailure, ""},
     {"M3U8", "m3u8", "playlist.m3u8", "", "", "", plainFailure, ""},
     {"PLS", "pls", "playlist.pls", "", "", "", plainFailure, ""},
@@ -66,7 +55,7 @@ TEST_F(ExportTargets, StandInPickerOrderAskWriteAndTell) {
     const std::string unwritable = folder.makeFolder("a folder");
     ASSERT_EQ(exportTargets().size(), std::size(choices));
     for (std::size_t i = 0; i < std::size(choices); ++i) {
-        const Choice& choice = choices[i];
+        const ExportTarget& choice = choices[i];
         SCOPED_TRACE(choice.value);
         EXPECT_EQ(exportTargets()[i].label, choice.label);
         EXPECT_EQ(exportTargets()[i].value, choice.value);
@@ -76,15 +65,15 @@ TEST_F(ExportTargets, StandInPickerOrderAskWriteAndTell) {
         exportAs(choice.value); // cancelled
         EXPECT_THAT(test.console.lines(), ElementsAre(exportingLine(choice.value)));
         const SaveOptions& asked = test.dialogs.saved.back();
-        EXPECT_EQ(asked.proposedName, choice.name);
-        EXPECT_EQ(asked.title, choice.title);
-        EXPECT_EQ(asked.message, choice.message);
+        EXPECT_EQ(asked.proposedName, choice.proposedName);
+        EXPECT_EQ(asked.title, choice.dialogTitle);
+        EXPECT_EQ(asked.message, choice.dialogMessage);
         EXPECT_TRUE(asked.types.anything());
 
         test.dialogs.willSaveTo(unwritable);
         exportAs(choice.value);
         EXPECT_THAT(test.console.lines(), ElementsAre(exportingLine(choice.value),
-                                                      std::string(choice.failure) + " Is a directory"));
+                                                      std::string(choice.failureLine) + " Is a directory"));
         EXPECT_FALSE(view.showExportSuccessBanner.get());
 
         const std::string file = folder.path(choice.value);
@@ -92,8 +81,8 @@ TEST_F(ExportTargets, StandInPickerOrderAskWriteAndTell) {
         exportAs(choice.value);
         EXPECT_EQ(folder.read(choice.value), playlist);
         std::vector<std::string> lines{exportingLine(choice.value)};
-        if (*choice.success != '\0')
-            lines.push_back(choice.success + file);
+        if (!choice.successLine.empty())
+            lines.push_back(std::string(choice.successLine) + file);
         EXPECT_EQ(test.console.lines(), lines);
         EXPECT_TRUE(view.showExportSuccessBanner.get());
     }
@@ -159,17 +148,13 @@ TEST_F(ExportTargets, HideTheBannerTwoSecondsAfterEachExport) {
 }
 
 TEST_F(ExportTargets, HowToAlertsTellTheSteps) {
-    struct Alert {
-        std::string_view button, title, text;
-    };
-    const Alert alerts[] = {
+    const HowTo alerts[] = {
         {"How to use in Serato", "Import into Serato",
          "1. Open Serato DJ software.\n2. Drag the M3U file into the left menu pane of Serato.\n3. Your "
          "playlist is now ready to use in Serato DJ."},
         {"How to use in Rekordbox", "Import into Rekordbox",
          "1. Open Rekordbox software.\n2. Click File, then Import Playlist.\n3. Select the M3U file, and "
-         "click "
-         "Open.\n4. Your playlist is now ready to use in Rekordbox."},
+         "click Open.\n4. Your playlist is now ready to use in Rekordbox."},
     };
     ASSERT_EQ(howTos().size(), std::size(alerts));
     for (std::size_t i = 0; i < std::size(alerts); ++i) {

@@ -9,24 +9,15 @@
 namespace orvalen::test {
 namespace {
 
-MatchedTrack included(std::string path) {
-    MatchedTrack result = row("A", "T", {track("A", "T")}, true);
+MatchedTrack rowOf(std::string path, bool include = true) {
+    MatchedTrack result = row("A", "T", {track("A", "T")}, include);
     result.selectedTrack->path = std::move(path);
     return result;
 }
 
-MatchedTrack excluded(std::string path) {
-    MatchedTrack result = included(std::move(path));
-    result.include = false;
-    return result;
-}
-
-MatchedTrack withoutSelection() {
-    return row("A", "T", {}, true);
-}
-
 TEST(PlaylistFile, HoldsThePathsOfTheIncludedRows) {
-    MatchedTrack notFound = included("/b.mp3");
+    const MatchedTrack withoutSelection = row("A", "T", {}, true);
+    MatchedTrack notFound = rowOf("/b.mp3");
     notFound.found = false;
     struct Case {
         const char* quirk;
@@ -35,20 +26,18 @@ TEST(PlaylistFile, HoldsThePathsOfTheIncludedRows) {
     };
     const Case cases[] = {
         {"other alphabets, accents in both forms",
-         {included("/Müsik/Владивосток.mp3"), included("/音楽/😀.m4a"), included("/Cafe\u0301.mp3")},
+         {rowOf("/Müsik/Владивосток.mp3"), rowOf("/音楽/😀.m4a"), rowOf("/Cafe\u0301.mp3")},
          "/M\xC3\xBCsik/"
          "\xD0\x92\xD0\xBB\xD0\xB0\xD0\xB4\xD0\xB8\xD0\xB2\xD0\xBE\xD1\x81\xD1\x82\xD0\xBE\xD0\xBA.mp3\n"
          "/\xE9\x9F\xB3\xE6\xA5\xBD/\xF0\x9F\x98\x80.m4a\n/Cafe\xCC\x81.mp3"},
-        {"list order, not name order", {included("/b.mp3"), included("/a.mp3")}, "/b.mp3\n/a.mp3"},
+        {"list order, not name order", {rowOf("/b.mp3"), rowOf("/a.mp3")}, "/b.mp3\n/a.mp3"},
         {"an excluded row between",
-         {included("/a.mp3"), excluded("/b.mp3"), included("/c.mp3")},
+         {rowOf("/a.mp3"), rowOf("/b.mp3", false), rowOf("/c.mp3")},
          "/a.mp3\n/c.mp3"},
-        {"a row without a selection", {withoutSelection(), included("/a.mp3"), withoutSelection()}, "/a.mp3"},
-        {"one file twice", {included("/a.mp3"), included("/a.mp3")}, "/a.mp3\n/a.mp3"},
+        {"a row without a selection", {withoutSelection, rowOf("/a.mp3"), withoutSelection}, "/a.mp3"},
+        {"one file twice", {rowOf("/a.mp3"), rowOf("/a.mp3")}, "/a.mp3\n/a.mp3"},
         {"a browsed file of a line that was not found", {notFound}, "/b.mp3"},
-        {"nothing is rewritten",
-         {included("/100% #1 \\ \"x\".mp3"), included("")},
-         "/100% #1 \\ \"x\".mp3\n"},
+        {"nothing is rewritten", {rowOf("/100% #1 \\ \"x\".mp3"), rowOf("")}, "/100% #1 \\ \"x\".mp3\n"},
         {"no rows", {}, ""},
     };
     for (const Case& c : cases)
