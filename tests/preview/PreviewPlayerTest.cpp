@@ -27,19 +27,10 @@ protected:
 
     FakePlayback& playback(std::size_t index = 0) { return *test.audioPlayers.playbacks.at(index); }
     std::size_t opened() const { return test.audioPlayers.playbacks.size(); }
-    std::string previewedPath() const {
-        return view.selectedTrack.get() ? view.selectedTrack.get()->path : "";
-    }
     /// One turn of the progress timer.
     double tick() {
         test.mainQueue.advance(10ms);
         return view.playbackProgress.get();
-    }
-    int accessStillHeld() const {
-        int sum = 0;
-        for (const auto& [path, count] : test.folderAccess.starts)
-            sum += count;
-        return sum;
     }
 
     TestPlatform test;
@@ -61,7 +52,7 @@ TEST_F(PreviewPlayer, StartsAFreshPreview) {
     EXPECT_TRUE(view.isPlaying.get());
     EXPECT_TRUE(view.playbackTimer.get());
     EXPECT_EQ(view.peakLevelLeft.get() + view.peakLevelRight.get(), 0);
-    EXPECT_EQ(accessStillHeld(), 0);
+    EXPECT_EQ(test.folderAccess.starts["/Music"], 0);
     EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 
@@ -99,7 +90,7 @@ TEST_F(PreviewPlayer, ARefusedFolderLeavesTheRunningPreviewAlone) {
     EXPECT_EQ(opened(), 1U);
     EXPECT_TRUE(playback().playing);
     EXPECT_TRUE(view.playbackTimer.get());
-    EXPECT_EQ(previewedPath(), one.path);
+    EXPECT_EQ(view.selectedTrack.get(), one);
     EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 
@@ -112,7 +103,7 @@ TEST_F(PreviewPlayer, StopsTheOldPlayerBeforeTheNewIsOpened) {
     };
     playPreview(view, two);
     EXPECT_TRUE(playback(1).playing);
-    EXPECT_EQ(previewedPath(), two.path);
+    EXPECT_EQ(view.selectedTrack.get(), two);
     EXPECT_EQ(test.mainQueue.repeatingTimers(), 1U);
 }
 
@@ -124,12 +115,12 @@ TEST_F(PreviewPlayer, AFileThatCannotBeOpenedLeavesAStoppedPlayerAndNoTimer) {
     playPreview(view, two);
     EXPECT_THAT(test.console.lines(), ElementsAre("Playback error: not a playable file"));
     EXPECT_FALSE(playback().playing);
-    EXPECT_EQ(previewedPath(), one.path);
+    EXPECT_EQ(view.selectedTrack.get(), one);
     EXPECT_TRUE(view.isPlaying.get());
     EXPECT_TRUE(view.audioPlayer.get());
     EXPECT_EQ(test.mainQueue.repeatingTimers(), 0U);
     EXPECT_DOUBLE_EQ(tick(), 0.5) << "nothing writes the progress any more";
-    EXPECT_EQ(accessStillHeld(), 0);
+    EXPECT_EQ(test.folderAccess.starts["/Music"], 0);
 
     // The button still reads "Pause", and the player is there: pressing it plays on, without a timer.
     EXPECT_TRUE(showsPause(view, one));
@@ -169,7 +160,7 @@ TEST_F(PreviewPlayer, StopsOnlyForTheCurrentTrack) {
     stopPreviewIfCurrent(view, at(one.path));
     EXPECT_EQ(playback().calls.back(), "stop");
     EXPECT_FALSE(view.isPlaying.get());
-    EXPECT_EQ(previewedPath(), one.path);
+    EXPECT_EQ(view.selectedTrack.get(), one);
     EXPECT_TRUE(view.audioPlayer.get());
     EXPECT_EQ(test.mainQueue.repeatingTimers(), 1U);
     togglePreview(view, one);
