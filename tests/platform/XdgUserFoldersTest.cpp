@@ -8,53 +8,46 @@
 namespace orvalen::test {
 namespace {
 
-/// Sets or unsets an environment variable and puts the old value back.
-class Environment {
-public:
-    Environment(const char* name, const char* value) : name_(name) {
-        if (const char* old = std::getenv(name))
-            old_ = old;
-        set(value);
-    }
-    ~Environment() { set(old_ ? old_->c_str() : nullptr); }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
+std::optional<std::string> variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
 
-private:
-    void set(const char* value) const {
-        if (value != nullptr)
-            ::setenv(name_, value, 1);
-        else
-            ::unsetenv(name_);
-    }
-    const char* name_;
-    std::optional<std::string> old_;
-};
+void setVariable(const char* name, const std::optional<std::string>& value) {
+    if (value)
+        ::setenv(name, value->c_str(), 1);
+    else
+        ::unsetenv(name);
+}
 
 TEST(XdgUserFolders, PrefersTheDataFolderThenTheHomeThenTheUserList) {
     const passwd* user = ::getpwuid(::getuid());
     ASSERT_NE(user, nullptr);
     const std::string listed = std::string(user->pw_dir) + "/.local/share";
     struct Case {
-        const char* dataHome;
-        const char* home;
+        std::optional<std::string> dataHome;
+        std::optional<std::string> home;
         std::string expected;
     };
     const Case cases[] = {
         {"/data/dj", "/home/dj", "/data/dj"},
         {"/data/dj//", "/home/dj", "/data/dj"},
-        {nullptr, "/home/dj", "/home/dj/.local/share"},
-        {nullptr, "/home/dj/", "/home/dj/.local/share"},
+        {{}, "/home/dj", "/home/dj/.local/share"},
+        {{}, "/home/dj/", "/home/dj/.local/share"},
         {"", "/home/dj", "/home/dj/.local/share"},
         {"data/dj", "/home/dj", "/home/dj/.local/share"}, // a relative one is to be ignored
-        {nullptr, "dj", listed},
+        {{}, "dj", listed},
     };
+    const auto dataHomeBefore = variable("XDG_DATA_HOME");
+    const auto homeBefore = variable("HOME");
     for (const auto& [dataHome, home, expected] : cases) {
-        const Environment first("XDG_DATA_HOME", dataHome);
-        const Environment second("HOME", home);
+        setVariable("XDG_DATA_HOME", dataHome);
+        setVariable("HOME", home);
         EXPECT_EQ(XdgUserFolders().applicationSupport(), expected)
-            << (dataHome != nullptr ? dataHome : "none") << ", " << (home != nullptr ? home : "none");
+            << dataHome.value_or("none") << ", " << home.value_or("none");
     }
+    setVariable("XDG_DATA_HOME", dataHomeBefore);
+    setVariable("HOME", homeBefore);
 }
 
 } // namespace
