@@ -99,6 +99,16 @@ void whileOpen(std::function<void(QDialog*)> act) {
     });
 }
 
+/// What a user does to the message that comes up over the dialog; it has to.
+void whileAsked(bool& asked, std::function<void(QMessageBox&)> act) {
+    QTimer::singleShot(0, [&asked, act = std::move(act)] {
+        auto* box = qobject_cast<QMessageBox*>(openDialog());
+        ASSERT_NE(box, nullptr);
+        asked = true;
+        act(*box);
+    });
+}
+
 std::vector<std::string> paths(const std::vector<Location>& locations) {
     std::vector<std::string> result;
     for (const Location& location : locations)
@@ -225,17 +235,14 @@ TEST_F(QtDialogsTest, PrefersWhatWasTypedLastToWhatWasMarkedBefore) {
 TEST_F(QtDialogsTest, ExplainsWhatCannotBeChosenAndStaysOpen) {
     for (const char* name : {"Notes <b>bold.txt", "missing.mp3"}) {
         EXPECT_THAT(add([&](QDialog* dialog) {
-                        QString explanation;
-                        QTimer::singleShot(0, [&] {
-                            auto* box = qobject_cast<QMessageBox*>(openDialog());
-                            ASSERT_NE(box, nullptr);
-                            explanation = box->text();
-                            EXPECT_EQ(box->textFormat(), Qt::PlainText);
-                            box->reject();
+                        bool explained = false;
+                        whileAsked(explained, [&](QMessageBox& box) {
+                            EXPECT_TRUE(box.text().startsWith(text(name)));
+                            EXPECT_EQ(box.textFormat(), Qt::PlainText);
+                            box.reject();
                         });
                         type(dialog, text(name));
-                        EXPECT_TRUE(explanation.startsWith(text(name)));
-                        EXPECT_TRUE(dialog->isVisible());
+                        EXPECT_TRUE(explained && dialog->isVisible());
                     }),
                     IsEmpty());
     }
@@ -298,7 +305,13 @@ TEST_F(QtDialogsTest, SavesUnderTheTypedNameWithoutAnExtensionOfItsOwn) {
               }),
               path("evening.m3u"));
     EXPECT_EQ(save([](QDialog* dialog) { type(dialog, "wedding"); }), path("wedding"));
-    EXPECT_EQ(save([](QDialog* dialog) { dialog->reject(); }), "none");
+    EXPECT_EQ(save([](QDialog* dialog) {
+                  bool asked = false;
+                  whileAsked(asked, [](QMessageBox& box) { box.button(QMessageBox::No)->click(); });
+                  type(dialog, "Fast.wav");
+                  EXPECT_TRUE(asked && dialog->isVisible()) << "a file stands there already";
+              }),
+              "none");
 }
 
 TEST_F(QtDialogsTest, ShowsAMessageAsPlainTextUntilOk) {
