@@ -36,15 +36,5 @@ TEST(Announcer, TellsTheViewsSixtyTimesASecondAtMost) {
     EXPECT_EQ(told.count(), atRest) << "nothing was written, nothing is told";
 }
 
-TEST(Announcer, OutlivedByTheState) {
-    TestPlatform platform;
-    {
-        Announcer announcer;
-        const LibraryState library(platform.view, announcer);
-    }
-    platform.view.scanProgress.set(0.5);
-    EXPECT_EQ(platform.view.scanProgress.get(), 0.5);
-}
-
 } // namespace
 } // namespace orvalen::test

@@ -17,28 +17,7 @@ QList<QUrl> urls(const std::vector<std::string>& paths) {
     return result;
 }
 
-TEST(Drops, TakesWhatTheDialogWouldTake) {
-    const TemporaryFolder files;
-    const std::string folder = files.makeFolder("House.mp3.d");
-    const std::string csv = files.write("event.CSV");
-    const std::vector<std::string> music{folder, files.write("a.mp3"), files.write("b.AIFF"),
-                                         files.write("c d#%é.wav")};
-    std::vector<std::string> everything = music;
-    everything.push_back(csv);
-    everything.push_back(files.write("cover.jpg"));
-    everything.push_back(files.write("video.mp4"));
-
-    QList<QUrl> given = urls(everything);
-    given.append(QUrl("https://orvalen.example/x.mp3"));
-    std::vector<Location> expected;
-    for (const std::string& path : music)
-        expected.push_back({path});
-    EXPECT_EQ(sortDrop(given, InputMode::textList).music, expected);
-    EXPECT_FALSE(sortDrop(given, InputMode::textList).eventList);
-    EXPECT_EQ(sortDrop(given, InputMode::djep).eventList, Location{csv});
-}
-
-class DropOnWindow : public testing::Test {
+class DropTest : public testing::Test {
 protected:
     /// Holds the files over the window, asks what it says, and lets go.
     QString drop(const std::vector<std::string>& paths) {
@@ -59,26 +38,37 @@ protected:
     }
 
     TemporaryFolder files;
+    const std::string folder = files.makeFolder("House.mp3.d");
+    const std::string csv = files.write("event.CSV", "head\n");
     WindowHarness window;
 };
 
-TEST_F(DropOnWindow, AddsMusic) {
-    const std::string folder = files.makeFolder("House");
+TEST_F(DropTest, TakesWhatTheDialogWouldTake) {
+    const std::vector<std::string> music{folder, files.write("a.mp3"), files.write("b.AIFF"),
+                                         files.write("c d#%é.wav")};
+    QList<QUrl> given = urls(music);
+    given += urls({csv, files.write("cover.jpg"), files.write("video.mp4")});
+    given.append(QUrl("https://orvalen.example/x.mp3"));
+    std::vector<Location> expected;
+    for (const std::string& path : music)
+        expected.push_back({path});
+    EXPECT_EQ(sortDrop(given, InputMode::textList).music, expected);
+    EXPECT_FALSE(sortDrop(given, InputMode::textList).eventList);
+    EXPECT_EQ(sortDrop(given, InputMode::djep).eventList, Location{csv});
+}
+
+TEST_F(DropTest, AddsMusicUnlessAScanRuns) {
+    window.view.scanProgress.set(0.5);
+    EXPECT_EQ(drop({folder}), "Wait until the scan is done");
+    EXPECT_TRUE(window.view.musicFolderURLs.get().empty());
+    window.view.scanProgress.set(0);
     EXPECT_EQ(drop({folder}), "Drop to add to your library");
     EXPECT_EQ(window.view.musicFolderURLs.get(), std::vector{Location{folder}});
     EXPECT_FALSE(window.shows("Drop to add to your library"));
 }
 
-TEST_F(DropOnWindow, AddsNothingWhileAScanRuns) {
-    window.view.scanProgress.set(0.5);
-    EXPECT_EQ(drop({files.makeFolder("House")}), "Wait until the scan is done");
-    EXPECT_TRUE(window.view.musicFolderURLs.get().empty());
-}
-
-TEST_F(DropOnWindow, ImportsAnEventListWhereItBelongs) {
-    const std::string csv = files.write("event.csv", "head\n");
+TEST_F(DropTest, ImportsAnEventListWhereItBelongs) {
     EXPECT_EQ(drop({csv}), "") << "not in the track list";
-    EXPECT_EQ(window.view.inputMode.get(), InputMode::textList);
     window.view.inputMode.set(InputMode::djep);
     EXPECT_EQ(drop({csv}), "Drop to import the DJEP CSV");
     EXPECT_EQ(window.view.inputMode.get(), InputMode::textList) << "the imported list is shown";

@@ -7,40 +7,22 @@
 #include <QTest>
 #include <functional>
 #include <gtest/gtest.h>
+#include <map>
+#include <set>
 #include <string>
 
 namespace orvalen::test {
 namespace {
 
-void eachItem(QQuickItem& item, const std::function<void(QQuickItem&)>& visit) {
-    if (!item.isVisible())
-        return;
-    visit(item);
-    for (QQuickItem* child : item.childItems())
-        eachItem(*child, visit);
-}
-
-struct Case {
-    const char* what;
-    std::function<void(ContentView&)> prepare;
-};
-
-const std::vector<Case>& cases() {
-    static const auto full = [](ContentView& view) {
-        replaceIndex(view, buildIndex(std::vector{track("a", "b", 1, "/Music/a.mp3")}));
-        view.musicFolderURLs.set({{"/Music"}, {"/Other"}, {"/More"}});
-    };
-    static const std::vector<Case> all{
-        {"empty", [](ContentView&) {}},
-        {"folders, scanning",
+/// Shows one state after the other at the least size and looks at it.
+void inEveryState(const std::function<void(const std::string& state, WindowHarness&)>& look) {
+    const std::map<std::string, std::function<void(ContentView&)>> states{
+        {"folders, scanning and matching",
          [](ContentView& view) {
-             full(view);
+             replaceIndex(view, buildIndex(std::vector{track("a", "b", 1, "/Music/a.mp3")}));
+             view.musicFolderURLs.set({{"/Music"}, {"/Other"}, {"/More"}});
              view.scanProgress.set(0.5);
              view.scanningFileName.set("a.mp3");
-         }},
-        {"matching",
-         [](ContentView& view) {
-             full(view);
              view.isMatching.set(true);
              view.matchProgress.set(0.5);
          }},
@@ -55,27 +37,31 @@ const std::vector<Case>& cases() {
              view.selectedTrack.set(track("ABBA", "SOS", 120));
          }},
     };
-    return all;
+    for (const auto& [state, prepare] : states) {
+        WindowHarness window;
+        EXPECT_EQ(window.window()->minimumSize(), QSize(600, 690));
+        EXPECT_EQ(window.window()->maximumWidth(), 900);
+        window.window()->resize(600, 690);
+        prepare(window.view);
+        QTest::qWait(350);
+        window.settle();
+        look(state, window);
+    }
 }
 
 void expectNothingCutOff(const std::string& context) {
-    for (const Case& state : cases()) {
-        WindowHarness window;
-        window.window()->resize(600, 690);
-        state.prepare(window.view);
-        QTest::qWait(350);
-        window.settle();
-        eachItem(*window.window()->contentItem(), [&](QQuickItem& item) {
+    inEveryState([&](const std::string& state, WindowHarness& window) {
+        window.eachItem([&](const QQuickItem& item) {
             const QString text = item.property("text").toString();
-            if (!item.property("truncated").isValid() || text.isEmpty())
+            if (!item.isVisible() || !item.property("truncated").isValid() || text.isEmpty())
                 return;
-            const std::string where = context + ", " + state.what + ": " + text.toStdString();
+            const std::string where = context + ", " + state + ": " + text.toStdString();
             EXPECT_FALSE(item.property("truncated").toBool()) << where;
             const QRectF place = item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
             EXPECT_GE(place.left(), 0) << where;
             EXPECT_LE(place.right(), window.window()->width()) << where;
         });
-    }
+    });
 }
 
 TEST(Layout, CutsNothingOffAtTheLeastSize) {
@@ -90,35 +76,24 @@ TEST(Layout, CutsNothingOffAtTheLeastSize) {
 }
 
 TEST(Layout, NothingOverlapsInOneColumn) {
-    for (const Case& state : cases()) {
-        WindowHarness window;
-        window.window()->resize(600, 690);
-        state.prepare(window.view);
-        QTest::qWait(350);
-        window.settle();
+    const std::set<QAccessible::Role> pressed{QAccessible::Button, QAccessible::RadioButton,
+                                              QAccessible::CheckBox, QAccessible::EditableText};
+    inEveryState([&](const std::string& state, WindowHarness& window) {
         // Controls that can be pressed never share a place, unless one page covers the other.
+        const QQuickItem* page = window.window()->contentItem()->childItems().front();
         std::vector<WindowHarness::Control> controls = window.everything();
-        const bool sheet = window.view.showResultsPage.get();
         std::erase_if(controls, [&](const auto& control) {
-            return (control.role != QAccessible::Button && control.role != QAccessible::RadioButton &&
-                    control.role != QAccessible::CheckBox && control.role != QAccessible::EditableText) ||
-                   (sheet &&
-                    window.window()->contentItem()->childItems().front()->isAncestorOf(control.item));
+            return !pressed.contains(control.role) ||
+                   (window.view.showResultsPage.get() && page->isAncestorOf(control.item));
         });
         for (std::size_t i = 0; i < controls.size(); ++i)
             for (std::size_t j = i + 1; j < controls.size(); ++j) {
                 const QRectF shared = controls[i].sceneRect().intersected(controls[j].sceneRect());
                 EXPECT_FALSE(shared.width() > 1 && shared.height() > 1)
-                    << state.what << ": " << controls[i].name.toStdString() << " and "
+                    << state << ": " << controls[i].name.toStdString() << " and "
                     << controls[j].name.toStdString();
             }
-    }
-}
-
-TEST(Layout, TakesOnlySizesThatTheContentAllows) {
-    WindowHarness window;
-    EXPECT_EQ(window.window()->minimumSize(), QSize(600, 690));
-    EXPECT_EQ(window.window()->maximumWidth(), 900);
+    });
 }
 
 TEST(Layout, ScrollsToWhatTheKeysReach) {

@@ -33,11 +33,9 @@ TEST(MusicFoldersModel, FollowsTheListAndTheCounts) {
     EXPECT_EQ(after({{"/a"}, {"/b"}, {"/c"}}), (QStringList{"/a:", "/b:", "/c:"}));
     replaceIndex(view,
                  buildIndex(std::vector{track("x", "y", {}, "/a/1.mp3"), track("x", "z", {}, "/ab/2.mp3")}));
-    EXPECT_EQ(after({{"/a"}, {"/b"}, {"/c"}}), (QStringList{"/a:2 tracks", "/b:", "/c:"}));
     EXPECT_EQ(after({{"/a"}, {"/c"}}), (QStringList{"/a:2 tracks", "/c:"}));
     EXPECT_EQ(after({{"/ab"}, {"/a"}, {"/c"}, {"/d"}}),
               (QStringList{"/ab:1 track", "/a:2 tracks", "/c:", "/d:"}));
-    EXPECT_EQ(after({{"/d"}, {"/a"}, {"/a"}}), (QStringList{"/d:", "/a:2 tracks", "/a:2 tracks"}));
     clearIndex(view);
     EXPECT_EQ(after({{"/d"}, {"/a"}, {"/a"}}), (QStringList{"/d:", "/a:", "/a:"}));
     EXPECT_EQ(after({}), QStringList());

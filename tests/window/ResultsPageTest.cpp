@@ -28,7 +28,7 @@ protected:
 
     void open() {
         view.showResultsPage.set(true);
-        EXPECT_TRUE(window.waitFor([&] { return window.shows("Playlist Results"); }));
+        window.expectShown("Playlist Results");
         QTest::qWait(350); // the sheet comes up
         window.settle();
     }
@@ -49,38 +49,37 @@ TEST_F(ResultsPage, ShowsOneGroupPerRow) {
     EXPECT_TRUE(window.shows("No BPM found"));
     EXPECT_EQ(window.all("Choose match", QAccessible::ComboBox).size(), 1U) << "only for several candidates";
     EXPECT_EQ(window.all("Play").size(), 2U) << "only where a file is chosen";
-    EXPECT_EQ(window.all("Browse for file").size(), 3U);
-}
-
-TEST_F(ResultsPage, RemembersWhatIsPickedFromTheList) {
-    window.click(window.inRow(several, "Choose match"));
-    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).size() == 1; }));
-    QTest::qWait(150);
-    EXPECT_TRUE(window.shows("NIGHT BAND – last train home (127 BPM)"));
-    window.click("NIGHT BAND – last train home (127 BPM)");
-    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/c.mp3");
-    EXPECT_EQ(window.platform.database().preferredPath("night band last train home"), "/Music/c.mp3");
-    EXPECT_TRUE(window.shows("File: /Music/c.mp3"));
-    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).empty(); }));
+    for (const WindowHarness::Control& control : window.everything())
+        EXPECT_FALSE(control.name.isEmpty()) << "role " << control.role;
 }
 
 TEST_F(ResultsPage, PicksByKeys) {
-    const auto picker = window.inRow(several, "Choose match");
-    picker.item->forceActiveFocus(Qt::TabFocusReason);
+    window.inRow(several, "Choose match").item->forceActiveFocus(Qt::TabFocusReason);
     window.key(Qt::Key_Down);
     EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/b.mp3");
     window.key(Qt::Key_Return);
-    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).size() == 1; }));
+    window.expectShown("Choose match", QAccessible::List);
     window.key(Qt::Key_Down);
     window.key(Qt::Key_Return);
     EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/c.mp3");
-    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).empty(); }));
+    window.expectGone("Choose match", QAccessible::List);
     window.key(Qt::Key_Return);
-    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).size() == 1; }));
+    window.expectShown("Choose match", QAccessible::List);
     window.key(Qt::Key_Up);
     window.key(Qt::Key_Escape);
     EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/c.mp3") << "Escape picks nothing";
     EXPECT_TRUE(view.showResultsPage.get()) << "and closes the list alone";
+}
+
+TEST_F(ResultsPage, CanBePressedByAScreenReader) {
+    window.press(window.inRow(single, "Include in playlist"));
+    EXPECT_TRUE(rows()[1].include);
+    window.press(window.inRow(single, "Play"));
+    EXPECT_TRUE(view.isPlaying.get());
+    window.press(window.inRow(several, "Choose match"));
+    window.expectShown("Choose match", QAccessible::List);
+    window.press(window.control("Night Band – Last Train Home (Live)", QAccessible::ListItem));
+    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/b.mp3");
 }
 
 TEST_F(ResultsPage, IncludesOneAndAll) {
@@ -92,11 +91,8 @@ TEST_F(ResultsPage, IncludesOneAndAll) {
     EXPECT_TRUE(window.control("Export Playlist").enabled());
     window.click("Select All");
     EXPECT_TRUE(window.shows("3 tracks selected"));
-    window.click(window.inRow(none, "Include in playlist"));
-    EXPECT_TRUE(window.shows("2 tracks selected"));
     window.click("Deselect All");
     EXPECT_TRUE(window.shows("0 tracks selected"));
-    EXPECT_FALSE(window.control("Export Playlist").enabled());
 }
 
 TEST_F(ResultsPage, TellsWhichRowsNeedADecision) {
@@ -161,21 +157,20 @@ TEST_F(ResultsPage, PlaysPausesAndSeeks) {
     EXPECT_TRUE(window.shows("Play"));
 }
 
-TEST_F(ResultsPage, StopsThePreviewWhenItCloses) {
+TEST_F(ResultsPage, StopsThePreviewWhenItsRowGoes) {
     window.click(window.inRow(single, "Play"));
     ASSERT_TRUE(lastPlayback().playing);
-    window.click("Close");
-    EXPECT_FALSE(view.showResultsPage.get());
-    EXPECT_FALSE(lastPlayback().playing);
-    EXPECT_FALSE(view.isPlaying.get());
-    EXPECT_TRUE(window.waitFor([&] { return !window.shows("Playlist Results"); }));
-}
-
-TEST_F(ResultsPage, StopsThePreviewWhenItsRowIsReplaced) {
-    window.click(window.inRow(single, "Play"));
-    view.matchedTracks.set({row("Other", "Song")});
+    auto others = rows();
+    others.erase(others.begin() + 1);
+    view.matchedTracks.set(others);
     window.settle();
-    EXPECT_FALSE(lastPlayback().playing);
+    EXPECT_FALSE(lastPlayback().playing) << "replaced by another list";
+
+    window.click(window.inRow(several, "Play"));
+    ASSERT_TRUE(lastPlayback().playing);
+    window.click("Close");
+    EXPECT_FALSE(lastPlayback().playing) << "gone with the page";
+    EXPECT_FALSE(view.isPlaying.get());
 }
 
 TEST_F(ResultsPage, LetsAPreviewPlayOnThatNoRowStandsFor) {
@@ -187,17 +182,19 @@ TEST_F(ResultsPage, LetsAPreviewPlayOnThatNoRowStandsFor) {
     EXPECT_TRUE(view.selectedTrack.get().has_value());
 }
 
-TEST_F(ResultsPage, GoesByEscape) {
+TEST_F(ResultsPage, GoesByEscapeAndGivesTheKeysBack) {
     window.key(Qt::Key_Escape);
     EXPECT_FALSE(view.showResultsPage.get());
-    EXPECT_TRUE(window.waitFor([&] { return !window.shows("Playlist Results"); }));
+    window.expectGone("Playlist Results");
+    window.key(Qt::Key_Tab);
+    EXPECT_EQ(window.focused(), "Add Music Folder(s)");
     open();
     EXPECT_TRUE(window.shows(several));
 }
 
 TEST_F(ResultsPage, LeadsTheKeysThroughRowsThatDoNotExistYet) {
     std::vector<MatchedTrack> many;
-    for (int i = 0; i < 60; ++i)
+    for (int i = 0; i < 30; ++i)
         many.push_back(row("Artist", std::to_string(i), {track("Artist", std::to_string(i))}));
     view.matchedTracks.set(many);
     window.settle();
@@ -208,7 +205,7 @@ TEST_F(ResultsPage, LeadsTheKeysThroughRowsThatDoNotExistYet) {
         return -1;
     };
     window.control("Deselect All").item->forceActiveFocus(Qt::TabFocusReason);
-    for (int i = 0; i < 60; ++i)
+    for (int i = 0; i < 30; ++i)
         for (const char* name : {"Play", "Browse for file", "Include in playlist"}) {
             window.key(Qt::Key_Tab);
             ASSERT_EQ(window.focused(), name) << "row " << i;
@@ -218,10 +215,10 @@ TEST_F(ResultsPage, LeadsTheKeysThroughRowsThatDoNotExistYet) {
     EXPECT_EQ(window.focused(), "M3U");
     window.key(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(window.focused(), "Include in playlist");
-    EXPECT_EQ(rowOfFocus(), 59);
+    EXPECT_EQ(rowOfFocus(), 29);
     window.key(Qt::Key_Space);
-    EXPECT_TRUE(rows()[59].include);
-    for (int i = 58; i >= 0; --i) {
+    EXPECT_TRUE(rows()[29].include);
+    for (int i = 28; i >= 0; --i) {
         window.key(Qt::Key_Up);
         ASSERT_EQ(rowOfFocus(), i);
     }
@@ -230,50 +227,28 @@ TEST_F(ResultsPage, LeadsTheKeysThroughRowsThatDoNotExistYet) {
     EXPECT_EQ(window.focused(), "Deselect All");
 }
 
-TEST_F(ResultsPage, GivesTheKeysBackToTheMainPage) {
-    window.click("Close");
-    EXPECT_TRUE(window.waitFor([&] { return !window.shows("Playlist Results"); }));
-    window.key(Qt::Key_Tab);
-    EXPECT_EQ(window.focused(), "Add Music Folder(s)");
-}
-
 TEST_F(ResultsPage, ChoosesTheExportAndWritesIt) {
-    for (const auto& [label, value, tip] : std::vector<std::tuple<const char*, const char*, const char*>>{
-             {"Serato M3U", "serato", "Tip: Open Serato and drag in your exported M3U file from the Finder."},
-             {"VirtualDJ (M3U)", "virtualdj",
-              "Tip: Choose a folder where VirtualDJ picks up playlists. Then drag the file into VirtualDJ."},
-             {"Rekordbox (M3U8)", "rekordbox",
-              "Tip: In Rekordbox, use File > Import Playlist and choose your exported M3U."},
-             {"PLS", "pls", ""},
-             {"M3U8", "m3u8", ""},
-             {"M3U", "m3u", ""}}) {
-        window.click(label);
-        EXPECT_EQ(view.selectedExportFormat.get(), value);
-        if (*tip != '\0')
-            EXPECT_TRUE(window.shows(tip)) << label;
-        else
-            EXPECT_FALSE(std::ranges::any_of(window.everything(),
-                                             [](const auto& it) { return it.name.startsWith("Tip:"); }));
-    }
-    const std::string file = window.platform.support().path("party.m3u");
-    window.platform.dialogs.willSaveTo(file);
+    const auto tipIsShown = [&] {
+        return std::ranges::any_of(window.everything(),
+                                   [](const auto& it) { return it.name.startsWith("Tip: "); });
+    };
+    window.click("VirtualDJ (M3U)");
+    EXPECT_EQ(view.selectedExportFormat.get(), "virtualdj");
+    EXPECT_TRUE(tipIsShown());
+    window.click("M3U");
+    EXPECT_EQ(view.selectedExportFormat.get(), "m3u");
+    EXPECT_FALSE(tipIsShown());
+    window.platform.dialogs.willSaveTo(window.platform.support().path("party.m3u"));
     window.click("Select All");
     window.click("Export Playlist");
     EXPECT_EQ(window.platform.support().read("party.m3u"), "/Music/a.mp3\n/Music/d.mp3");
-    EXPECT_TRUE(window.waitFor([&] { return window.shows("✅ Playlist Exported Successfully!"); }));
+    window.expectShown("✅ Playlist Exported Successfully!");
     window.platform.mainQueue.advance(std::chrono::seconds(2));
-    EXPECT_TRUE(window.waitFor([&] { return !window.shows("✅ Playlist Exported Successfully!"); }));
+    window.expectGone("✅ Playlist Exported Successfully!");
 
     window.click("How to use in Rekordbox");
     ASSERT_EQ(window.platform.dialogs.messages.size(), 1U);
     EXPECT_EQ(window.platform.dialogs.messages[0].title, "Import into Rekordbox");
-}
-
-TEST_F(ResultsPage, SavesTheSessionWithWhatWasJustTyped) {
-    view.matchInput.set("typed");
-    window.platform.dialogs.willSaveTo(window.platform.support().path("a.orvs"));
-    window.click("Save Session");
-    EXPECT_NE(window.platform.support().read("a.orvs").find("\"matchInput\":\"typed\""), std::string::npos);
 }
 
 TEST_F(ResultsPage, TellsOfTheAutoSave) {
@@ -287,21 +262,8 @@ TEST_F(ResultsPage, TellsOfTheAutoSave) {
 TEST_F(ResultsPage, BrowsesForAFile) {
     window.platform.dialogs.willOpen({"/Music/e.mp3"});
     window.click(window.inRow(none, "Browse for file"));
-    EXPECT_TRUE(window.waitFor([&] { return rows()[2].selectedTrack.has_value(); }));
-    EXPECT_TRUE(window.waitFor([&] { return window.shows("File: /Music/e.mp3"); }));
-}
-
-TEST_F(ResultsPage, NamesEveryControl) {
-    for (const WindowHarness::Control& control : window.everything())
-        EXPECT_FALSE(control.name.isEmpty()) << "role " << control.role;
-    window.press(window.inRow(single, "Include in playlist"));
-    EXPECT_TRUE(rows()[1].include);
-    window.press(window.inRow(single, "Play"));
-    EXPECT_TRUE(view.isPlaying.get());
-    window.press(window.inRow(several, "Choose match"));
-    EXPECT_TRUE(window.waitFor([&] { return window.all("Choose match", QAccessible::List).size() == 1; }));
-    window.press(window.control("Night Band – Last Train Home (Live)", QAccessible::ListItem));
-    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/b.mp3");
+    window.expectShown("File: /Music/e.mp3");
+    EXPECT_TRUE(rows()[2].selectedTrack.has_value());
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTest>
-#include <functional>
 #include <gtest/gtest.h>
 
 namespace orvalen::test {
@@ -25,6 +24,12 @@ void walk(QAccessibleInterface* interface, const Visit& visit) {
         visit(*interface, *item);
     for (int i = 0; i < interface->childCount(); ++i)
         walk(interface->child(i), visit);
+}
+
+void eachItemBelow(const QQuickItem& item, const std::function<void(const QQuickItem&)>& visit) {
+    visit(item);
+    for (const QQuickItem* child : item.childItems())
+        eachItemBelow(*child, visit);
 }
 
 } // namespace
@@ -90,16 +95,24 @@ std::vector<WindowHarness::Control> WindowHarness::all(const QString& name, QAcc
     return found;
 }
 
-WindowHarness::Control WindowHarness::control(const QString& name, QAccessible::Role role) const {
-    const auto found = all(name, role);
-    if (found.empty()) {
+WindowHarness::Control WindowHarness::control(const QString& name, QAccessible::Role role) {
+    std::vector<Control> found;
+    if (!waitFor([&] { return !(found = all(name, role)).empty(); })) {
         ADD_FAILURE() << "nothing on the window is called " << name.toStdString();
         return {window()->contentItem(), QAccessible::NoRole, {}};
     }
     return found.front();
 }
 
-WindowHarness::Control WindowHarness::inRow(const QString& row, const QString& name) const {
+void WindowHarness::expectShown(const QString& name, QAccessible::Role role) {
+    control(name, role);
+}
+
+void WindowHarness::expectGone(const QString& name, QAccessible::Role role) {
+    EXPECT_TRUE(waitFor([&] { return all(name, role).empty(); })) << name.toStdString();
+}
+
+WindowHarness::Control WindowHarness::inRow(const QString& row, const QString& name) {
     const Control group = control(row, QAccessible::Grouping);
     for (const Control& candidate : all(name))
         if (group.item->isAncestorOf(candidate.item))
@@ -134,6 +147,10 @@ void WindowHarness::type(const QString& text) {
                             Qt::NoModifier);
     }
     settle();
+}
+
+void WindowHarness::eachItem(const std::function<void(const QQuickItem&)>& visit) const {
+    eachItemBelow(*window()->contentItem(), visit);
 }
 
 QString WindowHarness::focused() const {

@@ -9,8 +9,8 @@
 #include <QQuickWindow>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace orvalen::test {
@@ -44,10 +44,13 @@ public:
     std::vector<Control> all(const QString& name, QAccessible::Role role = QAccessible::NoRole) const;
     std::vector<Control> everything() const;
     bool shows(const QString& name) const { return !all(name).empty(); }
-    /// The first of that name; the test fails when there is none.
-    Control control(const QString& name, QAccessible::Role role = QAccessible::NoRole) const;
+    /// The first of that name, as soon as there is one; the test fails when none comes.
+    Control control(const QString& name, QAccessible::Role role = QAccessible::NoRole);
+    // Wait for it; the test fails when it does not come or go.
+    void expectShown(const QString& name, QAccessible::Role role = QAccessible::NoRole);
+    void expectGone(const QString& name, QAccessible::Role role = QAccessible::NoRole);
     /// The control of that name in the result row of that label.
-    Control inRow(const QString& row, const QString& name) const;
+    Control inRow(const QString& row, const QString& name);
 
     /// With the mouse, in the middle.
     void click(const Control& control);
@@ -60,6 +63,8 @@ public:
     QString focused() const;
 
     QQuickWindow* window() const { return window_->window(); }
+    /// Every item, shown or not.
+    void eachItem(const std::function<void(const QQuickItem&)>& visit) const;
 
     TestPlatform platform;
     ContentView& view = platform.view;
