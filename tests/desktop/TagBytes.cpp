@@ -35,12 +35,12 @@ std::string synchSafe(std::uint64_t number) {
     return result;
 }
 
-std::string frame(int version, std::string_view name, std::string_view content, std::string_view flags) {
+std::string frame(int version, std::string_view name, std::string_view content) {
     const std::string head(name);
     if (version == 2)
         return head + bigEndian(content.size(), 3) + std::string(content);
     const std::string length = version == 3 ? bigEndian(content.size(), 4) : synchSafe(content.size());
-    return head + length + padded(flags, 2) + std::string(content);
+    return head + length + std::string(2, '\0') + std::string(content);
 }
 
 std::string textFrame(int version, std::string_view name, int encoding, std::string_view bytes) {

@@ -14,7 +14,7 @@ std::string littleEndian(std::uint64_t number, int bytes);
 std::string synchSafe(std::uint64_t number);
 
 /// One ID3 frame of the version, its length as that version writes it.
-std::string frame(int version, std::string_view name, std::string_view content, std::string_view flags = {});
+std::string frame(int version, std::string_view name, std::string_view content);
 /// A text frame; the encoding 0 is Latin-1, 1 UTF-16 with a mark, 2 UTF-16 big-endian, 3 UTF-8.
 std::string textFrame(int version, std::string_view name, int encoding, std::string_view bytes);
 std::string pictureFrame(int version, std::size_t length);
