@@ -59,6 +59,7 @@ void LocalServer::redirect(const std::string& path, int status, const std::strin
     on(path, [=](const httplib::Request&, httplib::Response& response) {
         response.status = status;
         response.set_header("Location", target);
+        response.set_content("moved", "text/plain");
     });
 }
 
