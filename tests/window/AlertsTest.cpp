@@ -4,6 +4,7 @@
 
 #include <QTest>
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace orvalen::test {
 namespace {
