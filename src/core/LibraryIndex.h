@@ -75,7 +75,6 @@ public:
 
     /// Appends the track to the list under its own library key. The texts are copied.
     void fileTrack(const TrackView& track);
-    std::size_t trackCount() const;
     /// The index of everything filed; the builder is empty afterwards.
     LibraryIndex finish();
 

@@ -43,10 +43,6 @@ void LibraryIndexBuilder::fileTrack(const TrackView& track) {
     ++tables.keys[tables.records.back().key].firstPosition;
 }
 
-std::size_t LibraryIndexBuilder::trackCount() const {
-    return draft_->tables.records.size();
-}
-
 LibraryIndex LibraryIndexBuilder::finish() {
     const std::unique_ptr<Draft> draft = std::exchange(draft_, std::make_unique<Draft>());
     draft->sortIntoLibraryOrder();
