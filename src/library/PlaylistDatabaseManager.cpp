@@ -6,8 +6,10 @@
 #include "platform/UserFolders.h"
 
 #include <ctime>
+#include <filesystem>
 #include <memory>
 #include <sqlite3.h>
+#include <system_error>
 #include <thread>
 
 namespace orvalen {
@@ -58,17 +60,26 @@ std::optional<std::string> columnText(const Statement& statement, int column) {
     return isValidUtf8(text) ? std::optional(std::move(text)) : std::nullopt;
 }
 
+/// The log is brought into the file whenever it has reached four megabytes, and the file may grow then.
+bool hasRoomForLog(sqlite3* db) {
+    std::error_code error;
+    const auto space = std::filesystem::space(sqlite3_db_filename(db, "main"), error);
+    return error || space.available > 32U << 20;
+}
+
 /// While this lives, a commit need not wait for the disk; its end does, once for all of them. Every commit
 /// stands on its own all the same: after a power failure the table is as some commit left it, and a killed
 /// program loses none. With a wait for each, 2,000 rows keep the window frozen for two seconds and more.
 ///
 /// The write-ahead log makes that safe. It lasts only as long as the many commits, so that at rest the file
 /// alone is the whole database, for other programs, for copies and on read-only and network folders. Where
-/// the log cannot be had, because another program is reading, each commit waits as usual.
+/// the log cannot be had, because another program is reading, each commit waits as usual. So it does where
+/// the disk is nearly full: the log takes pages for every commit, and would leave no room for the rows.
 class ManyCommits {
 public:
     explicit ManyCommits(sqlite3* db) : db_(db) {
-        execute(db_, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;");
+        if (hasRoomForLog(db_))
+            execute(db_, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;");
     }
     ~ManyCommits() {
         execute(db_, "PRAGMA synchronous=FULL;");

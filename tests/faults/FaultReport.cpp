@@ -1,6 +1,7 @@
 #include "faults/FaultReport.h"
 
 #include "core/Files.h"
+#include "faults/SmallDisk.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -109,6 +110,7 @@ void report(const std::string& flow, const std::string& call, const std::string&
 
 int runAndReport(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
+    takeMountsOfOurOwn(); // before there are threads
     const int result = RUN_ALL_TESTS();
     for (const Line& line : merged())
         std::printf("%s\n", line.text().c_str());

@@ -1,19 +1,11 @@
-#include "core/Files.h"
 #include "faults/FaultReport.h"
-#include "faults/Flows.h"
+#include "faults/Trial.h"
 
 #include <cerrno>
-#include <filesystem>
 #include <gmock/gmock.h>
-#include <system_error>
 
 namespace orvalen::test {
 namespace {
-
-namespace fs = std::filesystem;
-
-/// Longer than anything that takes its place.
-const std::string oldContent(20'000, 'o');
 
 /// What stands where the flow writes, compared with what stood there and what should.
 enum class Left { before, after, torn };
@@ -67,84 +59,8 @@ std::vector<Fault> faultsOf(Access access, Call call, int number) {
     return faults;
 }
 
-/// One trial of a flow in a world of its own.
-class Trial {
-public:
-    Trial(const Flow& flow, bool isOldThere) : flow_(flow) {
-        if (flow_.access == Access::read)
-            put(flow_.content);
-        else if (isOldThere)
-            put(oldContent);
-        before = world.state();
-        contentBefore = content();
-    }
-
-    void act(const std::optional<Fault>& fault = {}) {
-        world.console.clear();
-        {
-            const FailingCalls calls(watched(), fault);
-            flow_.act(world);
-            world.settle();
-            for (const Call call : allCalls())
-                counts.push_back(calls.count(call));
-        }
-        state = world.state();
-    }
-
-    /// The first file there that begins with the flow's path.
-    std::optional<std::string> content() {
-        const fs::path path = flow_.file(world);
-        for (const auto& entry : fs::directory_iterator(path.parent_path()))
-            if (entry.path().string().starts_with(path.string()))
-                return readWholeFile(entry.path()).value();
-        return std::nullopt;
-    }
-
-    /// The console lines, {} for the path.
-    std::vector<std::string> lines() {
-        std::vector<std::string> lines = world.console.lines();
-        for (std::string& line : lines)
-            if (const auto place = line.find(flow_.file(world)); place != std::string::npos)
-                line = line.substr(0, place) + "{}";
-        return lines;
-    }
-
-    /// How many files stand beside the flow's.
-    std::size_t neighbours() {
-        const fs::path folder = fs::path(flow_.file(world)).parent_path();
-        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {})) -
-               (content() ? 1U : 0U);
-    }
-
-    World world;
-    std::string before;
-    std::string state;
-    std::optional<std::string> contentBefore;
-    std::vector<int> counts; ///< of the calls, after act()
-
-private:
-    void put(const std::string& bytes) { ASSERT_TRUE(writeWholeFile(flow_.file(world), bytes)); }
-    std::vector<std::string> watched() {
-        const std::string file = flow_.file(world);
-        return {file, (fs::path(file).parent_path() / ".orvalen-").string()};
-    }
-
-    const Flow& flow_;
-};
-
 class FileFaults : public testing::TestWithParam<Flow> {
 protected:
-    std::vector<std::string> failureLines(const Fault& fault) {
-        if (flow.saysAlways)
-            return flow.success;
-        std::vector<std::string> lines;
-        if (flow.access == Access::atomicWrite)
-            lines.push_back(flow.success.front()); // says beforehand what it sets out to do
-        if (flow.failure)
-            lines.push_back(flow.failure + std::generic_category().message(fault.error));
-        return lines;
-    }
-
     Outcome outcomeOf(Trial& run, Trial& faultless) {
         const auto content = run.content();
         const Left left = content == faultless.content() ? Left::after
@@ -166,7 +82,7 @@ protected:
         const Outcome outcome = outcomeOf(run, faultless);
         EXPECT_EQ(outcome.works, wanted.works);
         EXPECT_EQ(outcome.left, wanted.left);
-        EXPECT_EQ(run.lines(), wanted.works ? flow.success : failureLines(fault));
+        EXPECT_EQ(run.lines(), wanted.works ? flow.success : failureLines(flow, fault.error));
         EXPECT_EQ(run.state, wanted.works ? faultless.state : run.before);
         EXPECT_EQ(run.neighbours(), faultless.neighbours()) << "something was left beside";
 
@@ -233,13 +149,6 @@ TEST_P(FileFaults, EveryCallFailsInTurn) {
     EXPECT_GE(calls, 4) << "at least opened, looked at, read or written, and closed";
 }
 
-std::string nameOfTest(const testing::TestParamInfo<Flow>& info) {
-    std::string name = info.param.name;
-    for (char& letter : name)
-        if (letter == ' ')
-            letter = '_';
-    return name;
-}
 INSTANTIATE_TEST_SUITE_P(Flows, FileFaults, testing::ValuesIn(flows()), nameOfTest);
 
 } // namespace

@@ -8,6 +8,9 @@
 #include "session/SessionFiles.h"
 #include "support/Builders.h"
 
+#include <algorithm>
+#include <system_error>
+
 namespace orvalen::test {
 namespace {
 
@@ -203,6 +206,23 @@ const std::vector<Flow>& flows() {
         return list;
     }();
     return all;
+}
+
+std::vector<std::string> failureLines(const Flow& flow, int error) {
+    if (flow.saysAlways)
+        return flow.success;
+    std::vector<std::string> lines;
+    if (flow.access == Access::atomicWrite)
+        lines.push_back(flow.success.front()); // says beforehand what it sets out to do
+    if (flow.failure)
+        lines.push_back(flow.failure + std::generic_category().message(error));
+    return lines;
+}
+
+std::string nameOfTest(const testing::TestParamInfo<Flow>& info) {
+    std::string name = info.param.name;
+    std::replace(name.begin(), name.end(), ' ', '_');
+    return name;
 }
 
 } // namespace orvalen::test

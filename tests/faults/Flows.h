@@ -3,6 +3,7 @@
 #include "support/TestPlatform.h"
 
 #include <functional>
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
@@ -37,5 +38,8 @@ struct Flow {
 };
 
 const std::vector<Flow>& flows();
+/// What the console shows when the flow fails with this error of the system.
+std::vector<std::string> failureLines(const Flow& flow, int error);
+std::string nameOfTest(const testing::TestParamInfo<Flow>& info);
 
 } // namespace orvalen::test
