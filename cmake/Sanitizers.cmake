@@ -4,4 +4,7 @@ set(ORVALEN_SANITIZE "" CACHE STRING "Sanitizers to build everything with, for e
 if(ORVALEN_SANITIZE)
   add_compile_options(-fsanitize=${ORVALEN_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${ORVALEN_SANITIZE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    add_compile_options("-fsanitize-ignorelist=${CMAKE_SOURCE_DIR}/tests/third-party.ignore")
+  endif()
 endif()

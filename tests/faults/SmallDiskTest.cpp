@@ -83,7 +83,7 @@ TEST(SmallDisk, ChoicesThatAreReplacedByThemselvesStayHoweverLittleRoomIsLeft) {
     PreferredMatches choices;
     for (int number = 0; number < 2000; ++number)
         choices["key " + std::to_string(number)] = "/Music/" + std::string(60, 'p');
-    for (const std::size_t left : {0, 16, 64, 256}) {
+    for (const std::size_t left : {0U, 16U, 64U, 256U}) {
         SmallDisk disk;
         TestPlatform world;
         world.database().replacePreferredMatches(choices);

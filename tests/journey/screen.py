@@ -155,9 +155,13 @@ class Screen:
 
     def paste(self, text):
         """Through the clipboard: any text."""
-        # xclip stays behind to serve the clipboard until another program takes it over.
-        subprocess.run(["xclip", "-selection", "clipboard", "-in"], input=text.encode(), check=True, timeout=30,
-                       env=self._desktop.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        # xclip stays behind to serve the clipboard until another program takes it over; it may return before it does so.
+        def xclip(way, given=None):
+            return subprocess.run(["xclip", "-selection", "clipboard", way], input=given, timeout=30,
+                                  env=self._desktop.environment, stderr=subprocess.DEVNULL,
+                                  stdout=subprocess.PIPE if way == "-out" else subprocess.DEVNULL).stdout
+        xclip("-in", text.encode())
+        wait_until(lambda: xclip("-out") == text.encode(), "the clipboard to hold what is pasted")
         self.press("ctrl+v")
 
     def replace_text(self, field, text):
