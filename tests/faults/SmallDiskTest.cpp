@@ -91,9 +91,10 @@ TEST(SmallDisk, ChoicesThatAreReplacedByThemselvesStayHoweverLittleRoomIsLeft) {
         world.database().replacePreferredMatches(choices);
         EXPECT_EQ(world.database().allPreferredMatches(), choices) << left << " kB";
         const bool isReplaced = world.console.lines().empty();
-        if (!isReplaced)
+        if (!isReplaced) {
             EXPECT_THAT(world.console.lines(),
                         testing::ElementsAre("Error clearing preferred matches: database or disk is full"));
+        }
         report("choices replaced by themselves", "disk of one megabyte", "full",
                isReplaced ? "silent; new rows there" : "told; old rows there");
     }

@@ -211,5 +211,16 @@ TEST_F(SpotifyImport, OfAnEmptyPlaylistEmptiesTheTextAndMatchesNothing) {
     EXPECT_EQ(test.matchQueue.pending(), 0U);
 }
 
+TEST_F(SpotifyImport, KeepsItsLinesWhenTheLibraryWasEmptiedMeanwhile) {
+    test.view.trackDict.set(buildIndex(std::vector{track("A", "T")}));
+    start("ID");
+    http.answer(goodToken);
+    test.view.trackDict.set({});
+    http.answer(playlist(entry(R"([{"name":"A"}])", "T")));
+    EXPECT_EQ(test.view.matchInput.get(), "A - T");
+    EXPECT_FALSE(test.view.isMatching.get());
+    EXPECT_EQ(test.matchQueue.pending(), 0U);
+}
+
 } // namespace
 } // namespace orvalen::test

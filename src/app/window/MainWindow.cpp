@@ -37,6 +37,14 @@ QFont applicationFont() {
     return font;
 }
 
+/// The scene graph keeps what once bound its shaders for use another time: a thousand of them, three
+/// kilobytes each, where some dozens are ever in use.
+void boundRendererPool() {
+    constexpr const char* threshold = "QSG_RENDERER_SRB_POOL_THRESHOLD";
+    if (!qEnvironmentVariableIsSet(threshold))
+        qputenv(threshold, "64");
+}
+
 } // namespace
 
 class MainWindow::Parts : public QObject {
@@ -47,6 +55,7 @@ public:
           drops(state, announcer) {
         qml_register_types_Orvalen();
         installControlAccessible();
+        boundRendererPool();
         QGuiApplication::setFont(applicationFont());
         QGuiApplication::setWindowIcon(QIcon(":/qt/qml/Orvalen/icon.svg"));
         engine.addImageProvider("symbol", new SymbolProvider);

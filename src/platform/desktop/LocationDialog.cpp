@@ -117,7 +117,7 @@ QStringList LocationDialog::candidates() const {
     const QString text = nameField_->text();
     if (!text.trimmed().isEmpty() && text != selectionText())
         return typedPaths();
-    const QStringList selected = selectedPaths();
+    QStringList selected = selectedPaths();
     if (selected.isEmpty() && options_.folders)
         return {directory().absolutePath()};
     return selected;
@@ -164,7 +164,7 @@ void LocationDialog::accept() {
         if (!isAcceptable(path))
             return;
     chosen_ = paths;
-    QDialog::accept();
+    done(Accepted);
 }
 
 } // namespace orvalen

@@ -1,8 +1,11 @@
 #include "app/ContentView.h"
+#include "core/Keys.h"
 #include "library/FolderScan.h"
 #include "library/LibraryFile.h"
+#include "library/LibraryIndexState.h"
 #include "matching/MatchEngine.h"
 #include "platform/system/ThreadWorkerQueue.h"
+#include "support/MadeLibrary.h"
 #include "support/TestPlatform.h"
 
 #include <chrono>
@@ -32,7 +35,7 @@ struct ThreadedWorld : TestPlatform {
     ContentView state{real, [this]() -> PlaylistDatabaseManager& { return database(); }};
 };
 
-TEST(ScanThreads, TwoScansAndAMatchRunGoOnWhileTheLibraryIsRemoved) {
+TEST(LibraryThreads, TwoScansAndAMatchRunGoOnWhileTheLibraryIsRemoved) {
     TemporaryFolder music;
     for (int i = 0; i < 150; ++i) {
         music.write("first/song " + std::to_string(i) + ".mp3");
@@ -58,6 +61,40 @@ TEST(ScanThreads, TwoScansAndAMatchRunGoOnWhileTheLibraryIsRemoved) {
     ASSERT_EQ(world.state.matchedTracks.get().size(), 2U);
     EXPECT_EQ(world.state.matchedTracks.get()[1].options.size(), 150U)
         << "the run had the library that stood when it was asked for";
+}
+
+TEST(LibraryThreads, AMatchRunHasItsOwnLibraryWhileTheMainThreadReplacesItAndRemembersChoices) {
+    MadeLibrary made(3);
+    const LibraryIndex first = made.index(2000);
+    const std::vector<std::string> lines = made.wantedLines(150);
+    const LibraryIndex second = made.index(500);
+
+    ThreadedWorld world;
+    replaceIndex(world.state, first);
+    matchLines(lines, world.state);
+    int turn = 0;
+    ASSERT_TRUE(world.runUntil([&] {
+        if (++turn % 16 == 0)
+            world.database().savePreferredMatch("key " + std::to_string(turn % 7), "/m/x.mp3");
+        if (turn % 64 == 0)
+            replaceIndex(world.state, turn % 128 == 0 ? second : first);
+        world.state.trackDict.update([](LibraryIndex& index) {
+            fileTrack(index, Track{"t", "a", "", "/p", {}});
+        });
+        world.state.matchInputFormat.set(turn % 2 == 0 ? "title-artist" : "artist-title");
+        return !world.state.isMatching.get() && !world.state.matchedTracks.get().empty();
+    }));
+
+    const LibraryCatalog catalog(first);
+    const std::vector<MatchedTrack>& rows = world.state.matchedTracks.get();
+    ASSERT_EQ(rows.size(), lines.size());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const auto request = parseWantedLine(lines[i], "artist-title");
+        const auto positions = findOptions(catalog, *request);
+        ASSERT_EQ(rows[i].options.size(), positions.size()) << lines[i];
+        for (std::size_t k = 0; k < positions.size(); ++k)
+            EXPECT_EQ(rows[i].options[k], first.track(positions[k]).toTrack()) << lines[i];
+    }
 }
 
 } // namespace
