@@ -3,6 +3,7 @@
 #include "core/Text.h"
 
 #include <string>
+#include <string_view>
 
 namespace orvalen {
 
@@ -14,5 +15,12 @@ struct Location {
         return canonicallyEqual(left.path, right.path);
     }
 };
+
+/// The path as its user wrote it, without slashes at its end: a folder has one place however it is named.
+inline Location locationOf(std::string_view path) {
+    while (path.size() > 1 && path.back() == '/')
+        path.remove_suffix(1);
+    return {std::string(path)};
+}
 
 } // namespace orvalen

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace orvalen {
 namespace {
@@ -32,9 +33,10 @@ bool isAudio(std::string_view path) {
 /// One scan's own state; it belongs to the job that runs. The view is only for posts.
 class Scan {
 public:
+    /// Main thread: the choices that it keeps are those of its start.
     Scan(ContentView& view, std::vector<std::string> folders)
-        : view_(view), platform_(view.platform), database_(view.database),
-          walk_(std::move(folders), view.platform.console) {}
+        : view_(view), platform_(view.platform), walk_(std::move(folders), view.platform.console),
+          preferred_(view.database().wholePreferredMatches()) {}
 
     /// Reads one folder, or the tags of one file; false when the scan is over. Tag queue.
     bool step();
@@ -47,12 +49,11 @@ private:
 
     ContentView& view_;
     Platform& platform_;
-    const ContentView::Database database_;
     FolderWalk walk_;
     bool isListed_ = false;
     std::vector<std::string> items_;
     std::size_t nextItem_ = 0;
-    PreferredMatches preferred_;
+    std::optional<PreferredMatches> preferred_;
     LibraryIndexBuilder tracks_;
 };
 
@@ -71,7 +72,6 @@ bool Scan::step() {
 void Scan::beginReading() {
     isListed_ = true;
     items_ = walk_.takeItems();
-    preferred_ = database_().allPreferredMatches();
 }
 
 /// Goes on to the next audio file and reads it; false when no item is left.
@@ -103,7 +103,8 @@ void Scan::complete() {
         replaceIndex(view, index);
         view.scanProgress.set(0);
         view.scanningFileName.set({});
-        view.database().replacePreferredMatches(preferred);
+        if (preferred) // else the table could not be read, and stays as it is
+            view.database().replacePreferredMatches(*preferred);
         savePersistentLibrary(view);
         view.database().autoBackupLibrary(index);
         view.platform.sound.play("Glass");

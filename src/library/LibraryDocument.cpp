@@ -81,14 +81,14 @@ std::vector<Location> decodeFolders(const simdjson::dom::object& document) {
         std::string_view path;
         if (element.get(path))
             return {};
-        folders.push_back(Location{std::string(path)});
+        folders.push_back(locationOf(path));
     }
     return folders;
 }
 
 } // namespace
 
-void useLibraryDocumentText(const LibraryIndex& index, const PreferredMatches& preferred,
+void useLibraryDocumentText(const LibraryIndex& index, const std::optional<PreferredMatches>& preferred,
                             const std::vector<Location>& folders,
                             const std::function<void(std::string_view)>& use) {
     rapidjson::StringBuffer buffer;
@@ -97,8 +97,10 @@ void useLibraryDocumentText(const LibraryIndex& index, const PreferredMatches& p
     writer.StartObject();
     writeText(writer, "tracks");
     writeTracks(writer, index);
-    writeText(writer, "preferred");
-    writePreferred(writer, preferred);
+    if (preferred) {
+        writeText(writer, "preferred");
+        writePreferred(writer, *preferred);
+    }
     writeText(writer, "folders");
     writeFolders(writer, folders);
     writer.EndObject();

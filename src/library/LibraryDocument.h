@@ -20,9 +20,9 @@ struct LibraryDocument {
     std::vector<Location> folders;
 };
 
-/// One JSON object, indented; handed to its one use where it was made, because a copy would be as large as
-/// the file.
-void useLibraryDocumentText(const LibraryIndex& index, const PreferredMatches& preferred,
+/// One JSON object, indented, without the preferred matches when they are not known; handed to its one use
+/// where it was made, because a copy would be as large as the file.
+void useLibraryDocumentText(const LibraryIndex& index, const std::optional<PreferredMatches>& preferred,
                             const std::vector<Location>& folders,
                             const std::function<void(std::string_view)>& use);
 

@@ -38,7 +38,7 @@ void applyFile(ContentView& view, const std::string& path) {
 
 Expected<void> writeLibraryFile(ContentView& view, const Location& destination) {
     Expected<void> written;
-    useLibraryDocumentText(view.trackDict.get(), view.database().allPreferredMatches(),
+    useLibraryDocumentText(view.trackDict.get(), view.database().wholePreferredMatches(),
                            view.musicFolderURLs.get(),
                            [&](std::string_view text) { written = writeWholeFile(destination.path, text); });
     return written;

@@ -5,6 +5,7 @@
 #include "platform/Console.h"
 #include "platform/UserFolders.h"
 
+#include <algorithm>
 #include <ctime>
 #include <filesystem>
 #include <memory>
@@ -13,6 +14,9 @@
 #include <thread>
 
 namespace orvalen {
+
+using namespace std::chrono_literals;
+
 namespace {
 
 constexpr const char* schema = "CREATE TABLE IF NOT EXISTS tracks (\n"
@@ -119,12 +123,17 @@ std::string localTimestamp() {
 
 class PlaylistDatabaseManager::Turn {
 public:
-    explicit Turn(PlaylistDatabaseManager& manager) : lock_(manager.mutex_) {
-        manager.patienceEnds_ = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
+    explicit Turn(PlaylistDatabaseManager& manager)
+        : manager_(manager), lock_(manager.mutex_), ends_(std::chrono::steady_clock::now() + 2s) {
+        takeBreath();
     }
+    /// Before each further statement, which may have to wait as well.
+    void takeBreath() { manager_.patienceEnds_ = std::min(std::chrono::steady_clock::now() + 100ms, ends_); }
 
 private:
+    PlaylistDatabaseManager& manager_;
     std::lock_guard<std::mutex> lock_;
+    std::chrono::steady_clock::time_point ends_;
 };
 
 PlaylistDatabaseManager::PlaylistDatabaseManager(const UserFolders& folders, Console& console)
@@ -231,32 +240,45 @@ PlaylistDatabaseManager::preferredPaths(std::span<const std::string> keys) {
 
 PreferredMatches PlaylistDatabaseManager::allPreferredMatches() {
     PreferredMatches matches;
+    readMatches(matches);
+    return matches;
+}
+
+std::optional<PreferredMatches> PlaylistDatabaseManager::wholePreferredMatches() {
+    PreferredMatches matches;
+    return readMatches(matches) ? std::optional(std::move(matches)) : std::nullopt;
+}
+
+bool PlaylistDatabaseManager::readMatches(PreferredMatches& matches) {
     if (db_ == nullptr)
-        return matches;
+        return false;
     const Turn turn(*this);
     const Statement statement = prepare(db_, "SELECT key, preferred_path FROM preferred_matches;");
     if (!statement) {
         tellError("Error preparing select all preferred matches");
-        return matches;
+        return false;
     }
-    while (sqlite3_step(statement.get()) == SQLITE_ROW) {
+    int outcome = SQLITE_ROW;
+    while ((outcome = sqlite3_step(statement.get())) == SQLITE_ROW) {
         auto key = columnText(statement, 0);
         auto path = columnText(statement, 1);
         if (key && path)
             matches.insert_or_assign(std::move(*key), std::move(*path));
     }
-    return matches;
+    return outcome == SQLITE_DONE;
 }
 
 void PlaylistDatabaseManager::replacePreferredMatches(const PreferredMatches& matches) {
     if (db_ == nullptr)
         return;
-    const Turn turn(*this);
+    Turn turn(*this);
     const ManyCommits commits(db_);
     if (!execute(db_, "DELETE FROM preferred_matches;"))
         return tellError("Error clearing preferred matches");
-    for (const auto& [key, path] : matches)
+    for (const auto& [key, path] : matches) {
+        turn.takeBreath();
         insertMatch(key, path);
+    }
     ++changeCount_;
 }
 

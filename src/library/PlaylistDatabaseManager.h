@@ -26,8 +26,8 @@ using PreferredMatches = TextMap<std::string>;
 
 /// The user's choices among candidates, in "orvalen.sqlite" in the application-support folder. Any thread;
 /// each call is whole to the others. Nothing fails towards the caller; what goes wrong is one console line,
-/// and a database that could not be opened knows nothing and stores nothing. No call waits longer than a
-/// tenth of a second for another program to let go of the file.
+/// and a database that could not be opened knows nothing and stores nothing. No statement waits longer
+/// than a tenth of a second for another program to let go of the file, and no call longer than two.
 class PlaylistDatabaseManager {
 public:
     /// Opens the file and creates the tables that are missing.
@@ -48,7 +48,11 @@ public:
     std::optional<std::vector<std::optional<std::string>>> preferredPaths(std::span<const std::string> keys);
     /// Grows with each of this program's changes before the call that makes it returns.
     std::uint64_t changeCount() const { return changeCount_; }
+    /// What can be read of the table just now.
     PreferredMatches allPreferredMatches();
+    /// The same, or nothing when it could not be read to its end: for what is to take the table's place
+    /// later, where a part would lose the rest.
+    std::optional<PreferredMatches> wholePreferredMatches();
     /// Empties the table and saves every pair on its own. On the disk when it returns.
     void replacePreferredMatches(const PreferredMatches& matches);
 
@@ -61,6 +65,8 @@ private:
     /// Holds the connection for one call, with the time that the call may wait for other programs.
     class Turn;
     static int waitForOthers(void* self, int attempts);
+    /// Whether the table was read to its end.
+    bool readMatches(PreferredMatches& matches);
     void insertMatch(const std::string& key, const std::string& path);
     void tellError(const char* what);
 

@@ -1,6 +1,7 @@
 #include "library/PlaylistDatabaseManager.h"
 
 #include "support/Builders.h"
+#include "support/OtherProgram.h"
 #include "support/TestPlatform.h"
 
 #include <atomic>
@@ -16,33 +17,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::MatchesRegex;
 using testing::Pair;
-
-/// Another program at the same file.
-class OtherProgram {
-public:
-    explicit OtherProgram(const std::string& path) { EXPECT_EQ(sqlite3_open(path.c_str(), &db_), SQLITE_OK); }
-    ~OtherProgram() { sqlite3_close(db_); }
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
-
-    void run(const char* script) {
-        EXPECT_EQ(sqlite3_exec(db_, script, nullptr, nullptr, nullptr), SQLITE_OK)
-            << script << ": " << sqlite3_errmsg(db_);
-    }
-    /// The first column of the first row.
-    std::string ask(const char* query) {
-        sqlite3_stmt* statement = nullptr;
-        EXPECT_EQ(sqlite3_prepare_v2(db_, query, -1, &statement, nullptr), SQLITE_OK) << sqlite3_errmsg(db_);
-        EXPECT_EQ(sqlite3_step(statement), SQLITE_ROW) << query;
-        const unsigned char* text = sqlite3_column_text(statement, 0);
-        std::string answer = text == nullptr ? "NULL" : reinterpret_cast<const char*>(text);
-        sqlite3_finalize(statement);
-        return answer;
-    }
-
-private:
-    sqlite3* db_ = nullptr;
-};
 
 class Database : public testing::Test {
 protected:

@@ -44,6 +44,7 @@ protected:
 };
 
 TEST_F(DropTest, TakesWhatTheDialogWouldTake) {
+    EXPECT_EQ(sortDrop(urls({folder + "/"}), InputMode::textList).music, std::vector<Location>{{folder}});
     const std::vector<std::string> music{folder, files.write("a.mp3"), files.write("b.AIFF"),
                                          files.write("c d#%é.wav")};
     QList<QUrl> given = urls(music);

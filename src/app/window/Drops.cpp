@@ -23,7 +23,7 @@ Drop sortDrop(const QList<QUrl>& urls, InputMode mode) {
         if (!url.isLocalFile())
             continue;
         const QFileInfo file(url.toLocalFile());
-        const Location location{toUtf8(file.absoluteFilePath())};
+        const Location location = locationOf(toUtf8(file.absoluteFilePath()));
         if (isMusic(file))
             drop.music.push_back(location);
         else if (mode == InputMode::djep && file.suffix().compare("csv", Qt::CaseInsensitive) == 0)
