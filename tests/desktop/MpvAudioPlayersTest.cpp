@@ -96,6 +96,21 @@ TEST_F(MpvAudioPlayersTest, EndsByItselfAndBeginsAgain) {
     EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.3; }, 2s));
     EXPECT_LT(player->currentTime(), 0.7);
     EXPECT_TRUE(player->isPlaying());
+
+    ASSERT_TRUE(turnUntil([&] { return !player->isPlaying(); }));
+    player->stop();
+    player->play();
+    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.3; }, 2s)) << "after its end and a stop";
+    EXPECT_TRUE(player->isPlaying());
+}
+
+TEST_F(MpvAudioPlayersTest, BeginsAgainAfterAJumpToTheEndInAPause) {
+    const auto player = open(sample("Wedding/Speech Intro.mp3"));
+    player->setCurrentTime(player->duration());
+    turnFor(300ms);
+    player->play();
+    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.2 && player->currentTime() < 0.6; }, 2s));
+    EXPECT_TRUE(player->isPlaying());
 }
 
 TEST_F(MpvAudioPlayersTest, GoesOnAfterAStopWhereItStood) {

@@ -1,3 +1,4 @@
+#include "preview/PreviewPlayer.h"
 #include "support/Builders.h"
 #include "window/WindowHarness.h"
 
@@ -171,6 +172,18 @@ TEST_F(ResultsPage, StopsThePreviewWhenItsRowGoes) {
     window.click("Close");
     EXPECT_FALSE(lastPlayback().playing) << "gone with the page";
     EXPECT_FALSE(view.isPlaying.get());
+}
+
+TEST_F(ResultsPage, StopsAPreviewThatBeganInTheTurnThatClosesThePage) {
+    auto chosen = rows();
+    std::erase_if(chosen, [](const MatchedTrack& row) { return !row.selectedTrack; });
+    view.matchedTracks.set(chosen);
+    window.settle();
+    togglePreview(view, *chosen.front().selectedTrack);
+    view.showResultsPage.set(false); // a click that came while the file was being opened
+    window.settle();
+    EXPECT_FALSE(view.isPlaying.get());
+    EXPECT_FALSE(lastPlayback().playing);
 }
 
 TEST_F(ResultsPage, LetsAPreviewPlayOnThatNoRowStandsFor) {

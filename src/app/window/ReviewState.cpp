@@ -30,8 +30,9 @@ ReviewState::ReviewState(ContentView& view, Announcer& announcer) : FieldGroup(v
 
 void ReviewState::refresh() {
     // Rows that leave the screen take a preview of theirs with them.
-    const bool stoodForPreview = rows_.stoodForPreview();
+    bool stoodForPreview = rows_.stoodForPreview();
     const bool replaced = rows_.refresh();
+    stoodForPreview |= !replaced && rows_.stoodForPreview(); // begun and left in one turn
     const bool wasOnScreen = std::exchange(onScreen_, shown());
     if (wasOnScreen && stoodForPreview && (replaced || !onScreen_)) {
         stopPreviewIfCurrent(view(), view().selectedTrack.get());

@@ -43,7 +43,7 @@ public:
         followEvents();
         if (!loaded_ && !load(position_.seconds))
             return;
-        if (ended_)
+        if (isAtEnd())
             seek(0);
         core_.set("pause", "no");
         playing_ = true;
@@ -60,7 +60,7 @@ public:
 
     void stop() override {
         pause();
-        position_.seconds = currentTime();
+        position_.seconds = isAtEnd() ? 0 : currentTime();
         core_.command({"stop"}); // closes the file and with it the sound device
         loaded_ = false;
     }
@@ -112,6 +112,9 @@ private:
         duration_ = core_.number("duration").value_or(duration_);
         return {};
     }
+
+    /// The core does not tell of an end that a seek reaches in a pause.
+    bool isAtEnd() { return ended_ || core_.flag("eof-reached").value_or(false); }
 
     void seek(double seconds) {
         target_ = seconds;

@@ -141,6 +141,13 @@ std::optional<double> MpvCore::number(const char* property) const {
     return value;
 }
 
+std::optional<bool> MpvCore::flag(const char* property) const {
+    int value = 0;
+    if (!handle_ || mpv_get_property(handle_, property, MPV_FORMAT_FLAG, &value) < 0)
+        return {};
+    return value != 0;
+}
+
 void MpvCore::set(const char* property, const char* value) {
     if (handle_)
         mpv_set_property_string(handle_, property, value);

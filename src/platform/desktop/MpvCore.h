@@ -32,6 +32,7 @@ public:
 
     /// Waits for the core; nothing when the property has no value now.
     std::optional<double> number(const char* property) const;
+    std::optional<bool> flag(const char* property) const;
     void set(const char* property, const char* value);
 
     // The core answers these with events, so that nobody waits for it.
