@@ -11,16 +11,28 @@
 namespace orvalen {
 namespace {
 
-/// Whatever of a row can change while it stays the same row.
+/// Whatever of a row can change while it stays the same row: a session loaded again may have been edited by
+/// hand.
 std::size_t contentHash(const MatchedTrack& row) {
     std::size_t hash = row.options.size();
     const auto mix = [&](std::size_t value) { hash = hash * 1099511628211U ^ value; };
+    const auto mixTexts = [&](const std::string& artist, const std::string& title) {
+        mix(std::hash<std::string>{}(artist));
+        mix(std::hash<std::string>{}(title));
+    };
+    const auto mixFile = [&](const Track& track) {
+        mix(std::hash<std::string>{}(track.path));
+        mix(static_cast<std::size_t>(track.bpm.value_or(-1)));
+    };
     mix(row.include ? 1 : 0);
     mix(row.found ? 1 : 0);
     mix(row.selectedTrack ? 1 : 0);
-    if (row.selectedTrack) {
-        mix(std::hash<std::string>{}(row.selectedTrack->path));
-        mix(static_cast<std::size_t>(row.selectedTrack->bpm.value_or(-1)));
+    mixTexts(row.artist, row.title);
+    if (row.selectedTrack)
+        mixFile(*row.selectedTrack);
+    for (const Track& option : row.options) {
+        mixTexts(option.artist, option.title);
+        mixFile(option);
     }
     return hash;
 }
