@@ -44,8 +44,8 @@ public:
     /// Returns at once; the answer arrives on the main thread.
     virtual void chooseToOpenLater(const OpenOptions& options,
                                    std::function<void(std::vector<Location>)> answer) = 0;
-    /// The location to write to, over what stands there: the dialog has asked. None when cancelled. No
-    /// extension is added to what the user typed; folders can be created.
+    /// The location to write to, over what stands there: the dialog has asked. None when cancelled. Where one
+    /// extension is allowed and the user typed another or none, it is added; folders can be created.
     virtual std::optional<Location> chooseToSave(const SaveOptions& options) = 0;
     /// One button, "OK".
     virtual void showMessage(const std::string& title, const std::string& informativeText) = 0;

@@ -36,7 +36,8 @@ TEST(FileTypes, BecomeOneFilterLineInEitherCase) {
     EXPECT_EQ(nameFilter(anything), "");
     EXPECT_EQ(nameFilter(csv), "CSV files (*.csv *.CSV)");
     EXPECT_EQ(nameFilter({{TypeFamily::mpeg4Audio, TypeFamily::movie}, {}}),
-              "Audio and movie files (*.m4a *.M4A *.m4b *.M4B *.mp4 *.MP4 *.m4v *.M4V *.mov *.MOV)")
+              "Audio and movie files (*.m4a *.M4A *.m4b *.M4B *.mp4 *.MP4 *.m4v *.M4V *.mov *.MOV "
+              "*.avi *.AVI *.mpg *.MPG *.mpeg *.MPEG *.3gp *.3GP *.mkv *.MKV *.webm *.WEBM)")
         << "an extension of two families stands once";
 }
 

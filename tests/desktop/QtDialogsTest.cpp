@@ -284,7 +284,7 @@ TEST_F(QtDialogsTest, AnswersANonBlockingDialogLaterAndOnce) {
     EXPECT_THAT(answers, ElementsAre(ElementsAre(path("Fast.wav")), IsEmpty()));
 }
 
-TEST_F(QtDialogsTest, SavesUnderTheTypedNameWithoutAnExtensionOfItsOwn) {
+TEST_F(QtDialogsTest, SavesUnderTheTypedNameWithTheOneExtensionThatIsAllowed) {
     const auto save = [&](std::function<void(QDialog*)> act) {
         whileOpen(std::move(act));
         const auto chosen = dialogs().chooseToSave({.proposedName = "evening.m3u",
@@ -304,11 +304,12 @@ TEST_F(QtDialogsTest, SavesUnderTheTypedNameWithoutAnExtensionOfItsOwn) {
                   QTest::keyClick(nameField(dialog), Qt::Key_Return);
               }),
               path("evening.m3u"));
-    EXPECT_EQ(save([](QDialog* dialog) { type(dialog, "wedding"); }), path("wedding"));
+    EXPECT_EQ(save([](QDialog* dialog) { type(dialog, "wedding 12.9"); }), path("wedding 12.9.m3u"));
+    folder.write("Fast.m3u");
     EXPECT_EQ(save([](QDialog* dialog) {
                   bool asked = false;
                   whileAsked(asked, [](QMessageBox& box) { box.button(QMessageBox::No)->click(); });
-                  type(dialog, "Fast.wav");
+                  type(dialog, "Fast");
                   EXPECT_TRUE(asked && dialog->isVisible()) << "a file stands there already";
               }),
               "none");

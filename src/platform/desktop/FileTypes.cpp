@@ -33,7 +33,7 @@ std::vector<std::string> extensionsOf(TypeFamily family) {
     case TypeFamily::wavAudio:
         return {"wav", "wave"};
     case TypeFamily::movie:
-        return {"mp4", "m4v", "mov"};
+        return {"mp4", "m4v", "mov", "avi", "mpg", "mpeg", "3gp", "mkv", "webm"};
     case TypeFamily::commaSeparatedText:
         return {"csv"};
     }

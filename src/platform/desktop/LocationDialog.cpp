@@ -149,10 +149,11 @@ bool LocationDialog::isAcceptable(const QString& path) {
 
 void LocationDialog::accept() {
     if (!nameField_) {
-        QFileDialog::accept();
+        chosen_.clear();
         for (const QString& path : selectedFiles())
             if (mayBeChosen(path.toStdString(), options_.types))
                 chosen_.append(path);
+        QFileDialog::accept(); // tells whoever waits for the answer
         return;
     }
     QStringList paths = candidates();

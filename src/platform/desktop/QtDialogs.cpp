@@ -5,7 +5,9 @@
 #include "platform/desktop/LocationDialog.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QStandardPaths>
 #include <QWindow>
@@ -42,6 +44,27 @@ std::vector<Location> locations(const QStringList& paths) {
         result.push_back(Location{path.toStdString()});
     return result;
 }
+
+/// Completes a typed name where one extension is allowed: under another, nobody could choose the file again.
+class SaveDialog : public QFileDialog {
+public:
+    explicit SaveDialog(const AllowedTypes& types) {
+        if (const auto extensions = extensionsOf(types); extensions.size() == 1)
+            ending_ = '.' + QString::fromStdString(extensions.front());
+    }
+
+    void accept() override {
+        auto* field = findChild<QLineEdit*>("fileNameEdit");
+        const QString name = field->text();
+        const bool isFolder = QFileInfo(directory(), name).isDir();
+        if (!name.isEmpty() && !isFolder && !name.endsWith(ending_, Qt::CaseInsensitive))
+            field->setText(name + ending_);
+        QFileDialog::accept();
+    }
+
+private:
+    QString ending_;
+};
 
 } // namespace
 
@@ -86,7 +109,7 @@ void QtDialogs::chooseToOpenLater(const OpenOptions& options,
 }
 
 std::optional<Location> QtDialogs::chooseToSave(const SaveOptions& options) {
-    QFileDialog dialog;
+    SaveDialog dialog(options.types);
     // Native dialogs may add an extension of their own and have no place for the message.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
