@@ -1,13 +1,13 @@
 #include "faults/FaultReport.h"
 #include "library/PlaylistDatabaseManager.h"
 #include "support/Fakes.h"
+#include "support/OtherProgram.h"
 #include "support/TemporaryFolder.h"
 
 #include <cerrno>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <memory>
-#include <sqlite3.h>
 #include <sys/stat.h>
 
 namespace orvalen::test {
@@ -73,10 +73,7 @@ public:
 
     /// What another program reads, which finds the file sound.
     PreferredMatches rowsOnDisk() {
-        sqlite3* other = nullptr;
-        EXPECT_EQ(sqlite3_open(file().c_str(), &other), SQLITE_OK);
-        EXPECT_EQ(firstText(other, "PRAGMA integrity_check"), "ok");
-        sqlite3_close(other);
+        EXPECT_EQ(OtherProgram(file()).ask("PRAGMA integrity_check"), "ok");
         return PlaylistDatabaseManager(folders, ignored).allPreferredMatches();
     }
 
@@ -86,16 +83,6 @@ public:
     FakeConsole ignored;
 
 private:
-    static std::string firstText(sqlite3* other, const char* query) {
-        sqlite3_stmt* statement = nullptr;
-        EXPECT_EQ(sqlite3_prepare_v2(other, query, -1, &statement, nullptr), SQLITE_OK);
-        EXPECT_EQ(sqlite3_step(statement), SQLITE_ROW);
-        const unsigned char* bytes = sqlite3_column_text(statement, 0);
-        std::string text = bytes ? reinterpret_cast<const char*>(bytes) : "";
-        sqlite3_finalize(statement);
-        return text;
-    }
-
     std::unique_ptr<PlaylistDatabaseManager> database_;
 };
 
@@ -269,12 +256,11 @@ TEST(DatabaseState, IsToldStepByStep) {
 TEST(DatabaseState, WhileAnotherProgramHoldsItTheOldRowsStay) {
     Shelf shelf;
     shelf.database();
-    sqlite3* other = nullptr;
-    ASSERT_EQ(sqlite3_open(shelf.file().c_str(), &other), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    OtherProgram other(shelf.file());
+    other.run("BEGIN EXCLUSIVE");
     steps()[0].act(shelf.database());
     steps()[1].act(shelf.database());
-    sqlite3_close(other);
+    other.run("COMMIT");
     EXPECT_THAT(shelf.console.lines(),
                 testing::ElementsAre("Error saving preferred match: database is locked",
                                      "Error clearing preferred matches: database is locked"));

@@ -7,7 +7,6 @@
 #include <atomic>
 #include <filesystem>
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 #include <thread>
 
 namespace orvalen::test {
