@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPixmapCache>
 #include <QStandardPaths>
 #include <QWindow>
 
@@ -71,6 +72,9 @@ private:
 QtDialogs::QtDialogs() {
     const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
     folder_ = (QFileInfo(music).isDir() ? music : QDir::homePath()).toStdString();
+    // Nobody else draws pixmaps, and every file dialog leaves its symbols in the cache: ten megabytes, by
+    // default.
+    QPixmapCache::setCacheLimit(1024);
 }
 
 /// The next dialog opens where something was chosen last.
