@@ -54,6 +54,18 @@ TEST_F(ResultsPage, ShowsOneGroupPerRow) {
         EXPECT_FALSE(control.name.isEmpty()) << "role " << control.role;
 }
 
+TEST_F(ResultsPage, ShowsTheTextsOfASessionThatWasEditedByHand) {
+    window.click("Close");
+    window.expectGone("Playlist Results");
+    view.matchedTracks.update([](auto& edited) {
+        edited[0].title = "By Hand";
+        edited[0].options[1].bpm = 99;
+    });
+    open();
+    EXPECT_EQ(window.all("Night Band – By Hand", QAccessible::Grouping).size(), 1U);
+    EXPECT_EQ(window.all(several, QAccessible::Grouping).size(), 0U);
+}
+
 TEST_F(ResultsPage, PicksByKeys) {
     window.inRow(several, "Choose match").item->forceActiveFocus(Qt::TabFocusReason);
     window.key(Qt::Key_Down);

@@ -11,28 +11,16 @@
 namespace orvalen {
 namespace {
 
-/// Whatever of a row can change while it stays the same row: a session loaded again may have been edited by
-/// hand.
+/// Whatever of a row can change while its page is open.
 std::size_t contentHash(const MatchedTrack& row) {
     std::size_t hash = row.options.size();
     const auto mix = [&](std::size_t value) { hash = hash * 1099511628211U ^ value; };
-    const auto mixTexts = [&](const std::string& artist, const std::string& title) {
-        mix(std::hash<std::string>{}(artist));
-        mix(std::hash<std::string>{}(title));
-    };
-    const auto mixFile = [&](const Track& track) {
-        mix(std::hash<std::string>{}(track.path));
-        mix(static_cast<std::size_t>(track.bpm.value_or(-1)));
-    };
     mix(row.include ? 1 : 0);
     mix(row.found ? 1 : 0);
     mix(row.selectedTrack ? 1 : 0);
-    mixTexts(row.artist, row.title);
-    if (row.selectedTrack)
-        mixFile(*row.selectedTrack);
-    for (const Track& option : row.options) {
-        mixTexts(option.artist, option.title);
-        mixFile(option);
+    if (row.selectedTrack) {
+        mix(std::hash<std::string>{}(row.selectedTrack->path));
+        mix(static_cast<std::size_t>(row.selectedTrack->bpm.value_or(-1)));
     }
     return hash;
 }
@@ -76,9 +64,9 @@ bool MatchedTracksModel::isSameList(const std::vector<Stamp>& stamps) const {
                       [](const Stamp& left, const Stamp& right) { return left.id == right.id; });
 }
 
-bool MatchedTracksModel::refresh() {
+bool MatchedTracksModel::refresh(bool opensAnew) {
     std::vector<Stamp> stamps = currentStamps();
-    if (!isSameList(stamps)) {
+    if (opensAnew || !isSameList(stamps)) {
         beginResetModel();
         stamps_ = std::move(stamps);
         endResetModel();

@@ -39,7 +39,9 @@ public:
     explicit MatchedTracksModel(ContentView& view);
 
     /// Tells the views which rows are not as they were; resets when the list is another one. True on a reset.
-    bool refresh();
+    /// What can change on the page is looked for; a page that opens anew may show the same rows with other
+    /// texts, from a session that was edited by hand, and resets.
+    bool refresh(bool opensAnew = false);
     /// Whether a row stood for the previewed track, or for none while nothing was previewed, at the last
     /// refresh.
     bool stoodForPreview() const;

@@ -31,9 +31,9 @@ ReviewState::ReviewState(ContentView& view, Announcer& announcer) : FieldGroup(v
 void ReviewState::refresh() {
     // Rows that leave the screen take a preview of theirs with them.
     bool stoodForPreview = rows_.stoodForPreview();
-    const bool replaced = rows_.refresh();
-    stoodForPreview |= !replaced && rows_.stoodForPreview(); // begun and left in one turn
     const bool wasOnScreen = std::exchange(onScreen_, shown());
+    const bool replaced = rows_.refresh(onScreen_ && !wasOnScreen);
+    stoodForPreview |= !replaced && rows_.stoodForPreview(); // begun and left in one turn
     if (wasOnScreen && stoodForPreview && (replaced || !onScreen_)) {
         stopPreviewIfCurrent(view(), view().selectedTrack.get());
         rows_.refresh();
