@@ -2,7 +2,7 @@
 #include "MadeMp3.h"
 #include "Program.h"
 #include "ReviewedRows.h"
-#include "app/MainThread.h"
+#include "app/state/MainThread.h"
 #include "core/Files.h"
 #include "library/FolderScan.h"
 #include "library/LibraryDocument.h"

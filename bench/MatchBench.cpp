@@ -1,6 +1,6 @@
 #include "BenchLibrary.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Keys.h"
 #include "matching/MatchEngine.h"
 #include "support/TestPlatform.h"

@@ -1,5 +1,5 @@
 #include "ReviewedRows.h"
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Files.h"
 #include "core/Json.h"
 #include "export/ExportTargets.h"

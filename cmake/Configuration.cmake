@@ -25,5 +25,5 @@ foreach(address ORVALEN_SPOTIFY_ACCOUNTS_URL ORVALEN_SPOTIFY_API_URL)
   string(REGEX REPLACE "/+$" "" ${address} "${${address}}")
 endforeach()
 
-configure_file("${CMAKE_SOURCE_DIR}/src/app/BuildConfiguration.h.in"
-  "${CMAKE_BINARY_DIR}/generated/app/BuildConfiguration.h" @ONLY)
+configure_file("${CMAKE_SOURCE_DIR}/src/app/state/BuildConfiguration.h.in"
+  "${CMAKE_BINARY_DIR}/generated/app/state/BuildConfiguration.h" @ONLY)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "app/window/MainWindow.h"
 #include "library/PlaylistDatabaseManager.h"
 #include "platform/desktop/BuildBundle.h"
@@ -11,11 +11,11 @@
 #include "platform/desktop/QtDialogs.h"
 #include "platform/desktop/QtHttpSession.h"
 #include "platform/desktop/QtMainQueue.h"
-#include "platform/desktop/TagLibMediaAssets.h"
 #include "platform/system/PosixFolderAccess.h"
 #include "platform/system/StandardConsole.h"
 #include "platform/system/ThreadWorkerQueue.h"
 #include "platform/system/XdgUserFolders.h"
+#include "platform/tags/TagLibMediaAssets.h"
 
 namespace orvalen {
 

@@ -1,5 +1,5 @@
 #include "Program.h"
-#include "app/MainThread.h"
+#include "app/state/MainThread.h"
 
 #include <QApplication>
 #include <csignal>

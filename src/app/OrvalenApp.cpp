@@ -1,7 +1,7 @@
 #include "app/OrvalenApp.h"
 
-#include "app/ContentView.h"
 #include "app/UpdateCheck.h"
+#include "app/state/ContentView.h"
 #include "library/LibraryFile.h"
 #include "platform/Bundle.h"
 #include "platform/MainQueue.h"

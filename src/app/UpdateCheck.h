@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/BuildConfiguration.h"
-#include "app/LatestInfo.h"
+#include "app/state/BuildConfiguration.h"
+#include "app/state/LatestInfo.h"
 #include "core/Error.h"
 
 #include <functional>

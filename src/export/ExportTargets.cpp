@@ -1,6 +1,6 @@
 #include "export/ExportTargets.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Uuid.h"
 #include "export/PlaylistFile.h"
 #include "platform/Console.h"

@@ -1,6 +1,6 @@
 #include "import/DjepImport.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Files.h"
 #include "core/Text.h"
 #include "platform/Console.h"

@@ -1,6 +1,6 @@
 #include "import/SpotifyImport.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Url.h"
 #include "matching/WantedList.h"
 #include "platform/Console.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/BuildConfiguration.h"
+#include "app/state/BuildConfiguration.h"
 #include "core/Error.h"
 
 #include <cstdint>

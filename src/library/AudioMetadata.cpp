@@ -1,6 +1,6 @@
 #include "library/AudioMetadata.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Text.h"
 #include "matching/MatchEngine.h"
 #include "platform/Console.h"

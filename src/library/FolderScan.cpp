@@ -1,6 +1,6 @@
 #include "library/FolderScan.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Text.h"
 #include "library/AudioMetadata.h"
 #include "library/FolderWalk.h"

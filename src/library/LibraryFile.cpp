@@ -1,6 +1,6 @@
 #include "library/LibraryFile.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Files.h"
 #include "library/LibraryDocument.h"
 #include "library/LibraryIndexState.h"

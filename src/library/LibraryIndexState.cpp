@@ -1,6 +1,6 @@
 #include "library/LibraryIndexState.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "matching/MatchEngine.h"
 
 namespace orvalen {

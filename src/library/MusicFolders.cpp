@@ -1,6 +1,6 @@
 #include "library/MusicFolders.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Base64.h"
 #include "core/Files.h"
 #include "core/Json.h"

@@ -1,6 +1,6 @@
 #include "matching/MatchPosts.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "platform/MainQueue.h"
 
 #include <utility>

@@ -1,6 +1,6 @@
 #include "matching/MatchReview.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Keys.h"
 #include "core/Text.h"
 #include "library/PlaylistDatabaseManager.h"

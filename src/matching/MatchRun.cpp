@@ -1,6 +1,6 @@
 #include "matching/MatchEngine.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Keys.h"
 #include "core/Text.h"
 #include "matching/MatchPosts.h"

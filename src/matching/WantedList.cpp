@@ -1,6 +1,6 @@
 #include "matching/WantedList.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Text.h"
 #include "import/SpotifyImport.h"
 #include "matching/MatchEngine.h"

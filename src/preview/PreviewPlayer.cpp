@@ -1,6 +1,6 @@
 #include "preview/PreviewPlayer.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Text.h"
 #include "matching/MatchReview.h"
 #include "platform/Console.h"

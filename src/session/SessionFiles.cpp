@@ -1,6 +1,6 @@
 #include "session/SessionFiles.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Files.h"
 #include "core/Json.h"
 #include "library/SupportFolder.h"

@@ -11,35 +11,38 @@ namespace fs = std::filesystem;
 
 /// The floor of each folder of src/; an include may go to the same floor or further down.
 const std::map<std::string, int> floors = {
-    {"core", 1},   {"platform", 1}, {"matching", 3}, {"library", 3},          {"import", 3},
-    {"export", 3}, {"session", 3},  {"preview", 3},  {"platform/desktop", 4}, {"app/window", 4},
+    {"core", 1},
+    {"platform", 1},
+    {"matching", 3},
+    {"library", 3},
+    {"import", 3},
+    {"export", 3},
+    {"session", 3},
+    {"preview", 3},
+    {"platform/desktop", 4},
+    {"app/window", 4},
+    {"app/state", 2},
+    {"app", 3},
+    {"platform/system", 2},
+    {"platform/tags", 2},
+    {"app/window/bridge", 4},
+    {"app/window/accessible", 4},
+    {"app/window/style", 4},
+    {"app/window/symbols", 4},
 };
-
-/// In app/ the state stands below the operations.
-int floorOfAppFile(const std::string& file) {
-    for (const char* state : {"ContentView.h", "Field.h", "MainThread.h", "MainThread.cpp", "LatestInfo.h",
-                              "BuildConfiguration.h", "BuildConfiguration.h.in"})
-        if (file == state)
-            return 2;
-    return 3;
-}
 
 int floorOf(const std::string& relative) {
     const fs::path path(relative);
     const std::string folder = path.parent_path().generic_string();
     if (folder.empty())
         return 5;
-    if (folder == "app")
-        return floorOfAppFile(path.filename().string());
-    if (folder == "platform/system")
-        return 2;
     const auto found = floors.find(folder);
     return found == floors.end() ? -1 : found->second;
 }
 
 bool mayIncludeToolkit(const std::string& relative) {
-    return relative.starts_with("platform/desktop/") || relative.starts_with("app/window/") ||
-           relative == "main.cpp";
+    return relative.starts_with("platform/desktop/") || relative.starts_with("platform/tags/") ||
+           relative.starts_with("app/window/") || relative == "main.cpp";
 }
 
 bool isToolkitHeader(const std::string& header) {

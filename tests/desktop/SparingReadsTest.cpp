@@ -1,9 +1,9 @@
 #include "core/Files.h"
 #include "desktop/TagBytes.h"
 #include "library/AudioMetadata.h"
-#include "platform/desktop/ByteSource.h"
-#include "platform/desktop/TagLibMediaAssets.h"
-#include "platform/desktop/TagLibText.h"
+#include "platform/tags/ByteSource.h"
+#include "platform/tags/TagLibMediaAssets.h"
+#include "platform/tags/TagLibText.h"
 #include "support/Fakes.h"
 #include "support/TemporaryFolder.h"
 

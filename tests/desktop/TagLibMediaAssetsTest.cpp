@@ -1,4 +1,4 @@
-#include "platform/desktop/TagLibMediaAssets.h"
+#include "platform/tags/TagLibMediaAssets.h"
 
 #include "desktop/TagBytes.h"
 #include "library/AudioMetadata.h"

@@ -1,6 +1,6 @@
 #include "faults/FaultReport.h"
 #include "library/AudioMetadata.h"
-#include "platform/desktop/TagLibMediaAssets.h"
+#include "platform/tags/TagLibMediaAssets.h"
 #include "support/Fakes.h"
 #include "support/TemporaryFolder.h"
 

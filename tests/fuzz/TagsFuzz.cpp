@@ -1,8 +1,8 @@
 #include "Fuzz.h"
 #include "core/Text.h"
-#include "platform/desktop/Id3Tag.h"
-#include "platform/desktop/TagLibMediaAssets.h"
-#include "platform/desktop/TagReading.h"
+#include "platform/tags/Id3Tag.h"
+#include "platform/tags/TagLibMediaAssets.h"
+#include "platform/tags/TagReading.h"
 
 #include <sys/mman.h>
 #include <unistd.h>

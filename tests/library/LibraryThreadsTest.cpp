@@ -1,4 +1,4 @@
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "core/Keys.h"
 #include "library/FolderScan.h"
 #include "library/LibraryFile.h"

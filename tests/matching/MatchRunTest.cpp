@@ -1,6 +1,6 @@
 #include "matching/MatchEngine.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "library/LibraryIndexState.h"
 #include "matching/MatchPosts.h"
 #include "support/Builders.h"

@@ -1,6 +1,6 @@
 #include "matching/WantedList.h"
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "library/LibraryIndexState.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"

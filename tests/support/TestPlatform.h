@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/ContentView.h"
+#include "app/state/ContentView.h"
 #include "library/PlaylistDatabaseManager.h"
 #include "support/FakeDialogs.h"
 #include "support/FakeMainQueue.h"

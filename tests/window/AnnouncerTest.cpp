@@ -1,4 +1,4 @@
-#include "app/window/LibraryState.h"
+#include "app/window/bridge/LibraryState.h"
 #include "support/TestPlatform.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "app/window/ColorScheme.h"
+#include "app/window/style/ColorScheme.h"
 
 #include "desktop/PrivateBus.h"
 

@@ -1,4 +1,4 @@
-#include "app/window/Drops.h"
+#include "app/window/bridge/Drops.h"
 #include "support/TemporaryFolder.h"
 #include "window/WindowHarness.h"
 

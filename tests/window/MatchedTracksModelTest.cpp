@@ -1,4 +1,4 @@
-#include "app/window/MatchedTracksModel.h"
+#include "app/window/bridge/MatchedTracksModel.h"
 
 #include "matching/MatchReview.h"
 #include "support/Builders.h"

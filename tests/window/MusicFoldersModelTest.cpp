@@ -1,4 +1,4 @@
-#include "app/window/MusicFoldersModel.h"
+#include "app/window/bridge/MusicFoldersModel.h"
 
 #include "library/LibraryIndexState.h"
 #include "support/Builders.h"

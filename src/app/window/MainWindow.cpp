@@ -1,17 +1,17 @@
 #include "app/window/MainWindow.h"
 
 #include "app/OrvalenApp.h"
-#include "app/window/Announcer.h"
-#include "app/window/ColorScheme.h"
-#include "app/window/ControlAccessible.h"
-#include "app/window/Drops.h"
-#include "app/window/ExportState.h"
-#include "app/window/LibraryState.h"
-#include "app/window/PreviewState.h"
-#include "app/window/ReviewState.h"
-#include "app/window/SymbolProvider.h"
-#include "app/window/UpdateState.h"
-#include "app/window/WantedState.h"
+#include "app/window/accessible/ControlAccessible.h"
+#include "app/window/bridge/Announcer.h"
+#include "app/window/bridge/Drops.h"
+#include "app/window/bridge/ExportState.h"
+#include "app/window/bridge/LibraryState.h"
+#include "app/window/bridge/PreviewState.h"
+#include "app/window/bridge/ReviewState.h"
+#include "app/window/bridge/UpdateState.h"
+#include "app/window/bridge/WantedState.h"
+#include "app/window/style/ColorScheme.h"
+#include "app/window/symbols/SymbolProvider.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -67,7 +67,7 @@ public:
                                      {"preview", QVariant::fromValue(&preview)},
                                      {"update", QVariant::fromValue(&update)},
                                      {"drops", QVariant::fromValue(&drops)}});
-        engine.load(QUrl("qrc:/qt/qml/Orvalen/Main.qml"));
+        engine.load(QUrl("qrc:/qt/qml/Orvalen/pages/Main.qml"));
         if (engine.rootObjects().isEmpty())
             qFatal("The window cannot be made");
         window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());

@@ -1,6 +1,6 @@
 #include "platform/desktop/BuildBundle.h"
 
-#include "app/BuildConfiguration.h"
+#include "app/state/BuildConfiguration.h"
 
 namespace orvalen {
 

@@ -1,7 +1,7 @@
 #include "platform/desktop/MpvAudioPlayers.h"
 
-#include "platform/desktop/ByteSource.h"
 #include "platform/desktop/MpvCore.h"
+#include "platform/tags/ByteSource.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "app/state/BuildConfiguration.h"
+#include "app/state/Field.h"
+#include "app/state/LatestInfo.h"
+#include "core/LibraryIndex.h"
+#include "core/Location.h"
+#include "core/MatchedTrack.h"
+#include "platform/AudioPlayer.h"
+#include "platform/Platform.h"
+#include "platform/Timer.h"
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orvalen {
+
+class PlaylistDatabaseManager;
+
+enum class InputMode { textList, spotify, djep };
+
+/// The two orders of a pasted line; every other text is read as title first.
+inline constexpr const char* artistTitleFormat = "artist-title";
+inline constexpr const char* titleArtistFormat = "title-artist";
+
+/// The state of the program: the fields and nothing else. Main thread only. Operations are free functions
+/// that take it by reference; what they may reach beside the fields is the platform and the one database.
+struct ContentView {
+    using Database = std::function<PlaylistDatabaseManager&()>;
+
+    /// The database is asked for on first use, from any thread; the function gives the same one every time.
+    ContentView(Platform& platform_, Database database_)
+        : platform(platform_), database(std::move(database_)) {}
+
+    Platform& platform;
+    const Database database;
+
+    Field<std::vector<Location>> musicFolderURLs;
+    Field<std::string> matchInputFormat{artistTitleFormat};
+    Field<bool> showExportSuccessBanner{false};
+    Field<std::string> selectedExportFormat{"m3u"};
+    Field<LibraryIndex> trackDict;
+    Field<std::int64_t> trackCount{0};
+    Field<std::string> matchInput;
+    Field<std::vector<MatchedTrack>> matchedTracks;
+    Field<double> matchProgress{0};
+    Field<std::shared_ptr<AudioPlayer>> audioPlayer;
+    Field<std::optional<Track>> selectedTrack; ///< the track loaded for preview
+    Field<bool> isPlaying{false};              ///< as the user last set it
+    Field<double> playbackProgress{0};
+    Field<TimerHandle> playbackTimer;
+    Field<double> scanProgress{0}; ///< above 0: a scan is running
+    Field<std::string> scanningFileName;
+    Field<bool> showResultsPage{false};
+    Field<std::optional<LatestInfo>> remoteInfo;
+    Field<bool> showUpdateAlert{false};
+    Field<InputMode> inputMode{InputMode::textList};
+    Field<std::string> spotifyURLInput;
+    Field<bool> isMatching{false};
+    Field<bool> showDeleteLibraryConfirmation{false};
+    Field<bool> ignoreDoNotPlay{true};
+    Field<std::int64_t> peakLevelLeft{0};
+    Field<std::int64_t> peakLevelRight{0};
+    Field<std::array<float, 16>> leftVU;
+    Field<std::array<float, 16>> rightVU;
+    Field<bool> isAutoSaving{false};
+    const std::string spotifyClientID{configuration::spotifyClientID};
+    const std::string spotifyClientSecret{configuration::spotifyClientSecret};
+    Field<double> vuLevelLeft{0};
+    Field<double> vuLevelRight{0};
+};
+
+} // namespace orvalen

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "app/window/bridge/FieldGroup.h"
+
+#include <QList>
+#include <QString>
+
+namespace orvalen {
+
+class WantedState;
+
+/// The export options of the results page.
+class ExportState : public orvalen::FieldGroup {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the window")
+    Q_PROPERTY(QList<QString> formats READ formats CONSTANT)
+    Q_PROPERTY(QList<QString> howTos READ howTos CONSTANT)
+    Q_PROPERTY(int formatIndex READ formatIndex WRITE setFormatIndex NOTIFY changed)
+    Q_PROPERTY(QString tip READ tip NOTIFY changed)
+    Q_PROPERTY(bool canExport READ canExport NOTIFY changed)
+    Q_PROPERTY(bool bannerShown READ bannerShown NOTIFY changed)
+
+public:
+    ExportState(ContentView& view, Announcer& announcer, WantedState& wanted);
+
+    QList<QString> formats() const;
+    QList<QString> howTos() const;
+    /// -1 when the state holds a value that is none of the choices.
+    int formatIndex() const;
+    void setFormatIndex(int index);
+    QString tip() const;
+    bool canExport() const;
+    bool bannerShown() const;
+
+    Q_INVOKABLE void showHowTo(int index);
+    Q_INVOKABLE void exportPlaylist();
+    Q_INVOKABLE void saveSession();
+
+private:
+    WantedState& wanted_;
+};
+
+} // namespace orvalen

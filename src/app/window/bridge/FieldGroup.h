@@ -1,0 +1,51 @@
+#pragma once
+
+#include "app/state/ContentView.h"
+#include "app/window/bridge/Announcer.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QtQml/qqmlregistration.h>
+#include <functional>
+
+namespace orvalen {
+
+/// Shows some fields of the state to the views as properties. The properties are computed from the fields
+/// when they are read; `changed` comes once per turn of the announcer after any of the fields was written.
+class FieldGroup : public QObject {
+    Q_OBJECT
+    QML_ANONYMOUS
+
+public:
+    FieldGroup(ContentView& view, Announcer& announcer);
+
+signals:
+    void changed();
+
+protected:
+    /// Called in the turn after a followed field was written; emits `changed`.
+    virtual void refresh();
+
+    template <typename T>
+    void follow(Field<T>& field) {
+        field.observe([guard = QPointer<FieldGroup>(this)] {
+            if (guard)
+                guard->markDirty();
+        });
+    }
+
+    /// Runs an operation after the event that asked for it has been handled, so that a dialog which it opens
+    /// does not keep a view's handler waiting.
+    void later(std::function<void(ContentView&)> operation);
+
+    ContentView& view() const { return view_; }
+
+private:
+    void markDirty();
+
+    ContentView& view_;
+    Announcer& announcer_;
+    bool dirty_ = false;
+};
+
+} // namespace orvalen

@@ -1,0 +1,146 @@
+#include "app/window/bridge/MatchedTracksModel.h"
+
+#include "app/window/bridge/QtText.h"
+#include "matching/MatchReview.h"
+#include "preview/PreviewPlayer.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <functional>
+
+namespace orvalen {
+namespace {
+
+/// Whatever of a row can change while its page is open.
+std::size_t contentHash(const MatchedTrack& row) {
+    std::size_t hash = row.options.size();
+    const auto mix = [&](std::size_t value) { hash = hash * 1099511628211U ^ value; };
+    mix(row.include ? 1 : 0);
+    mix(row.found ? 1 : 0);
+    mix(row.selectedTrack ? 1 : 0);
+    if (row.selectedTrack) {
+        mix(std::hash<std::string>{}(row.selectedTrack->path));
+        mix(static_cast<std::size_t>(row.selectedTrack->bpm.value_or(-1)));
+    }
+    return hash;
+}
+
+MatchedTracksModel::Decision decisionOn(const MatchedTrack& row) {
+    if (!row.selectedTrack && row.options.empty())
+        return MatchedTracksModel::NoCandidate;
+    if (row.selectedTrack && row.include)
+        return MatchedTracksModel::Included;
+    return needsDecision(row) || !row.selectedTrack ? MatchedTracksModel::Undecided
+                                                    : MatchedTracksModel::Chosen;
+}
+
+QStringList optionLabels(const MatchedTrack& row) {
+    QStringList labels;
+    if (!showsPicker(row))
+        return labels;
+    labels.reserve(static_cast<qsizetype>(row.options.size()));
+    for (const Track& option : row.options)
+        labels.append(toQString(optionLabel(option)));
+    return labels;
+}
+
+} // namespace
+
+MatchedTracksModel::MatchedTracksModel(ContentView& view) : view_(view), stamps_(currentStamps()) {}
+
+std::vector<MatchedTracksModel::Stamp> MatchedTracksModel::currentStamps() const {
+    const auto& previewed = view_.selectedTrack.get();
+    const bool isPlaying = view_.isPlaying.get();
+    std::vector<Stamp> stamps;
+    stamps.reserve(view_.matchedTracks.get().size());
+    for (const MatchedTrack& row : view_.matchedTracks.get())
+        stamps.push_back({row.id, contentHash(row), isHeaderBold(row, previewed),
+                          isPlaying && isPreviewed(row, previewed), showsPause(view_, row.selectedTrack)});
+    return stamps;
+}
+
+bool MatchedTracksModel::isSameList(const std::vector<Stamp>& stamps) const {
+    return std::equal(stamps.begin(), stamps.end(), stamps_.begin(), stamps_.end(),
+                      [](const Stamp& left, const Stamp& right) { return left.id == right.id; });
+}
+
+bool MatchedTracksModel::refresh(bool opensAnew) {
+    std::vector<Stamp> stamps = currentStamps();
+    if (opensAnew || !isSameList(stamps)) {
+        beginResetModel();
+        stamps_ = std::move(stamps);
+        endResetModel();
+        return true;
+    }
+    stamps_.swap(stamps);
+    announceChanges(stamps);
+    return false;
+}
+
+void MatchedTracksModel::announceChanges(const std::vector<Stamp>& old) {
+    for (std::size_t first = 0; first < old.size(); ++first) {
+        if (old[first] == stamps_[first])
+            continue;
+        std::size_t last = first;
+        while (last + 1 < old.size() && !(old[last + 1] == stamps_[last + 1]))
+            ++last;
+        emit dataChanged(index(static_cast<int>(first)), index(static_cast<int>(last)));
+        first = last;
+    }
+}
+
+bool MatchedTracksModel::stoodForPreview() const {
+    return std::any_of(stamps_.begin(), stamps_.end(), [](const Stamp& stamp) { return stamp.bold; });
+}
+
+int MatchedTracksModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(stamps_.size());
+}
+
+QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
+    const auto& rows = view_.matchedTracks.get();
+    // The state may already hold another list than the one the views were told of.
+    if (!index.isValid() || static_cast<std::size_t>(index.row()) >= rows.size())
+        return {};
+    const MatchedTrack& row = rows[static_cast<std::size_t>(index.row())];
+    const auto& track = row.selectedTrack;
+    switch (role) {
+    case label:
+        return toQString(rowLabel(row));
+    case header:
+        return toQString(rowHeader(row));
+    case bold:
+        return isHeaderBold(row, view_.selectedTrack.get());
+    case options:
+        return optionLabels(row);
+    case picked:
+        return pickedOption(row);
+    case hasTrack:
+        return track.has_value();
+    case fileLine:
+        return track ? toQString(fileText(*track)) : QString();
+    case tempoLine:
+        return track ? toQString(tempoText(*track)) : QString();
+    case hasTempo:
+        return track && track->bpm.has_value();
+    case pauses:
+        return showsPause(view_, track);
+    case playing:
+        return view_.isPlaying.get() && isPreviewed(row, view_.selectedTrack.get());
+    case included:
+        return row.include;
+    case decision:
+        return decisionOn(row);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> MatchedTracksModel::roleNames() const {
+    return {{label, "label"},       {header, "header"},     {bold, "bold"},         {options, "options"},
+            {picked, "picked"},     {hasTrack, "hasTrack"}, {fileLine, "fileLine"}, {tempoLine, "tempoLine"},
+            {hasTempo, "hasTempo"}, {pauses, "pauses"},     {playing, "playing"},   {included, "included"},
+            {decision, "decision"}};
+}
+
+} // namespace orvalen

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "app/state/ContentView.h"
+
+#include <QAbstractListModel>
+#include <QtQml/qqmlregistration.h>
+#include <vector>
+
+namespace orvalen {
+
+/// The result rows as the views show them. Beside the state's own rows it keeps only a small stamp of each,
+/// so that it can tell the views exactly which rows have changed.
+class MatchedTracksModel : public QAbstractListModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("shown by ReviewState")
+
+public:
+    enum Role {
+        label = Qt::UserRole,
+        header,
+        bold,
+        options,
+        picked,
+        hasTrack,
+        fileLine,
+        tempoLine,
+        hasTempo,
+        pauses,
+        playing,
+        included,
+        decision,
+    };
+
+    /// Where a row stands on its way into the playlist.
+    enum Decision { NoCandidate, Undecided, Chosen, Included };
+    Q_ENUM(Decision)
+
+    explicit MatchedTracksModel(ContentView& view);
+
+    /// Tells the views which rows are not as they were; resets when the list is another one. True on a reset.
+    /// What can change on the page is looked for; a page that opens anew may show the same rows with other
+    /// texts, from a session that was edited by hand, and resets.
+    bool refresh(bool opensAnew = false);
+    /// Whether a row stood for the previewed track, or for none while nothing was previewed, at the last
+    /// refresh.
+    bool stoodForPreview() const;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+private:
+    struct Stamp {
+        UUID id;
+        std::size_t content = 0;
+        bool bold = false;
+        bool playing = false;
+        bool pauses = false;
+        bool operator==(const Stamp&) const = default;
+    };
+
+    std::vector<Stamp> currentStamps() const;
+    bool isSameList(const std::vector<Stamp>& stamps) const;
+    void announceChanges(const std::vector<Stamp>& old);
+
+    ContentView& view_;
+    std::vector<Stamp> stamps_;
+};
+
+} // namespace orvalen

@@ -1,0 +1,56 @@
+#include "app/window/bridge/PreviewState.h"
+
+#include "app/window/bridge/QtText.h"
+#include "platform/AudioPlayer.h"
+#include "preview/PreviewPlayer.h"
+
+#include <algorithm>
+
+namespace orvalen {
+
+PreviewState::PreviewState(ContentView& view, Announcer& announcer) : FieldGroup(view, announcer) {
+    follow(view.audioPlayer);
+    follow(view.selectedTrack);
+    follow(view.playbackProgress);
+}
+
+bool PreviewState::shown() const {
+    return view().selectedTrack.get().has_value();
+}
+
+QString PreviewState::title() const {
+    const auto& track = view().selectedTrack.get();
+    return track ? "Now Playing: " + toQString(track->path) : QString();
+}
+
+double PreviewState::progress() const {
+    return view().playbackProgress.get();
+}
+
+QString PreviewState::position() const {
+    const auto& track = view().selectedTrack.get();
+    return track ? toQString(positionLabel(view(), *track)) : QString();
+}
+
+QString PreviewState::length() const {
+    const auto& track = view().selectedTrack.get();
+    return track ? toQString(lengthLabel(view(), *track)) : QString();
+}
+
+void PreviewState::moveTo(double progress) {
+    view().playbackProgress.set(progress);
+}
+
+void PreviewState::seekTo(double progress) {
+    // The progress tick may have written the field since the slider moved.
+    moveTo(progress);
+    seekPreview(view());
+}
+
+void PreviewState::stepBy(double share) {
+    const auto& player = view().audioPlayer.get();
+    if (player && player->duration() > 0)
+        seekTo(std::clamp(player->currentTime() / player->duration() + share, 0.0, 1.0));
+}
+
+} // namespace orvalen

@@ -1,0 +1,100 @@
+#include "app/window/bridge/ReviewState.h"
+
+#include "app/window/bridge/QtText.h"
+#include "library/AudioMetadata.h"
+#include "matching/MatchReview.h"
+#include "preview/PreviewPlayer.h"
+
+#include <utility>
+
+namespace orvalen {
+namespace {
+
+/// The row at the position, or null.
+const MatchedTrack* rowAt(const ContentView& view, int row) {
+    const auto& rows = view.matchedTracks.get();
+    const auto position = static_cast<std::size_t>(row);
+    return row >= 0 && position < rows.size() ? &rows[position] : nullptr;
+}
+
+} // namespace
+
+ReviewState::ReviewState(ContentView& view, Announcer& announcer) : FieldGroup(view, announcer), rows_(view) {
+    follow(view.matchedTracks);
+    follow(view.selectedTrack);
+    follow(view.isPlaying);
+    follow(view.showResultsPage);
+    follow(view.isAutoSaving);
+    onScreen_ = shown();
+}
+
+void ReviewState::refresh() {
+    // Rows that leave the screen take a preview of theirs with them.
+    bool stoodForPreview = rows_.stoodForPreview();
+    const bool wasOnScreen = std::exchange(onScreen_, shown());
+    const bool replaced = rows_.refresh(onScreen_ && !wasOnScreen);
+    stoodForPreview |= !replaced && rows_.stoodForPreview(); // begun and left in one turn
+    if (wasOnScreen && stoodForPreview && (replaced || !onScreen_)) {
+        stopPreviewIfCurrent(view(), view().selectedTrack.get());
+        rows_.refresh();
+    }
+    emit changed();
+}
+
+bool ReviewState::shown() const {
+    return view().showResultsPage.get();
+}
+
+QString ReviewState::summary() const {
+    return toQString(selectionSummary(view().matchedTracks.get()));
+}
+
+bool ReviewState::autoSaving() const {
+    return view().isAutoSaving.get();
+}
+
+void ReviewState::close() {
+    view().showResultsPage.set(false);
+}
+
+void ReviewState::includeAll(bool include) {
+    setIncludeForAll(view(), include);
+}
+
+void ReviewState::include(int row, bool include) {
+    if (rowAt(view(), row) != nullptr)
+        setInclude(view(), static_cast<std::size_t>(row), include);
+}
+
+void ReviewState::choose(int row, int option) {
+    const MatchedTrack* match = rowAt(view(), row);
+    if (match == nullptr || option < 0 || static_cast<std::size_t>(option) >= match->options.size())
+        return;
+    const std::string path = match->options[static_cast<std::size_t>(option)].path;
+    chooseOption(view(), static_cast<std::size_t>(row), path);
+}
+
+QStringList ReviewState::optionPaths(int row) const {
+    QStringList paths;
+    if (const MatchedTrack* match = rowAt(view(), row))
+        for (const Track& option : match->options)
+            paths.append(toQString(option.path));
+    return paths;
+}
+
+void ReviewState::browse(int row) {
+    later([row](ContentView& state) {
+        if (rowAt(state, row) != nullptr)
+            attachBrowsedFile(state, static_cast<std::size_t>(row));
+    });
+}
+
+void ReviewState::togglePreview(int row) {
+    const MatchedTrack* match = rowAt(view(), row);
+    if (match == nullptr || !match->selectedTrack)
+        return;
+    const Track track = *match->selectedTrack;
+    orvalen::togglePreview(view(), track);
+}
+
+} // namespace orvalen

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "app/window/bridge/FieldGroup.h"
+#include "app/window/bridge/MatchedTracksModel.h"
+
+#include <QString>
+
+namespace orvalen {
+
+/// The results page: its rows, their choices, and whether it is shown. A row is told by its position.
+class ReviewState : public orvalen::FieldGroup {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the window")
+    Q_PROPERTY(orvalen::MatchedTracksModel* rows READ rows CONSTANT)
+    Q_PROPERTY(bool shown READ shown NOTIFY changed)
+    Q_PROPERTY(QString summary READ summary NOTIFY changed)
+    Q_PROPERTY(bool autoSaving READ autoSaving NOTIFY changed)
+
+public:
+    ReviewState(ContentView& view, Announcer& announcer);
+
+    MatchedTracksModel* rows() { return &rows_; }
+    bool shown() const;
+    QString summary() const;
+    bool autoSaving() const;
+
+    Q_INVOKABLE void close();
+    Q_INVOKABLE void includeAll(bool include);
+    Q_INVOKABLE void include(int row, bool include);
+    Q_INVOKABLE void choose(int row, int option);
+    /// Where the row's candidates lie: their names may be the same.
+    Q_INVOKABLE QStringList optionPaths(int row) const;
+    Q_INVOKABLE void browse(int row);
+    Q_INVOKABLE void togglePreview(int row);
+
+protected:
+    void refresh() override;
+
+private:
+    MatchedTracksModel rows_;
+    bool onScreen_ = false; ///< whether the rows were on screen at the last refresh
+};
+
+} // namespace orvalen

@@ -1,0 +1,41 @@
+#include "app/window/bridge/UpdateState.h"
+
+#include "app/OrvalenApp.h"
+#include "app/UpdateCheck.h"
+#include "app/state/BuildConfiguration.h"
+#include "app/window/bridge/QtText.h"
+
+namespace orvalen {
+
+UpdateState::UpdateState(ContentView& view, Announcer& announcer) : FieldGroup(view, announcer) {
+    follow(view.showUpdateAlert);
+    follow(view.remoteInfo);
+}
+
+QString UpdateState::footer() const {
+    const Bundle& bundle = view().platform.bundle;
+    return "Created by " + toQString(configuration::siteName) + " v" +
+           toQString(infoString(bundle, "CFBundleShortVersionString")) + " (Build " +
+           toQString(infoString(bundle, "CFBundleVersion")) + ")";
+}
+
+bool UpdateState::shown() const {
+    return view().showUpdateAlert.get() && view().remoteInfo.get().has_value();
+}
+
+QString UpdateState::notes() const {
+    const auto& info = view().remoteInfo.get();
+    return info && info->notes ? toQString(*info->notes) : "A new version is available.";
+}
+
+void UpdateState::download() {
+    if (const auto& info = view().remoteInfo.get())
+        openDownloadPage(view().platform, *info);
+    dismiss();
+}
+
+void UpdateState::dismiss() {
+    view().showUpdateAlert.set(false);
+}
+
+} // namespace orvalen

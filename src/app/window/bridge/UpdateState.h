@@ -1,0 +1,29 @@
+#pragma once
+
+#include "app/window/bridge/FieldGroup.h"
+
+#include <QString>
+
+namespace orvalen {
+
+/// The version in the footer and the alert that announces a newer one.
+class UpdateState : public orvalen::FieldGroup {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the window")
+    Q_PROPERTY(QString footer READ footer CONSTANT)
+    Q_PROPERTY(bool shown READ shown NOTIFY changed)
+    Q_PROPERTY(QString notes READ notes NOTIFY changed)
+
+public:
+    UpdateState(ContentView& view, Announcer& announcer);
+
+    QString footer() const;
+    bool shown() const;
+    QString notes() const;
+
+    Q_INVOKABLE void download();
+    Q_INVOKABLE void dismiss();
+};
+
+} // namespace orvalen

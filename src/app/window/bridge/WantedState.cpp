@@ -1,0 +1,197 @@
+#include "app/window/bridge/WantedState.h"
+
+#include "app/window/bridge/QtText.h"
+#include "core/Text.h"
+#include "import/DjepImport.h"
+#include "matching/WantedList.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTextDocument>
+#include <chrono>
+#include <utility>
+
+namespace orvalen {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Up to here a keystroke hands over the whole text at once.
+constexpr int longText = 20'000;
+constexpr auto longTextDelay = 250ms;
+
+/// What the editor lays out in a few seconds at most. Its time grows with the square of a line's length.
+constexpr qsizetype longestLine = 10'000;
+constexpr qsizetype longestText = 12'000'000;
+
+bool canBeShown(const QString& text) {
+    if (text.size() > longestText)
+        return false;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == u'\n')
+            start = i + 1;
+        else if (i - start >= longestLine)
+            return false;
+    }
+    return true;
+}
+
+/// The document's text with line feeds; unlike its plain text it keeps no-break spaces.
+std::string textOf(const QTextDocument& document) {
+    QString text = document.toRawText();
+    for (QChar& c : text)
+        if (c == QChar::ParagraphSeparator || c == QChar::LineSeparator)
+            c = u'\n';
+    return toUtf8(text);
+}
+
+} // namespace
+
+WantedState::WantedState(ContentView& view, Announcer& announcer) : FieldGroup(view, announcer) {
+    follow(view.inputMode);
+    follow(view.matchInputFormat);
+    follow(view.matchInput);
+    follow(view.spotifyURLInput);
+    follow(view.ignoreDoNotPlay);
+    follow(view.trackDict);
+    follow(view.isMatching);
+    follow(view.matchProgress);
+    follow(view.scanningFileName);
+    view.matchInput.observe([guard = QPointer<WantedState>(this)] {
+        WantedState* state = guard.data();
+        if (state == nullptr || state->committing_)
+            return;
+        state->replaced_ = true;
+        state->edited_ = false; // the later write wins
+    });
+    commitTimer_.setSingleShot(true);
+    connect(&commitTimer_, &QTimer::timeout, this, &WantedState::commitEdits);
+}
+
+void WantedState::refresh() {
+    if (std::exchange(replaced_, false) && document_) {
+        const QString text = toQString(view().matchInput.get());
+        tooLongToShow_ = !canBeShown(text);
+        replacing_ = true;
+        emit textReplaced(tooLongToShow_ ? QString() : text);
+        replacing_ = false;
+        edited_ = false;
+    }
+    emit changed();
+}
+
+void WantedState::edit(QQuickTextDocument* document, QQuickItem* editor) {
+    // Draw what is in sight and no more; the toolkit does so only for a long text that was set, not pasted.
+    editor->setFlag(QQuickItem::ItemObservesViewport);
+    document_ = document->textDocument();
+    connect(document_, &QTextDocument::contentsChanged, this, &WantedState::documentChanged);
+    replaced_ = true;
+    refresh();
+}
+
+void WantedState::documentChanged() {
+    if (replacing_)
+        return;
+    edited_ = true;
+    tooLongToShow_ = false;
+    commitTimer_.start(document_->characterCount() > longText ? longTextDelay : 0ms);
+}
+
+void WantedState::commitEdits() {
+    if (!edited_ || !document_)
+        return;
+    edited_ = false;
+    committing_ = true;
+    view().matchInput.set(textOf(*document_));
+    committing_ = false;
+}
+
+bool WantedState::takesWhole(bool markedElsewhere) {
+    const QString text =
+        QGuiApplication::clipboard()->text(markedElsewhere ? QClipboard::Selection : QClipboard::Clipboard);
+    if (canBeShown(text))
+        return false;
+    view().matchInput.set(toUtf8(text));
+    return true;
+}
+
+QString WantedState::selectedElsewhere() const {
+    return QGuiApplication::clipboard()->text(QClipboard::Selection);
+}
+
+int WantedState::inputMode() const {
+    return static_cast<int>(view().inputMode.get());
+}
+
+void WantedState::setInputMode(int mode) {
+    view().inputMode.set(static_cast<InputMode>(mode));
+}
+
+int WantedState::formatIndex() const {
+    return view().matchInputFormat.get() == artistTitleFormat ? 0 : 1;
+}
+
+void WantedState::setFormatIndex(int index) {
+    view().matchInputFormat.set(index == 0 ? artistTitleFormat : titleArtistFormat);
+}
+
+QString WantedState::spotifyAddress() const {
+    return toQString(view().spotifyURLInput.get());
+}
+
+void WantedState::setSpotifyAddress(const QString& address) {
+    view().spotifyURLInput.set(toUtf8(address));
+}
+
+bool WantedState::ignoreDoNotPlay() const {
+    return view().ignoreDoNotPlay.get();
+}
+
+void WantedState::setIgnoreDoNotPlay(bool ignore) {
+    view().ignoreDoNotPlay.set(ignore);
+}
+
+bool WantedState::canMatch() const {
+    if (view().trackDict.get().empty())
+        return false;
+    switch (view().inputMode.get()) {
+    case InputMode::textList:
+        return !isBlank(view().matchInput.get());
+    case InputMode::spotify:
+        return !isBlank(view().spotifyURLInput.get());
+    case InputMode::djep:
+        return true;
+    }
+    return false;
+}
+
+bool WantedState::matching() const {
+    return view().isMatching.get();
+}
+
+QString WantedState::matchingText() const {
+    return "Matching " + toQString(view().scanningFileName.get()) + "…";
+}
+
+bool WantedState::matchBarVisible() const {
+    return matchProgress() > 0 && matchProgress() < 1;
+}
+
+double WantedState::matchProgress() const {
+    return view().matchProgress.get();
+}
+
+void WantedState::match() {
+    later([this](ContentView& state) {
+        commitEdits();
+        if (canMatch())
+            startMatching(state);
+    });
+}
+
+void WantedState::importDJEP() {
+    later(importDJEPCSV);
+}
+
+} // namespace orvalen

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "app/window/bridge/FieldGroup.h"
+
+#include <QQuickItem>
+#include <QQuickTextDocument>
+#include <QString>
+#include <QTimer>
+
+namespace orvalen {
+
+/// The wanted songs: the three ways to state them, and the match run.
+///
+/// The editor's text is not bound: a long list would be copied at every keystroke. Edits reach the state in
+/// the next turn of the event loop, of a long list a moment later, and always before an operation that reads
+/// them; the editor is told when the state's text was replaced from elsewhere.
+class WantedState : public orvalen::FieldGroup {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the window")
+    Q_PROPERTY(int inputMode READ inputMode WRITE setInputMode NOTIFY changed)
+    Q_PROPERTY(int formatIndex READ formatIndex WRITE setFormatIndex NOTIFY changed)
+    Q_PROPERTY(QString spotifyAddress READ spotifyAddress WRITE setSpotifyAddress NOTIFY changed)
+    Q_PROPERTY(bool ignoreDoNotPlay READ ignoreDoNotPlay WRITE setIgnoreDoNotPlay NOTIFY changed)
+    Q_PROPERTY(bool tooLongToShow READ tooLongToShow NOTIFY changed)
+    Q_PROPERTY(bool canMatch READ canMatch NOTIFY changed)
+    Q_PROPERTY(bool matching READ matching NOTIFY changed)
+    Q_PROPERTY(QString matchingText READ matchingText NOTIFY changed)
+    Q_PROPERTY(bool matchBarVisible READ matchBarVisible NOTIFY changed)
+    Q_PROPERTY(double matchProgress READ matchProgress NOTIFY changed)
+
+public:
+    WantedState(ContentView& view, Announcer& announcer);
+
+    /// 0 track list, 1 playlist address, 2 DJEP file.
+    int inputMode() const;
+    void setInputMode(int mode);
+    /// 0 artist first, 1 title first.
+    int formatIndex() const;
+    void setFormatIndex(int index);
+    QString spotifyAddress() const;
+    void setSpotifyAddress(const QString& address);
+    bool ignoreDoNotPlay() const;
+    void setIgnoreDoNotPlay(bool ignore);
+    /// The state's list would take the editor minutes to lay out, so it shows none.
+    bool tooLongToShow() const { return tooLongToShow_; }
+    bool canMatch() const;
+    bool matching() const;
+    QString matchingText() const;
+    bool matchBarVisible() const;
+    double matchProgress() const;
+
+    /// Follows the editor's document from now on and asks for it to be filled.
+    Q_INVOKABLE void edit(QQuickTextDocument* document, QQuickItem* editor);
+    /// Takes what is about to be pasted as the whole list when it is too long to show; false leaves it to the
+    /// editor. The text is the clipboard's, or what is marked elsewhere.
+    Q_INVOKABLE bool takesWhole(bool markedElsewhere);
+    Q_INVOKABLE QString selectedElsewhere() const;
+    Q_INVOKABLE void match();
+    Q_INVOKABLE void importDJEP();
+
+    /// Hands what was typed to the state now.
+    void commitEdits();
+
+signals:
+    /// The editor is to show this text.
+    void textReplaced(const QString& text);
+
+protected:
+    void refresh() override;
+
+private:
+    void documentChanged();
+
+    QPointer<QTextDocument> document_;
+    QTimer commitTimer_;
+    bool edited_ = false;     ///< the document holds what the state does not
+    bool committing_ = false; ///< the write to the field is our own
+    bool replaced_ = false;   ///< the field holds what the document does not
+    bool replacing_ = false;  ///< the document's change is our own
+    bool tooLongToShow_ = false;
+};
+
+} // namespace orvalen
