@@ -16,8 +16,11 @@ constexpr std::size_t entryLimit = 100;
 std::string wantedText(const PlaylistTracksResponse& playlist) {
     std::string text;
     const std::size_t count = std::min(playlist.items.size(), entryLimit);
-    for (std::size_t i = 0; i < count; ++i)
-        text += (i == 0 ? "" : "\n") + importedLine(playlist.items[i]);
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i > 0)
+            text += '\n';
+        text += importedLine(playlist.items[i]);
+    }
     return text;
 }
 

@@ -1,3 +1,5 @@
+#include "support/Folders.h"
+
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>

@@ -2,6 +2,7 @@
 
 #include "core/Files.h"
 #include "desktop/EventLoop.h"
+#include "support/Folders.h"
 #include "support/TemporaryFolder.h"
 
 #include <chrono>

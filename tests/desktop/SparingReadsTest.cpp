@@ -5,6 +5,7 @@
 #include "platform/tags/TagLibMediaAssets.h"
 #include "platform/tags/TagLibText.h"
 #include "support/Fakes.h"
+#include "support/Folders.h"
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>

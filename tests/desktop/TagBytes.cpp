@@ -1,6 +1,7 @@
 #include "desktop/TagBytes.h"
 
 #include "core/Files.h"
+#include "support/Folders.h"
 
 #include <stdexcept>
 

@@ -2,6 +2,7 @@
 
 #include "core/Files.h"
 #include "faults/SmallDisk.h"
+#include "support/Folders.h"
 
 #include <algorithm>
 #include <cerrno>

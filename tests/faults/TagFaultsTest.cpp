@@ -2,6 +2,7 @@
 #include "library/AudioMetadata.h"
 #include "platform/tags/TagLibMediaAssets.h"
 #include "support/Fakes.h"
+#include "support/Folders.h"
 #include "support/TemporaryFolder.h"
 
 #include <cerrno>
