@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/LibraryIndex.h"
+#include "core/LibraryIndexBuilder.h"
 #include "matching/LibraryCatalog.h"
 #include "support/MadeLibrary.h"
 

@@ -4,6 +4,7 @@
 #include "ReviewedRows.h"
 #include "app/state/MainThread.h"
 #include "core/Files.h"
+#include "core/LibraryIndexBuilder.h"
 #include "library/FolderScan.h"
 #include "library/LibraryDocument.h"
 #include "matching/MatchReview.h"

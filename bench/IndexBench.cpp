@@ -1,4 +1,6 @@
 #include "BenchLibrary.h"
+#include "core/FolderCount.h"
+#include "core/LibraryIndexBuilder.h"
 
 #include <benchmark/benchmark.h>
 #include <fstream>

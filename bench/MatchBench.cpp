@@ -2,7 +2,8 @@
 
 #include "app/state/ContentView.h"
 #include "core/Keys.h"
-#include "matching/MatchEngine.h"
+#include "core/LibraryIndexBuilder.h"
+#include "matching/MatchRun.h"
 #include "support/TestPlatform.h"
 
 #include <benchmark/benchmark.h>

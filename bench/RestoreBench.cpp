@@ -1,5 +1,6 @@
 #include "core/Files.h"
 #include "core/Keys.h"
+#include "core/LibraryIndexBuilder.h"
 #include "library/LibraryDocument.h"
 #include "support/TemporaryFolder.h"
 

@@ -3,6 +3,7 @@
 #include "app/UpdateCheck.h"
 #include "app/state/ContentView.h"
 #include "library/LibraryFile.h"
+#include "matching/MatchRun.h"
 #include "platform/Bundle.h"
 #include "platform/MainQueue.h"
 #include "session/SessionFiles.h"
@@ -26,6 +27,7 @@ TimerHandle installAutoSave(ContentView& view) {
 }
 
 void contentAppeared(ContentView& view) {
+    prepareMatchingOnLibraryChange(view);
     loadPersistentLibrary(view);
     const std::string version = infoString(view.platform.bundle, "CFBundleShortVersionString");
     checkForUpdates(view.platform, version, [&view](LatestInfo info) {

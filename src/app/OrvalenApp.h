@@ -16,8 +16,9 @@ std::string infoString(const Bundle& bundle, std::string_view key);
 /// Starts the auto-save tick; it ends with the handle. Main thread.
 TimerHandle installAutoSave(ContentView& view);
 
-/// What happens when the window's content appears: restores the library, then looks for a newer version.
-/// Main thread; the restore is done when it returns.
+/// Called once, when the window's content appears. Has every library prepared for matching from now on,
+/// restores the library, then looks for a newer version. Main thread; the library is restored when it
+/// returns.
 void contentAppeared(ContentView& view);
 
 } // namespace orvalen

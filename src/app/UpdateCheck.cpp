@@ -72,20 +72,10 @@ void checkForUpdates(Platform& platform, const std::string& currentVersion,
 }
 
 Expected<LatestInfo> decodeLatestInfo(std::string_view bytes) {
-    simdjson::dom::parser parser;
-    const auto root = parseObject(parser, bytes);
-    if (!root)
-        return tl::unexpected(root.error());
-    const auto version = requiredText(*root, "version");
-    if (!version)
-        return tl::unexpected(version.error());
-    const auto url = optionalText(*root, "url");
-    if (!url)
-        return tl::unexpected(url.error());
-    const auto notes = optionalText(*root, "notes");
-    if (!notes)
-        return tl::unexpected(notes.error());
-    return LatestInfo{std::string(*version), owned(*url), owned(*notes)};
+    return readJson(std::string(bytes), [](const JsonObject& root) {
+        return LatestInfo{std::string(root.text("version")), owned(root.optionalText("url")),
+                          owned(root.optionalText("notes"))};
+    });
 }
 
 int compareNumerically(std::string_view left, std::string_view right) {

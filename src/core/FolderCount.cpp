@@ -1,4 +1,5 @@
-#include "core/LibraryIndex.h"
+#include "core/FolderCount.h"
+
 #include "core/LibraryTables.h"
 #include "core/Text.h"
 

@@ -20,7 +20,7 @@ std::string encodeSession(std::string_view matchInput, std::span<const MatchedTr
 inline std::string encodeSession(const MatchSession& session) {
     return encodeSession(session.matchInput, session.matchedTracks);
 }
-Expected<MatchSession> decodeSession(std::string_view bytes);
+Expected<MatchSession> decodeSession(std::string bytes);
 
 /// A compact array of texts.
 std::string encodeTexts(const std::vector<std::string>& texts);

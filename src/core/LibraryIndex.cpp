@@ -79,11 +79,4 @@ void fileTrack(LibraryIndex& index, const Track& track) {
     index = LibraryIndex(std::make_shared<const LibraryIndex::Body>(std::move(tables)));
 }
 
-LibraryIndex buildIndex(std::span<const Track> tracks) {
-    LibraryIndexBuilder builder;
-    for (const Track& track : tracks)
-        builder.fileTrack(track);
-    return builder.finish();
-}
-
 } // namespace orvalen

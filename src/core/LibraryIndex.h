@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
-#include <string>
 #include <string_view>
 
 namespace orvalen {
@@ -65,34 +63,11 @@ private:
     std::shared_ptr<const Body> body_;
 };
 
-/// Files many tracks and hands the index over whole. One thread at a time.
-class LibraryIndexBuilder {
-public:
-    LibraryIndexBuilder();
-    ~LibraryIndexBuilder();
-    LibraryIndexBuilder(LibraryIndexBuilder&&) noexcept;
-    LibraryIndexBuilder& operator=(LibraryIndexBuilder&&) noexcept;
-
-    /// Appends the track to the list under its own library key. The texts are copied.
-    void fileTrack(const TrackView& track);
-    /// The index of everything filed; the builder is empty afterwards.
-    LibraryIndex finish();
-
-private:
-    struct Draft;
-    std::unique_ptr<Draft> draft_;
-};
-
 /// Files one more track in an index that stands; copies that were taken before do not see it.
 void fileTrack(LibraryIndex& index, const Track& track);
-
-LibraryIndex buildIndex(std::span<const Track> tracks);
 
 inline std::int64_t countTracks(const LibraryIndex& index) {
     return static_cast<std::int64_t>(index.trackCount());
 }
-
-/// How many tracks have a path that begins with the folder's; texts are compared, not path components.
-std::int64_t countTracksUnderFolder(const LibraryIndex& index, std::string_view folder);
 
 } // namespace orvalen

@@ -1,4 +1,5 @@
-#include "core/LibraryIndex.h"
+#include "core/LibraryIndexBuilder.h"
+
 #include "core/LibraryTables.h"
 
 #include <utility>
@@ -49,6 +50,13 @@ LibraryIndex LibraryIndexBuilder::finish() {
     draft->notePathSteps();
     draft->tables.keys.shrink_to_fit();
     return LibraryIndex(std::make_shared<const LibraryIndex::Body>(std::move(draft->tables)));
+}
+
+LibraryIndex buildIndex(std::span<const Track> tracks) {
+    LibraryIndexBuilder builder;
+    for (const Track& track : tracks)
+        builder.fileTrack(track);
+    return builder.finish();
 }
 
 } // namespace orvalen

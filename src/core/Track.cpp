@@ -14,6 +14,16 @@ bool operator==(const TrackView& left, const TrackView& right) {
            canonicallyEqual(left.path, right.path);
 }
 
+bool isSameTrack(const std::optional<Track>& left, const std::optional<Track>& right) {
+    if (!left || !right)
+        return left.has_value() == right.has_value();
+    return canonicallyEqual(left->path, right->path);
+}
+
+std::string trackCountText(std::int64_t count) {
+    return std::to_string(count) + (count == 1 ? " track" : " tracks");
+}
+
 std::size_t TrackHash::operator()(const TrackView& track) const {
     std::size_t seed = track.bpm ? static_cast<std::size_t>(*track.bpm) + 1 : 0;
     const auto mix = [&seed](std::size_t value) {

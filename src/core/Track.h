@@ -41,6 +41,12 @@ inline bool operator==(const Track& left, const Track& right) {
     return TrackView(left) == TrackView(right);
 }
 
+/// Whether both have the same path; two absent tracks are the same too.
+bool isSameTrack(const std::optional<Track>& left, const std::optional<Track>& right);
+
+/// ‘1 track’, ‘2 tracks’.
+std::string trackCountText(std::int64_t count);
+
 /// Agrees with equality.
 struct TrackHash {
     using is_transparent = void;

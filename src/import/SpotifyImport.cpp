@@ -2,10 +2,10 @@
 
 #include "app/state/ContentView.h"
 #include "core/Url.h"
-#include "matching/WantedList.h"
 #include "platform/Console.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvalen {
 namespace {
@@ -29,16 +29,16 @@ void failed(ContentView& view, const Error& error) {
     view.isMatching.set(false);
 }
 
-void fetched(ContentView& view, const PlaylistTracksResponse& playlist) {
+void takePlaylist(ContentView& view, const PlaylistTracksResponse& playlist) {
     view.inputMode.set(InputMode::textList);
     view.matchInput.set(wantedText(playlist));
     view.isMatching.set(false);
-    startMatching(view);
 }
 
 } // namespace
 
-void importSpotifyPlaylist(ContentView& view, const std::string& address, const SpotifyService& service) {
+void importSpotifyPlaylist(ContentView& view, const std::string& address,
+                           std::function<void(ContentView&)> imported, const SpotifyService& service) {
     const auto url = parseUrl(address);
     if (!url)
         return;
@@ -48,12 +48,13 @@ void importSpotifyPlaylist(ContentView& view, const std::string& address, const 
 
     view.isMatching.set(true);
     view.matchProgress.set(0);
-    const auto withPlaylist = [&view](const Expected<PlaylistTracksResponse>& playlist) {
-        if (playlist)
-            fetched(view, *playlist);
-        else
-            failed(view, playlist.error());
-    };
+    const auto withPlaylist =
+        [&view, imported = std::move(imported)](const Expected<PlaylistTracksResponse>& playlist) {
+            if (!playlist)
+                return failed(view, playlist.error());
+            takePlaylist(view, *playlist);
+            imported(view);
+        };
     const auto withToken = [&view, service, playlistID = components.back(),
                             withPlaylist](const Expected<SpotifyToken>& token) {
         if (token)

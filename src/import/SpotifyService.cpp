@@ -10,9 +10,6 @@
 namespace orvalen {
 namespace {
 
-using simdjson::dom::element;
-using simdjson::dom::object;
-
 HttpRequest tokenRequest(const SpotifyService& service, std::string_view credentials) {
     HttpRequest request;
     request.address = service.accountsAddress + "/api/token";
@@ -40,26 +37,11 @@ tl::unexpected<Error> refusedToken(Console& console, const HttpResponse& respons
     return failure(description);
 }
 
-Expected<PlaylistTracksResponse::TrackInfo> decodeTrackInfo(const object& item) {
-    object track;
-    if (item["track"].get(track))
-        return failure("The \"track\" of an entry is missing or is not an object.");
-    const auto name = requiredText(track, "name");
-    if (!name)
-        return tl::unexpected(name.error());
-    const auto artists = requiredArray(track, "artists");
-    if (!artists)
-        return tl::unexpected(artists.error());
-    PlaylistTracksResponse::TrackInfo result{std::string(*name), {}};
-    for (const element value : *artists) {
-        object artist;
-        if (value.get(artist))
-            return failure("An artist is not an object.");
-        const auto artistName = requiredText(artist, "name");
-        if (!artistName)
-            return tl::unexpected(artistName.error());
-        result.artists.push_back({std::string(*artistName)});
-    }
+PlaylistTracksResponse::TrackInfo readTrackInfo(const JsonObject& track) {
+    PlaylistTracksResponse::TrackInfo result{std::string(track.text("name")), {}};
+    track.objects("artists", [&](const JsonObject& artist) {
+        result.artists.push_back({std::string(artist.text("name"))});
+    });
     return result;
 }
 
@@ -94,44 +76,21 @@ void fetchPlaylistTracks(HttpSession& session, const SpotifyService& service, st
 }
 
 Expected<SpotifyToken> decodeSpotifyToken(std::string_view bytes) {
-    simdjson::dom::parser parser;
-    const auto root = parseObject(parser, bytes);
-    if (!root)
-        return tl::unexpected(root.error());
-    const auto token = requiredText(*root, "access_token");
-    if (!token)
-        return tl::unexpected(token.error());
-    const auto type = requiredText(*root, "token_type");
-    if (!type)
-        return tl::unexpected(type.error());
-    element lifetime; // stays null when it is missing
-    if ((*root)["expires_in"].get(lifetime))
-        return failure("\"expires_in\" is missing.");
-    const auto seconds = wholeNumber(lifetime, "expires_in");
-    if (!seconds)
-        return tl::unexpected(seconds.error());
-    return SpotifyToken{std::string(*token), std::string(*type), *seconds};
+    return readJson(std::string(bytes), [](const JsonObject& root) {
+        return SpotifyToken{std::string(root.text("access_token")), std::string(root.text("token_type")),
+                            root.wholeNumber("expires_in")};
+    });
 }
 
 Expected<PlaylistTracksResponse> decodePlaylistTracks(std::string_view bytes) {
-    simdjson::dom::parser parser;
-    const auto root = parseObject(parser, bytes);
-    if (!root)
-        return tl::unexpected(root.error());
-    const auto items = requiredArray(*root, "items");
-    if (!items)
-        return tl::unexpected(items.error());
-    PlaylistTracksResponse result;
-    for (const element value : *items) {
-        object item;
-        if (value.get(item))
-            return failure("An entry is not an object.");
-        auto track = decodeTrackInfo(item);
-        if (!track)
-            return tl::unexpected(track.error());
-        result.items.push_back({std::move(*track)});
-    }
-    return result;
+    return readJson(std::string(bytes), [](const JsonObject& root) {
+        PlaylistTracksResponse result;
+        root.objects("items", [&](const JsonObject& item) {
+            item.object("track",
+                        [&](const JsonObject& track) { result.items.push_back({readTrackInfo(track)}); });
+        });
+        return result;
+    });
 }
 
 std::string importedLine(const PlaylistTracksResponse::Item& item) {

@@ -2,7 +2,6 @@
 
 #include "app/state/ContentView.h"
 #include "core/Text.h"
-#include "matching/MatchEngine.h"
 #include "platform/Console.h"
 #include "platform/Dialogs.h"
 #include "platform/MainQueue.h"
@@ -39,7 +38,6 @@ void attachTrack(ContentView& view, std::size_t position, const Track& track) {
         row.found = true;
     });
     view.trackDict.update([&](LibraryIndex& index) { fileTrack(index, track); });
-    prepareMatching(view);
 }
 
 } // namespace

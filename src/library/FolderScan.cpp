@@ -1,6 +1,7 @@
 #include "library/FolderScan.h"
 
 #include "app/state/ContentView.h"
+#include "core/LibraryIndexBuilder.h"
 #include "core/Text.h"
 #include "library/AudioMetadata.h"
 #include "library/FolderWalk.h"

@@ -2,6 +2,7 @@
 
 #include "core/JsonReading.h"
 #include "core/JsonWriting.h"
+#include "core/LibraryIndexBuilder.h"
 
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
@@ -37,53 +38,33 @@ void writeFolders(Writer& writer, const std::vector<Location>& folders) {
     writer.EndArray();
 }
 
-std::optional<LibraryIndex> decodeTracks(const simdjson::dom::object& document) {
-    const auto tracks = requiredArray(document, "tracks");
-    if (!tracks)
-        return std::nullopt;
+LibraryIndex readTracks(const JsonObject& document) {
     LibraryIndexBuilder builder;
-    for (const simdjson::dom::element element : *tracks) {
-        const auto track = decodeTrack(element);
-        if (!track)
-            return std::nullopt;
-        builder.fileTrack(*track);
-    }
+    document.objects("tracks", [&](const JsonObject& track) { builder.fileTrack(readTrack(track)); });
     return builder.finish();
 }
 
 /// Nothing when the member is missing or is not an array of objects with nothing but texts.
-std::optional<PreferredMatches> decodePreferred(const simdjson::dom::object& document) {
-    const auto entries = requiredArray(document, "preferred");
-    if (!entries)
-        return std::nullopt;
+std::optional<PreferredMatches> readPreferred(const JsonObject& document) {
     PreferredMatches matches;
-    for (const simdjson::dom::element element : *entries) {
-        simdjson::dom::object entry;
-        if (element.get(entry))
-            return std::nullopt;
-        for (const auto member : entry)
-            if (!member.value.is_string())
-                return std::nullopt;
-        const auto key = requiredText(entry, "key");
-        const auto path = requiredText(entry, "path");
+    const auto readEntry = [&matches](const JsonObject& entry) {
+        entry.requireTextsOnly();
+        const auto key = entry.optionalText("key");
+        const auto path = entry.optionalText("path");
         if (key && path)
             matches.insert_or_assign(composed(*key), std::string(*path));
-    }
-    return matches;
+    };
+    const bool isUsable =
+        document.readPart([&](const JsonObject& part) { part.objects("preferred", readEntry); });
+    return isUsable ? std::optional(std::move(matches)) : std::nullopt;
 }
 
-std::vector<Location> decodeFolders(const simdjson::dom::object& document) {
-    const auto paths = requiredArray(document, "folders");
-    if (!paths)
-        return {};
+std::vector<Location> readFolders(const JsonObject& document) {
     std::vector<Location> folders;
-    for (const simdjson::dom::element element : *paths) {
-        std::string_view path;
-        if (element.get(path))
-            return {};
-        folders.push_back(locationOf(path));
-    }
-    return folders;
+    const bool isUsable = document.readPart([&](const JsonObject& part) {
+        part.texts("folders", [&](std::string_view path) { folders.push_back(locationOf(path)); });
+    });
+    return isUsable ? folders : std::vector<Location>();
 }
 
 } // namespace
@@ -108,14 +89,10 @@ void useLibraryDocumentText(const LibraryIndex& index, const std::optional<Prefe
 }
 
 std::optional<LibraryDocument> readLibraryDocument(std::string bytes) {
-    simdjson::dom::parser parser;
-    const auto root = parseLongObject(parser, std::move(bytes));
-    if (!root)
-        return std::nullopt;
-    auto index = decodeTracks(*root);
-    if (!index)
-        return std::nullopt;
-    return LibraryDocument{std::move(*index), decodePreferred(*root), decodeFolders(*root)};
+    auto document = readJson(std::move(bytes), [](const JsonObject& root) {
+        return LibraryDocument{readTracks(root), readPreferred(root), readFolders(root)};
+    });
+    return document ? std::optional(*std::move(document)) : std::nullopt;
 }
 
 } // namespace orvalen

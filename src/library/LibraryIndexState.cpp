@@ -1,7 +1,6 @@
 #include "library/LibraryIndexState.h"
 
 #include "app/state/ContentView.h"
-#include "matching/MatchEngine.h"
 
 namespace orvalen {
 
@@ -9,7 +8,6 @@ void replaceIndex(ContentView& view, LibraryIndex index) {
     const std::int64_t count = countTracks(index);
     view.trackDict.set(std::move(index));
     view.trackCount.set(count);
-    prepareMatching(view);
 }
 
 void clearIndex(ContentView& view) {

@@ -45,12 +45,6 @@ std::string rowHeader(const MatchedTrack& row) {
     return rowLabel(row) + tempoSuffix(rowTempo(row));
 }
 
-bool isSameTrack(const std::optional<Track>& left, const std::optional<Track>& right) {
-    if (!left || !right)
-        return left.has_value() == right.has_value();
-    return canonicallyEqual(left->path, right->path);
-}
-
 bool isHeaderBold(const MatchedTrack& row, const std::optional<Track>& previewed) {
     return isSameTrack(previewed, row.selectedTrack);
 }
@@ -92,10 +86,6 @@ std::string selectionSummary(const std::vector<MatchedTrack>& rows) {
 
 std::size_t includedCount(const std::vector<MatchedTrack>& rows) {
     return static_cast<std::size_t>(std::ranges::count_if(rows, &MatchedTrack::include));
-}
-
-std::string trackCountText(std::int64_t count) {
-    return std::to_string(count) + (count == 1 ? " track" : " tracks");
 }
 
 void setIncludeForAll(ContentView& view, bool value) {

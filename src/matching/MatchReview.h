@@ -3,7 +3,6 @@
 #include "core/MatchedTrack.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,8 +18,6 @@ struct ContentView;
 std::string rowLabel(const MatchedTrack& row);
 /// The label with the tempo of the selected track, or else of the first option that has one.
 std::string rowHeader(const MatchedTrack& row);
-/// Whether previewed and selected track have equal paths; both absent are equal.
-bool isSameTrack(const std::optional<Track>& left, const std::optional<Track>& right);
 /// Bold while the row stands for what is previewed, and while neither is anything.
 bool isHeaderBold(const MatchedTrack& row, const std::optional<Track>& previewed);
 /// Both present and of equal paths.
@@ -39,8 +36,6 @@ std::string tempoText(const Track& track);
 /// ‘0 tracks selected’, ‘1 track selected’.
 std::string selectionSummary(const std::vector<MatchedTrack>& rows);
 std::size_t includedCount(const std::vector<MatchedTrack>& rows);
-/// A number, " track", and "s" unless the number is 1.
-std::string trackCountText(std::int64_t count);
 
 // Operations on the rows. Main thread; a row is told by its position, and a position that no row has is
 // ignored.

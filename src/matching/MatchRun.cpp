@@ -1,8 +1,9 @@
-#include "matching/MatchEngine.h"
+#include "matching/MatchRun.h"
 
 #include "app/state/ContentView.h"
 #include "core/Keys.h"
 #include "core/Text.h"
+#include "matching/MatchEngine.h"
 #include "matching/MatchPosts.h"
 #include "matching/RememberedPaths.h"
 #include "platform/Console.h"
@@ -128,9 +129,12 @@ void matchLines(std::vector<std::string> lines, ContentView& view) {
         MatchRun{view, std::move(lines), view.trackDict.get(), view.matchInputFormat.get()});
 }
 
-void prepareMatching(ContentView& view) {
-    if (!view.trackDict.get().empty())
-        view.platform.matchQueue.post([index = view.trackDict.get()] { const LibraryCatalog made(index); });
+void prepareMatchingOnLibraryChange(ContentView& view) {
+    view.trackDict.observe([&view] {
+        if (!view.trackDict.get().empty())
+            view.platform.matchQueue.post(
+                [index = view.trackDict.get()] { const LibraryCatalog made(index); });
+    });
 }
 
 } // namespace orvalen

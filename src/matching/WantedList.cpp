@@ -3,7 +3,7 @@
 #include "app/state/ContentView.h"
 #include "core/Text.h"
 #include "import/SpotifyImport.h"
-#include "matching/MatchEngine.h"
+#include "matching/MatchRun.h"
 
 #include <algorithm>
 
@@ -86,7 +86,7 @@ std::optional<Request> parseWantedLine(std::string_view line, std::string_view f
 
 void startMatching(ContentView& view) {
     if (view.inputMode.get() == InputMode::spotify) {
-        importSpotifyPlaylist(view, view.spotifyURLInput.get());
+        importSpotifyPlaylist(view, view.spotifyURLInput.get(), startMatching);
         return;
     }
     if (view.trackDict.get().empty() || view.matchInput.get().empty())

@@ -2,7 +2,6 @@
 
 #include "app/state/ContentView.h"
 #include "core/Text.h"
-#include "matching/MatchReview.h"
 #include "platform/Console.h"
 #include "platform/FolderAccess.h"
 #include "platform/MainQueue.h"

@@ -26,7 +26,8 @@ Expected<void> writeSession(const ContentView& view, const Location& destination
 }
 
 Expected<MatchSession> readSession(const Location& file) {
-    return readWholeFile(file.path).and_then([](const std::string& bytes) { return decodeSession(bytes); });
+    return readWholeFile(file.path).and_then(
+        [](std::string bytes) { return decodeSession(std::move(bytes)); });
 }
 
 void showAutoSaveIndicator(ContentView& view) {

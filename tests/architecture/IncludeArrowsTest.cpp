@@ -5,81 +5,112 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <regex>
+#include <set>
 #include <string>
+#include <vector>
 
 namespace {
 
 namespace fs = std::filesystem;
 
-/// The floor of each folder of src/; an include may go to the same floor or further down.
-const std::map<std::string, int> floors = {
+/// The layer of each folder of src/, "" being src/ itself. A folder may include its own layer and those
+/// below.
+const std::map<std::string, int> layers = {
     {"core", 1},
     {"platform", 1},
-    {"matching", 3},
-    {"library", 3},
-    {"import", 3},
-    {"export", 3},
-    {"session", 3},
-    {"preview", 3},
-    {"platform/desktop", 4},
-    {"app/window", 4},
-    {"app/state", 2},
-    {"app", 3},
     {"platform/system", 2},
     {"platform/tags", 2},
-    {"app/window/bridge", 4},
+    {"app/state", 2},
+    {"library", 3},
+    {"session", 3},
+    {"import", 3},
+    {"export", 3},
+    {"preview", 3},
+    {"matching", 3},
+    {"app", 3},
+    {"platform/desktop", 4},
     {"app/window/accessible", 4},
+    {"app/window/bridge", 4},
     {"app/window/style", 4},
     {"app/window/symbols", 4},
+    {"app/window", 4},
+    {"", 5},
 };
 
-int floorOf(const std::string& relative) {
-    const fs::path path(relative);
-    const std::string folder = path.parent_path().generic_string();
-    if (folder.empty())
-        return 5;
-    const auto found = floors.find(folder);
-    return found == floors.end() ? -1 : found->second;
+/// The folders that may include headers of Qt, TagLib and libmpv.
+const std::set<std::string> toolkitFolders = {"platform/tags",
+                                              "platform/desktop",
+                                              "app/window/accessible",
+                                              "app/window/bridge",
+                                              "app/window/style",
+                                              "app/window/symbols",
+                                              "app/window",
+                                              ""};
+
+struct Include {
+    std::string file;
+    std::string header;
+    bool isOwn; ///< in quotation marks, so a header of this project
+};
+
+std::string folderOf(const std::string& file) {
+    return fs::path(file).parent_path().generic_string();
 }
 
-bool mayIncludeToolkit(const std::string& relative) {
-    return relative.starts_with("platform/desktop/") || relative.starts_with("platform/tags/") ||
-           relative.starts_with("app/window/") || relative == "main.cpp";
-}
-
-bool isToolkitHeader(const std::string& header) {
-    static const std::regex toolkit(R"((Q[A-Z]\w*|Qt\w*/.*|taglib/.*|mpv/.*|\w*file\.h))");
-    return std::regex_match(header, toolkit);
-}
-
-TEST(IncludeArrows, PointDownAndKeepToolkitsOutOfTheLogic) {
+std::vector<Include> readIncludes() {
     const fs::path root = fs::path(ORVALEN_SOURCE_DIR) / "src";
-    const std::regex include(R"re(^\s*#\s*include\s*(["<])([^">]+)[">])re");
-    std::size_t ownIncludes = 0;
+    const std::regex line(R"re(^\s*#\s*include\s*(["<])([^">]+)[">])re");
+    std::vector<Include> includes;
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
         const std::string extension = entry.path().extension().string();
         if (extension != ".h" && extension != ".cpp")
             continue;
-        const std::string file = entry.path().lexically_relative(root).generic_string();
-        const int floor = floorOf(file);
-        ASSERT_GT(floor, 0) << file << " stands in a folder that no floor knows";
         std::ifstream stream(entry.path());
-        ASSERT_TRUE(stream) << file;
-        for (std::string line; std::getline(stream, line);) {
-            std::smatch match;
-            if (!std::regex_search(line, match, include))
-                continue;
-            const std::string header = match[2];
-            if (match[1] == "<") {
-                EXPECT_TRUE(mayIncludeToolkit(file) || !isToolkitHeader(header))
-                    << file << " includes " << header;
-                continue;
-            }
-            ++ownIncludes;
-            EXPECT_LE(floorOf(header), floor) << file << " includes " << header << " above it";
-        }
+        EXPECT_TRUE(stream) << entry.path();
+        std::smatch match;
+        for (std::string text; std::getline(stream, text);)
+            if (std::regex_search(text, match, line))
+                includes.push_back(
+                    {entry.path().lexically_relative(root).generic_string(), match[2], match[1] == "\""});
     }
-    EXPECT_GT(ownIncludes, 50U) << "the include lines were not read";
+    EXPECT_GT(includes.size(), 500U) << "the include lines were not read";
+    return includes;
+}
+
+TEST(IncludeArrows, PointToTheSameLayerOrDown) {
+    for (const auto& [file, header, isOwn] : readIncludes()) {
+        ASSERT_TRUE(layers.contains(folderOf(file))) << file << " is in a folder without a layer";
+        if (!isOwn)
+            continue;
+        ASSERT_TRUE(layers.contains(folderOf(header))) << file << " includes " << header;
+        EXPECT_LE(layers.at(folderOf(header)), layers.at(folderOf(file))) << file << " includes " << header;
+    }
+}
+
+TEST(IncludeArrows, FormNoCycleBetweenFolders) {
+    std::map<std::string, std::map<std::string, std::string>> graph; ///< from, to, an include that does so
+    for (const auto& [file, header, isOwn] : readIncludes())
+        if (isOwn && folderOf(file) != folderOf(header))
+            graph[folderOf(file)].try_emplace(folderOf(header), file + " includes " + header);
+
+    // A folder that includes no other folder is on no cycle. Without such folders only cycles are left.
+    const auto removeFoldersWithoutIncludes = [&graph] {
+        for (auto& [from, includes] : graph)
+            std::erase_if(includes, [&graph](const auto& to) { return !graph.contains(to.first); });
+        return std::erase_if(graph, [](const auto& folder) { return folder.second.empty(); }) > 0;
+    };
+    while (removeFoldersWithoutIncludes()) {
+    }
+    for (const auto& [from, includes] : graph)
+        for (const auto& [to, example] : includes)
+            ADD_FAILURE() << "On a cycle or above one: " << example;
+}
+
+TEST(IncludeArrows, KeepToolkitsOutOfTheLogic) {
+    const std::regex toolkit(R"((Q[A-Z]\w*|Qt\w*/.*|taglib/.*|mpv/.*|\w*file\.h))");
+    for (const auto& [file, header, isOwn] : readIncludes())
+        EXPECT_TRUE(isOwn || toolkitFolders.contains(folderOf(file)) || !std::regex_match(header, toolkit))
+            << file << " includes " << header;
 }
 
 } // namespace

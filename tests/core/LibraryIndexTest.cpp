@@ -1,5 +1,7 @@
 #include "core/LibraryIndex.h"
 
+#include "core/FolderCount.h"
+#include "core/LibraryIndexBuilder.h"
 #include "core/Text.h"
 #include "support/Builders.h"
 #include "support/MadeLibrary.h"

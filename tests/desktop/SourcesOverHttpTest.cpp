@@ -1,7 +1,9 @@
 #include "core/Base64.h"
+#include "core/LibraryIndexBuilder.h"
 #include "desktop/EventLoop.h"
 #include "desktop/LocalServer.h"
 #include "import/SpotifyImport.h"
+#include "matching/WantedList.h"
 #include "platform/desktop/QtHttpSession.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"
@@ -46,7 +48,7 @@ TEST(SourcesOverHttp, ImportAndMatchAPlaylist) {
     serve(server, view);
     view.trackDict.set(buildIndex(std::vector{track("Night Band", "Last Träin")}));
 
-    importSpotifyPlaylist(view, server.address("/intl-de/playlist/ID?si=x"),
+    importSpotifyPlaylist(view, server.address("/intl-de/playlist/ID?si=x"), startMatching,
                           {server.address(), server.address()});
     ASSERT_TRUE(turnUntil([&] { return !view.matchInput.get().empty(); }, std::chrono::seconds(30)));
     EXPECT_EQ(view.matchInput.get(), "Night Band - Last Träin");

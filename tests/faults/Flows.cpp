@@ -1,5 +1,6 @@
 #include "faults/Flows.h"
 
+#include "core/LibraryIndexBuilder.h"
 #include "export/ExportTargets.h"
 #include "import/DjepImport.h"
 #include "library/LibraryFile.h"

@@ -1,4 +1,5 @@
 #include "faults/SmallDisk.h"
+#include "core/LibraryIndexBuilder.h"
 #include "faults/FaultReport.h"
 #include "faults/Trial.h"
 #include "library/LibraryIndexState.h"

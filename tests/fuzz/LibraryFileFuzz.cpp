@@ -1,5 +1,6 @@
 #include "Fuzz.h"
 #include "core/Files.h"
+#include "core/LibraryIndexBuilder.h"
 #include "library/LibraryFile.h"
 #include "library/LibraryIndexState.h"
 #include "support/Builders.h"

@@ -1,6 +1,8 @@
 #include "import/SpotifyImport.h"
 
 #include "core/Base64.h"
+#include "core/LibraryIndexBuilder.h"
+#include "matching/WantedList.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"
 
@@ -39,7 +41,9 @@ protected:
         test.view.matchProgress.set(0.5);
     }
 
-    void start(const std::string& address) { importSpotifyPlaylist(test.view, address, service); }
+    void start(const std::string& address) {
+        importSpotifyPlaylist(test.view, address, startMatching, service);
+    }
     void expectUntouched() {
         EXPECT_EQ(test.view.inputMode.get(), InputMode::spotify);
         EXPECT_EQ(test.view.matchInput.get(), "typed");

@@ -1,5 +1,6 @@
 #include "library/LibraryFile.h"
 
+#include "core/LibraryIndexBuilder.h"
 #include "library/MusicFolders.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"

@@ -4,6 +4,7 @@
 #include "library/LibraryFile.h"
 #include "library/LibraryIndexState.h"
 #include "matching/MatchEngine.h"
+#include "matching/MatchRun.h"
 #include "platform/system/ThreadWorkerQueue.h"
 #include "support/MadeLibrary.h"
 #include "support/TestPlatform.h"

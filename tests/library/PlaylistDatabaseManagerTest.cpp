@@ -1,5 +1,6 @@
 #include "library/PlaylistDatabaseManager.h"
 
+#include "core/LibraryIndexBuilder.h"
 #include "support/Builders.h"
 #include "support/OtherProgram.h"
 #include "support/TestPlatform.h"

@@ -1,6 +1,7 @@
 #include "matching/MatchEngine.h"
 
 #include "core/Keys.h"
+#include "core/LibraryIndexBuilder.h"
 #include "support/Builders.h"
 #include "support/MadeLibrary.h"
 

@@ -1,6 +1,7 @@
-#include "matching/MatchEngine.h"
+#include "matching/MatchRun.h"
 
 #include "app/state/ContentView.h"
+#include "core/LibraryIndexBuilder.h"
 #include "library/LibraryIndexState.h"
 #include "matching/MatchPosts.h"
 #include "support/Builders.h"

@@ -1,6 +1,7 @@
 #include "matching/WantedList.h"
 
 #include "app/state/ContentView.h"
+#include "core/LibraryIndexBuilder.h"
 #include "library/LibraryIndexState.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"

@@ -1,5 +1,7 @@
 #include "support/MadeLibrary.h"
 
+#include "core/LibraryIndexBuilder.h"
+
 #include <array>
 #include <cmath>
 

@@ -1,3 +1,4 @@
+#include "core/LibraryIndexBuilder.h"
 #include "library/LibraryIndexState.h"
 #include "support/Builders.h"
 #include "window/WindowHarness.h"

@@ -1,5 +1,6 @@
 #include "app/window/bridge/MusicFoldersModel.h"
 
+#include "core/LibraryIndexBuilder.h"
 #include "library/LibraryIndexState.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"

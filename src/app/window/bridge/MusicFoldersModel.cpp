@@ -1,8 +1,9 @@
 #include "app/window/bridge/MusicFoldersModel.h"
 
 #include "app/window/bridge/QtText.h"
+#include "core/FolderCount.h"
 #include "core/LibraryIndex.h"
-#include "matching/MatchReview.h"
+#include "core/Track.h"
 
 #include <algorithm>
 #include <utility>
