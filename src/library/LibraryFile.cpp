@@ -91,7 +91,11 @@ void loadScannedLibrary(ContentView& view) {
     options.types.extensions = {"orvl"};
     const auto chosen = view.platform.dialogs.chooseToOpen(options);
     if (!chosen.empty())
-        applyFile(view, chosen.front().path);
+        loadScannedLibraryFile(view, chosen.front());
+}
+
+void loadScannedLibraryFile(ContentView& view, const Location& file) {
+    applyFile(view, file.path);
 }
 
 void removeSavedLibrary(ContentView& view) {

@@ -24,6 +24,8 @@ void loadPersistentLibrary(ContentView& view);
 
 void backupScannedLibrary(ContentView& view);
 void loadScannedLibrary(ContentView& view);
+/// What `loadScannedLibrary` does with the chosen file.
+void loadScannedLibraryFile(ContentView& view, const Location& file);
 /// Deletes "library.orvl" and empties the index and the preferred matches.
 void removeSavedLibrary(ContentView& view);
 

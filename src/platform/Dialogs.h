@@ -49,6 +49,9 @@ public:
     virtual std::optional<Location> chooseToSave(const SaveOptions& options) = 0;
     /// One button, "OK".
     virtual void showMessage(const std::string& title, const std::string& informativeText) = 0;
+    /// Two buttons, `acceptText` and "Cancel", which is the default. True when accepted.
+    virtual bool confirm(const std::string& title, const std::string& informativeText,
+                         const std::string& acceptText) = 0;
 };
 
 } // namespace orvalen

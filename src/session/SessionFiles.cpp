@@ -64,9 +64,12 @@ void loadSession(ContentView& view) {
     OpenOptions options;
     options.types = sessionType();
     const auto chosen = view.platform.dialogs.chooseToOpen(options);
-    if (chosen.empty())
-        return;
-    auto session = readSession(chosen.front());
+    if (!chosen.empty())
+        loadSessionFile(view, chosen.front());
+}
+
+void loadSessionFile(ContentView& view, const Location& file) {
+    auto session = readSession(file);
     if (!session) {
         view.platform.console.line("Failed to load session: " + session.error().description);
         return;

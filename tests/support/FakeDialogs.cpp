@@ -48,6 +48,11 @@ void FakeDialogs::showMessage(const std::string& title, const std::string& infor
         whileOpen();
 }
 
+bool FakeDialogs::confirm(const std::string& title, const std::string& informativeText, const std::string&) {
+    questions.push_back({title, informativeText});
+    return confirms;
+}
+
 void FakeDialogs::willOpen(std::vector<std::string> paths) {
     openAnswers_.push_back(locations(std::move(paths)));
 }

@@ -19,6 +19,8 @@ public:
                            std::function<void(std::vector<Location>)> answer) override;
     std::optional<Location> chooseToSave(const SaveOptions& options) override;
     void showMessage(const std::string& title, const std::string& informativeText) override;
+    bool confirm(const std::string& title, const std::string& informativeText,
+                 const std::string& acceptText) override;
 
     void willOpen(std::vector<std::string> paths);
     void willSaveTo(std::string path);
@@ -33,6 +35,8 @@ public:
     std::vector<OpenOptions> opened;
     std::vector<SaveOptions> saved;
     std::vector<Message> messages;
+    std::vector<Message> questions;
+    bool confirms = false; ///< the answer to every question
     /// Runs while a modal dialog is open, before it is answered.
     std::function<void()> whileOpen;
 

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPixmapCache>
+#include <QPushButton>
 #include <QStandardPaths>
 #include <QWindow>
 
@@ -65,6 +66,24 @@ public:
 
 private:
     QString ending_;
+};
+
+/// A message over the program's window.
+class MessageBox : public QMessageBox {
+public:
+    MessageBox(const std::string& title, const std::string& informativeText, StandardButton button)
+        : QMessageBox(NoIcon, QString::fromStdString(title), QString::fromStdString(title), button) {
+        setInformativeText(QString::fromStdString(informativeText));
+        setDefaultButton(button);
+        setEscapeButton(button);
+    }
+
+    /// Returns when the user has answered.
+    void ask() {
+        arrange(*this);
+        settle(*this);
+        exec();
+    }
 };
 
 } // namespace
@@ -135,12 +154,16 @@ std::optional<Location> QtDialogs::chooseToSave(const SaveOptions& options) {
 }
 
 void QtDialogs::showMessage(const std::string& title, const std::string& informativeText) {
-    QMessageBox box(QMessageBox::NoIcon, QString::fromStdString(title), QString::fromStdString(title),
-                    QMessageBox::Ok);
-    box.setInformativeText(QString::fromStdString(informativeText));
-    arrange(box);
-    settle(box);
-    box.exec();
+    MessageBox(title, informativeText, QMessageBox::Ok).ask();
+}
+
+bool QtDialogs::confirm(const std::string& title, const std::string& informativeText,
+                        const std::string& acceptText) {
+    MessageBox box(title, informativeText, QMessageBox::Cancel);
+    const QAbstractButton* accept =
+        box.addButton(QString::fromStdString(acceptText), QMessageBox::AcceptRole);
+    box.ask();
+    return box.clickedButton() == accept;
 }
 
 } // namespace orvalen

@@ -17,6 +17,8 @@ public:
                            std::function<void(std::vector<Location>)> answer) override;
     std::optional<Location> chooseToSave(const SaveOptions& options) override;
     void showMessage(const std::string& title, const std::string& informativeText) override;
+    bool confirm(const std::string& title, const std::string& informativeText,
+                 const std::string& acceptText) override;
 
 private:
     std::vector<Location> remembered(const QFileDialog& dialog, std::vector<Location> chosen);
