@@ -1,0 +1,122 @@
+#include "platform/desktop/ApplicationBus.h"
+
+#include "desktop/EventLoop.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDialog>
+#include <QTimer>
+#include <future>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace orvalen::test {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* name = "org.orvalen.Orvalen";
+constexpr const char* path = "/org/orvalen/Orvalen";
+
+/// Another program on the same bus.
+class Peer {
+public:
+    Peer() : bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "peer")) {}
+    ~Peer() { QDBusConnection::disconnectFromBus("peer"); }
+    Peer(const Peer&) = delete;
+    Peer& operator=(const Peer&) = delete;
+
+    /// Calls the program; turns the event loop until the answer is there.
+    bool call(const char* method, const QVariantList& arguments) const {
+        QDBusMessage message =
+            QDBusMessage::createMethodCall(name, path, "org.freedesktop.Application", method);
+        message.setArguments(arguments);
+        const QDBusPendingCall answer = bus.asyncCall(message, 5000);
+        EXPECT_TRUE(turnUntil([&] { return answer.isFinished(); }));
+        return !answer.isError();
+    }
+    bool open(const QStringList& uris) const { return call("Open", {uris, QVariantMap()}); }
+
+    QDBusConnection bus;
+};
+
+/// What the program was asked to do, in order.
+struct Requests {
+    void takeFrom(ApplicationBus& bus) {
+        bus.serve([this] { done.emplace_back("raise"); },
+                  [this](const QString& uri) { done.push_back(uri.toStdString()); });
+    }
+    std::vector<std::string> done;
+};
+
+TEST(ApplicationBus, PassesRequestsOnceItIsServedAndFromThenOn) {
+    ApplicationBus program;
+    ASSERT_EQ(program.claim(), ApplicationBus::Claim::first);
+    const Peer peer;
+    EXPECT_TRUE(peer.open({"file:///a.orvs", "file:///b.orvl"}));
+    Requests requests;
+    requests.takeFrom(program);
+    EXPECT_THAT(requests.done, IsEmpty()) << "never within a caller";
+    EXPECT_TRUE(turnUntil([&] { return requests.done.size() == 3; }));
+    EXPECT_THAT(requests.done, ElementsAre("raise", "file:///a.orvs", "file:///b.orvl"));
+
+    EXPECT_TRUE(peer.call("Activate", {QVariantMap{{"activation-token", "token-1"}}}));
+    EXPECT_TRUE(turnUntil([&] { return requests.done.size() == 4; }));
+    EXPECT_EQ(requests.done.back(), "raise");
+    EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "token-1");
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+}
+
+TEST(ApplicationBus, KeepsFilesBackWhileAModalDialogIsOpen) {
+    ApplicationBus program;
+    ASSERT_EQ(program.claim(), ApplicationBus::Claim::first);
+    Requests requests;
+    requests.takeFrom(program);
+    const Peer peer;
+    QDialog dialog;
+    dialog.setModal(true);
+    dialog.show();
+    EXPECT_TRUE(peer.open({"file:///a.orvs"}));
+    turnFor(250ms);
+    EXPECT_THAT(requests.done, ElementsAre("raise"));
+    dialog.close();
+    EXPECT_TRUE(turnUntil([&] { return requests.done.size() == 2; }));
+}
+
+/// Stands for the instance that was started first.
+class Owner : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+public:
+    QVariantMap given;
+
+public slots:
+    Q_SCRIPTABLE void Activate(const QVariantMap& platformData) { given = platformData; }
+};
+
+TEST(ApplicationBus, HandsASecondStartToTheFirst) {
+    Peer peer;
+    Owner owner;
+    ASSERT_TRUE(peer.bus.registerObject(path, &owner, QDBusConnection::ExportScriptableSlots));
+    ASSERT_TRUE(peer.bus.registerService(name));
+    ApplicationBus program;
+    EXPECT_EQ(program.claim(), ApplicationBus::Claim::second);
+    qputenv("DESKTOP_STARTUP_ID", "startup-1");
+    // The owner is another process in truth: it answers while the second start waits.
+    auto activated = std::async(std::launch::async, [&] { return program.activateOwner(); });
+    EXPECT_TRUE(turnUntil([&] { return activated.wait_for(0ms) == std::future_status::ready; }));
+    EXPECT_TRUE(activated.get());
+    qunsetenv("DESKTOP_STARTUP_ID");
+    EXPECT_EQ(owner.given.value("desktop-startup-id").toString(), "startup-1");
+}
+
+} // namespace
+} // namespace orvalen::test
+
+#include "ApplicationBusTest.moc"
