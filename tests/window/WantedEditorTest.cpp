@@ -73,16 +73,55 @@ TEST(WantedEditor, TakesAListThatIsTooLongToShow) {
     for (const QString& text :
          {QString("word ").repeated(2'000'000), QString("Artist – Title of a song\n").repeated(800'000)}) {
         WindowHarness window;
-        const QString note =
-            "This list is too long to show. It is matched and saved whole; what you type takes its place.";
+        const QString note = "This list is too long to show. It is matched and saved whole.";
         paste(window, text);
         EXPECT_TRUE(window.view.matchInput.get() == text.toStdString());
         EXPECT_EQ(shownText(window), "");
         EXPECT_TRUE(window.shows(note));
         window.type("a - b");
-        EXPECT_EQ(window.view.matchInput.get(), "a - b");
+        window.key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_TRUE(window.view.matchInput.get() == text.toStdString()) << "a key replaced the list";
+        window.click("Clear List");
         EXPECT_FALSE(window.shows(note));
+        window.type("a - b");
+        EXPECT_EQ(window.view.matchInput.get(), "a - b");
     }
+}
+
+TEST(WantedEditor, BreaksLinesAtEveryLineBreakOfAList) {
+    for (const QString& lineBreak : {"\r", "\u0085", "\u2028", "\v", "\r\n"}) {
+        WindowHarness window;
+        const QString list = lines(1000).replace("\n", lineBreak);
+        window.view.matchInput.set(list.toStdString());
+        window.settle();
+        EXPECT_EQ(shownText(window), lines(1000));
+        EXPECT_TRUE(window.view.matchInput.get() == list.toStdString()) << "shown is not edited";
+        paste(window, list);
+        EXPECT_EQ(shownText(window), lines(1000));
+    }
+}
+
+TEST(WantedEditor, UndoesAReplacementAsOneEdit) {
+    WindowHarness window;
+    window.click("Wanted list");
+    window.type("ABBA – SOS");
+    window.view.matchInput.set("from a session\nof two lines");
+    window.settle();
+    EXPECT_EQ(shownText(window), "from a session\nof two lines");
+    window.key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(window.view.matchInput.get(), "ABBA – SOS");
+}
+
+TEST(WantedEditor, TakesAnAddressAsOneLine) {
+    WindowHarness window;
+    window.view.inputMode.set(InputMode::spotify);
+    window.settle();
+    QGuiApplication::clipboard()->setText(" \nhttps://playlists.example/1\r\n");
+    window.click("Spotify playlist URL");
+    window.key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(window.view.spotifyURLInput.get(), "https://playlists.example/1");
+    window.type("2 3");
+    EXPECT_EQ(window.view.spotifyURLInput.get(), "https://playlists.example/12 3");
 }
 
 TEST(WantedEditor, SpeaksOfWhatIsSeenAndTakesWhatIsSaid) {

@@ -7,7 +7,9 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QTextCursor>
 #include <QTextDocument>
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -24,12 +26,24 @@ constexpr auto longTextDelay = 250ms;
 constexpr qsizetype longestLine = 10'000;
 constexpr qsizetype longestText = 12'000'000;
 
+bool isLineBreak(QChar c) {
+    return (c >= u'\n' && c <= u'\r') || c == u'\u0085' || c == QChar::LineSeparator ||
+           c == QChar::ParagraphSeparator;
+}
+
+/// The text with a line feed for each line break, as the editor breaks lines at few of them.
+QString withLineFeeds(QString text) {
+    text.replace("\r\n", "\n");
+    std::replace_if(text.begin(), text.end(), isLineBreak, u'\n');
+    return text;
+}
+
 bool canBeShown(const QString& text) {
     if (text.size() > longestText)
         return false;
     qsizetype start = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] == u'\n')
+        if (isLineBreak(text[i]))
             start = i + 1;
         else if (i - start >= longestLine)
             return false;
@@ -55,6 +69,8 @@ WantedState::WantedState(ContentView& view, Announcer& announcer) : FieldGroup(v
     follow(view.spotifyURLInput);
     follow(view.ignoreDoNotPlay);
     follow(view.trackDict);
+    follow(view.matchedTracks);
+    follow(view.showResultsPage);
     follow(view.isMatching);
     follow(view.matchProgress);
     follow(view.scanningFileName);
@@ -74,7 +90,8 @@ void WantedState::refresh() {
         const QString text = toQString(view().matchInput.get());
         tooLongToShow_ = !canBeShown(text);
         replacing_ = true;
-        emit textReplaced(tooLongToShow_ ? QString() : text);
+        replaceDocument(tooLongToShow_ ? QString() : withLineFeeds(text));
+        emit textReplaced();
         replacing_ = false;
         edited_ = false;
     }
@@ -88,6 +105,14 @@ void WantedState::edit(QQuickTextDocument* document, QQuickItem* editor) {
     connect(document_, &QTextDocument::contentsChanged, this, &WantedState::documentChanged);
     replaced_ = true;
     refresh();
+    document_->clearUndoRedoStacks();
+}
+
+/// One edit, which the editor can undo.
+void WantedState::replaceDocument(const QString& text) {
+    QTextCursor cursor(document_);
+    cursor.select(QTextCursor::Document);
+    cursor.insertText(text);
 }
 
 void WantedState::documentChanged() {
@@ -107,17 +132,21 @@ void WantedState::commitEdits() {
     committing_ = false;
 }
 
-bool WantedState::takesWhole(bool markedElsewhere) {
+void WantedState::paste(int from, int to, bool markedElsewhere) {
     const QString text =
         QGuiApplication::clipboard()->text(markedElsewhere ? QClipboard::Selection : QClipboard::Clipboard);
-    if (canBeShown(text))
-        return false;
-    view().matchInput.set(toUtf8(text));
-    return true;
+    if (!canBeShown(text) || (tooLongToShow_ && !markedElsewhere)) {
+        view().matchInput.set(toUtf8(text));
+    } else if (document_ && !tooLongToShow_) {
+        QTextCursor cursor(document_);
+        cursor.setPosition(from);
+        cursor.setPosition(to, QTextCursor::KeepAnchor);
+        cursor.insertText(withLineFeeds(text));
+    }
 }
 
-QString WantedState::selectedElsewhere() const {
-    return QGuiApplication::clipboard()->text(QClipboard::Selection);
+void WantedState::clearList() {
+    view().matchInput.set({});
 }
 
 int WantedState::inputMode() const {
@@ -166,6 +195,10 @@ bool WantedState::canMatch() const {
     return false;
 }
 
+bool WantedState::canReturn() const {
+    return !view().matchedTracks.get().empty() && !view().showResultsPage.get();
+}
+
 bool WantedState::matching() const {
     return view().isMatching.get();
 }
@@ -188,6 +221,10 @@ void WantedState::match() {
         if (canMatch())
             startMatching(state);
     });
+}
+
+void WantedState::showResults() {
+    view().showResultsPage.set(true);
 }
 
 void WantedState::importDJEP() {

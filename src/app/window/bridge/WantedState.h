@@ -24,6 +24,7 @@ class WantedState : public orvalen::FieldGroup {
     Q_PROPERTY(bool ignoreDoNotPlay READ ignoreDoNotPlay WRITE setIgnoreDoNotPlay NOTIFY changed)
     Q_PROPERTY(bool tooLongToShow READ tooLongToShow NOTIFY changed)
     Q_PROPERTY(bool canMatch READ canMatch NOTIFY changed)
+    Q_PROPERTY(bool canReturn READ canReturn NOTIFY changed)
     Q_PROPERTY(bool matching READ matching NOTIFY changed)
     Q_PROPERTY(QString matchingText READ matchingText NOTIFY changed)
     Q_PROPERTY(bool matchBarVisible READ matchBarVisible NOTIFY changed)
@@ -45,6 +46,8 @@ public:
     /// The state's list would take the editor minutes to lay out, so it shows none.
     bool tooLongToShow() const { return tooLongToShow_; }
     bool canMatch() const;
+    /// Whether there are results whose page is closed.
+    bool canReturn() const;
     bool matching() const;
     QString matchingText() const;
     bool matchBarVisible() const;
@@ -52,25 +55,27 @@ public:
 
     /// Follows the editor's document from now on and asks for it to be filled.
     Q_INVOKABLE void edit(QQuickTextDocument* document, QQuickItem* editor);
-    /// Takes what is about to be pasted as the whole list when it is too long to show; false leaves it to the
-    /// editor. The text is the clipboard's, or what is marked elsewhere.
-    Q_INVOKABLE bool takesWhole(bool markedElsewhere);
-    Q_INVOKABLE QString selectedElsewhere() const;
+    /// Replaces a part of the editor's text by the clipboard's text, or by what is marked elsewhere. A text
+    /// that is too long to show becomes the whole list, and so does every paste over such a list.
+    Q_INVOKABLE void paste(int from, int to, bool markedElsewhere);
+    Q_INVOKABLE void clearList();
     Q_INVOKABLE void match();
+    Q_INVOKABLE void showResults();
     Q_INVOKABLE void importDJEP();
 
     /// Hands what was typed to the state now.
     void commitEdits();
 
 signals:
-    /// The editor is to show this text.
-    void textReplaced(const QString& text);
+    /// The state's text has taken the place of the editor's.
+    void textReplaced();
 
 protected:
     void refresh() override;
 
 private:
     void documentChanged();
+    void replaceDocument(const QString& text);
 
     QPointer<QTextDocument> document_;
     QTimer commitTimer_;

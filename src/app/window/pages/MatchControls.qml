@@ -10,12 +10,22 @@ ColumnLayout {
 
     spacing: 8
 
-    PushButton {
-        text: "Match Playlist"
-        symbol: "music.note.list"
-        prominent: true
-        enabled: controls.wanted.canMatch
-        onClicked: controls.wanted.match()
+    Flow {
+        Layout.fillWidth: true
+        spacing: 12
+
+        PushButton {
+            text: "Match Playlist"
+            symbol: "music.note.list"
+            prominent: true
+            enabled: controls.wanted.canMatch
+            onClicked: controls.wanted.match()
+        }
+        PushButton {
+            text: "Back to Results"
+            visible: controls.wanted.canReturn
+            onClicked: controls.wanted.showResults()
+        }
     }
 
     RowLayout {

@@ -17,16 +17,10 @@ Rectangle {
 
     Connections {
         target: editor.wanted
-        function onTextReplaced(text: string) {
-            area.text = text
-            area.cursorPosition = 0
-        }
+        function onTextReplaced() { area.cursorPosition = 0 }
     }
 
-    function paste() {
-        if (!wanted.takesWhole(false))
-            area.paste()
-    }
+    function paste() { wanted.paste(area.selectionStart, area.selectionEnd, false) }
 
     Flickable {
         id: view
@@ -46,6 +40,7 @@ Rectangle {
             rightPadding: 14
             textFormat: TextEdit.PlainText
             wrapMode: TextEdit.Wrap
+            readOnly: editor.wanted.tooLongToShow
             color: Theme.text
             selectionColor: Theme.accent
             selectedTextColor: Theme.accentInk
@@ -70,17 +65,6 @@ Rectangle {
         }
     }
 
-    Label {
-        x: 8
-        y: 8
-        width: parent.width - 16
-        visible: editor.wanted.tooLongToShow
-        text: "This list is too long to show. It is matched and saved whole; what you type takes its place."
-        font.pixelSize: Theme.subheadline
-        color: Theme.secondary
-        wrapMode: Text.Wrap
-    }
-
     MouseArea {
         anchors.fill: view
         acceptedButtons: Qt.RightButton | Qt.MiddleButton
@@ -89,9 +73,10 @@ Rectangle {
             area.forceActiveFocus(Qt.MouseFocusReason)
             if (mouse.button === Qt.RightButton) {
                 menu.openAt(mouse.x, mouse.y)
-            } else if (!editor.wanted.takesWhole(true)) {
+            } else {
                 const place = mapToItem(area, mouse.x, mouse.y)
-                area.insert(area.positionAt(place.x, place.y), editor.wanted.selectedElsewhere())
+                const position = area.positionAt(place.x, place.y)
+                editor.wanted.paste(position, position, true)
             }
         }
 
@@ -100,6 +85,30 @@ Rectangle {
 
             area: area
             onPaste: editor.paste()
+        }
+    }
+
+    Column {
+        x: 8
+        y: 8
+        width: parent.width - 16
+        visible: editor.wanted.tooLongToShow
+        spacing: 8
+
+        Label {
+            width: parent.width
+            text: "This list is too long to show. It is matched and saved whole."
+            font.pixelSize: Theme.subheadline
+            color: Theme.secondary
+            wrapMode: Text.Wrap
+        }
+        PushButton {
+            text: "Clear List"
+            textSize: Theme.footnote
+            onClicked: {
+                editor.wanted.clearList()
+                area.forceActiveFocus(Qt.OtherFocusReason)
+            }
         }
     }
 }

@@ -59,7 +59,7 @@ T.Popup {
 
         Entry {
             text: "Cut"
-            enabled: menu.area.selectedText !== ""
+            enabled: menu.area.selectedText !== "" && !menu.area.readOnly
             onClicked: {
                 menu.close()
                 menu.area.cut()
@@ -76,7 +76,7 @@ T.Popup {
         Entry {
             text: "Paste"
             focus: true
-            enabled: menu.area.canPaste
+            enabled: menu.area.canPaste || menu.area.readOnly
             onClicked: {
                 menu.close()
                 menu.paste()

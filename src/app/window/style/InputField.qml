@@ -6,6 +6,21 @@ import Orvalen
 T.TextField {
     id: field
 
+    property int lengthBefore: 0 ///< the text's length before the last edit
+
+    // Line breaks and outer blanks come along with texts that are copied from pages and mails.
+    onTextEdited: {
+        const pasted = length - lengthBefore > 1
+        const oneLine = text.replace(/[\n\v\f\r\u0085\u2028\u2029]/g, "")
+        const kept = pasted ? oneLine.trim() : oneLine
+        if (kept !== text) {
+            remove(0, length)
+            insert(0, kept)
+        }
+        lengthBefore = length
+    }
+    onActiveFocusChanged: lengthBefore = length
+
     implicitWidth: 240
     implicitHeight: 32
     leftPadding: 10
