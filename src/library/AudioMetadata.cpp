@@ -40,6 +40,20 @@ void attachTrack(ContentView& view, std::size_t position, const Track& track) {
     view.trackDict.update([&](LibraryIndex& index) { fileTrack(index, track); });
 }
 
+Track namedAfter(const MatchedTrack& row) {
+    return {row.title, row.artist, "", "", std::nullopt};
+}
+
+/// Reads the file's tempo off the main thread and attaches the file then.
+void readAndAttach(ContentView& view, std::size_t row, Track track) {
+    Platform& platform = view.platform;
+    platform.tagQueue.post([&view, &platform, row, track = std::move(track)]() mutable {
+        track.bpm = readTempoFrame(*platform.mediaAssets.open(track.path), platform.console,
+                                   "Failed to load BPM from ID3 metadata:");
+        platform.mainQueue.post([&view, row, track = std::move(track)] { attachTrack(view, row, track); });
+    });
+}
+
 } // namespace
 
 Track readTrackMetadata(MediaAssets& assets, Console& console, const std::string& path) {
@@ -102,8 +116,7 @@ void attachBrowsedFile(ContentView& view, std::size_t row) {
     // open or the file is read, another wanted song may stand at the position by then: the file shows up
     // there under the name of the song that it was picked for, and the library never files it under a song it
     // is not.
-    const MatchedTrack& pressed = view.matchedTracks.get()[row];
-    Track track{pressed.title, pressed.artist, "", "", std::nullopt};
+    Track track = namedAfter(view.matchedTracks.get()[row]);
 
     OpenOptions options;
     options.types.families = {TypeFamily::mp3Audio, TypeFamily::mpeg4Audio, TypeFamily::wavAudio,
@@ -113,13 +126,15 @@ void attachBrowsedFile(ContentView& view, std::size_t row) {
     if (chosen.empty())
         return;
     track.path = chosen.front().path;
+    readAndAttach(view, row, std::move(track));
+}
 
-    Platform& platform = view.platform;
-    platform.tagQueue.post([&view, &platform, row, track = std::move(track)]() mutable {
-        track.bpm = readTempoFrame(*platform.mediaAssets.open(track.path), platform.console,
-                                   "Failed to load BPM from ID3 metadata:");
-        platform.mainQueue.post([&view, row, track = std::move(track)] { attachTrack(view, row, track); });
-    });
+void attachFile(ContentView& view, std::size_t row, const std::string& path) {
+    if (row >= view.matchedTracks.get().size())
+        return;
+    Track track = namedAfter(view.matchedTracks.get()[row]);
+    track.path = path;
+    readAndAttach(view, row, std::move(track));
 }
 
 } // namespace orvalen

@@ -29,5 +29,7 @@ std::optional<std::int64_t> parseBPM(std::string_view text);
 /// then becomes the choice of whatever row stands at the position. Main thread; returns before the tags are
 /// read.
 void attachBrowsedFile(ContentView& view, std::size_t row);
+/// The same with a file that the user named in another way.
+void attachFile(ContentView& view, std::size_t row, const std::string& path);
 
 } // namespace orvalen

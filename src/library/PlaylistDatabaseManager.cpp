@@ -202,6 +202,18 @@ void PlaylistDatabaseManager::insertMatch(const std::string& key, const std::str
         tellError("Error saving preferred match");
 }
 
+void PlaylistDatabaseManager::removePreferredMatch(std::string_view key) {
+    if (db_ == nullptr)
+        return;
+    const Turn turn(*this);
+    ++changeCount_;
+    const Statement statement = prepare(db_, "DELETE FROM preferred_matches WHERE key = ?;");
+    const std::string bound(key);
+    bindText(statement, 1, bound);
+    if (!statement || sqlite3_step(statement.get()) != SQLITE_DONE)
+        tellError("Error removing preferred match");
+}
+
 std::optional<std::string> PlaylistDatabaseManager::preferredPath(std::string_view key) {
     if (db_ == nullptr)
         return std::nullopt;

@@ -42,6 +42,8 @@ public:
     void createTables();
     /// Replaces an earlier path for the key. On the disk when it returns.
     void savePreferredMatch(std::string_view key, std::string_view path);
+    /// Forgets the key's path. On the disk when it returns.
+    void removePreferredMatch(std::string_view key);
     std::optional<std::string> preferredPath(std::string_view key);
     /// What preferredPath gives for each of the keys, all as of one moment and for little more than the price
     /// of one. Nothing, and no console line, when the table cannot be read just now.

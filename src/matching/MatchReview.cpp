@@ -57,10 +57,6 @@ bool showsPicker(const MatchedTrack& row) {
     return row.options.size() >= 2;
 }
 
-bool needsDecision(const MatchedTrack& row) {
-    return showsPicker(row) && pickedOption(row) <= 0;
-}
-
 std::string optionLabel(const Track& option) {
     return artistAndTitle(option.artist, option.title) + tempoSuffix(option.bpm);
 }

@@ -24,8 +24,6 @@ bool isHeaderBold(const MatchedTrack& row, const std::optional<Track>& previewed
 bool isPreviewed(const MatchedTrack& row, const std::optional<Track>& previewed);
 /// A picker is shown for two or more options.
 bool showsPicker(const MatchedTrack& row);
-/// Several options, of which the row stands for none yet or for the first, as a run proposes it.
-bool needsDecision(const MatchedTrack& row);
 std::string optionLabel(const Track& option);
 /// The entry that the picker shows: the first option with the selected track's path; -1 for none.
 int pickedOption(const MatchedTrack& row);

@@ -80,22 +80,20 @@ TEST(MatchReviewStates, PickerShowsTheEntryOfTheSelectedFile) {
         MatchedTrack row;
         bool shown;
         int entry;
-        bool open; ///< needs a decision
     };
     const Case cases[] = {
-        {"no candidates", row("A", "T"), false, -1, false},
-        {"one candidate", row("A", "T", {one}), false, 0, false},
-        {"two candidates", withSelection(row("A", "T", {one, two}), two), true, 1, false},
-        {"one file twice: the first entry", row("A", "T", {one, one}), true, 0, true},
-        {"nothing selected", withSelection(row("A", "T", {one, two}), {}), true, -1, true},
-        {"a file that is no candidate", withSelection(row("A", "T", {one, two}), accented), true, -1, true},
+        {"no candidates", row("A", "T"), false, -1},
+        {"one candidate", row("A", "T", {one}), false, 0},
+        {"two candidates", withSelection(row("A", "T", {one, two}), two), true, 1},
+        {"one file twice: the first entry", row("A", "T", {one, one}), true, 0},
+        {"nothing selected", withSelection(row("A", "T", {one, two}), {}), true, -1},
+        {"a file that is no candidate", withSelection(row("A", "T", {one, two}), accented), true, -1},
         {"the other form of an accent",
-         withSelection(row("A", "T", {one, accented}), track("A", "T", {}, decomposedPath)), true, 1, false},
+         withSelection(row("A", "T", {one, accented}), track("A", "T", {}, decomposedPath)), true, 1},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(showsPicker(c.row), c.shown) << c.quirk;
         EXPECT_EQ(pickedOption(c.row), c.entry) << c.quirk;
-        EXPECT_EQ(needsDecision(c.row), c.open) << c.quirk;
     }
 }
 

@@ -1,10 +1,13 @@
 #include "app/window/bridge/Drops.h"
+#include "support/Builders.h"
 #include "support/TemporaryFolder.h"
 #include "window/WindowHarness.h"
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QRegularExpression>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace orvalen::test {
@@ -20,16 +23,15 @@ QList<QUrl> urls(const std::vector<std::string>& paths) {
 class DropTest : public testing::Test {
 protected:
     /// Holds the files over the window, asks what it says, and lets go.
-    QString drop(const std::vector<std::string>& paths) {
+    QString drop(const std::vector<std::string>& paths, const QPoint& place = {300, 300}) {
         QMimeData data;
         data.setUrls(urls(paths));
-        const QPoint place(300, 300);
         QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(window.window(), &enter);
         window.settle();
         QString said;
         for (const auto& control : window.everything())
-            if (control.name.startsWith("Drop") || control.name.startsWith("Wait"))
+            if (QRegularExpression("^(Drop|Wait|Only|Answer) ").match(control.name).hasMatch())
                 said = control.name;
         QDropEvent let(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(window.window(), &let);
@@ -66,6 +68,29 @@ TEST_F(DropTest, AddsMusicUnlessAScanRuns) {
     EXPECT_EQ(drop({folder}), "Drop to add to your library");
     EXPECT_EQ(window.view.musicFolderURLs.get(), std::vector{Location{folder}});
     EXPECT_FALSE(window.shows("Drop to add to your library"));
+}
+
+TEST_F(DropTest, TakesOnTheResultsPageOneAudioFileForARow) {
+    window.view.matchedTracks.set({row("A", "1"), row("A", "2")});
+    window.view.showResultsPage.set(true);
+    window.expectShown("Playlist Results");
+    QTest::qWait(350); // the sheet comes up
+    const std::string song = files.write("song.mp3");
+    const QPoint onRow = window.control("A – 2", QAccessible::Grouping).sceneRect().center().toPoint();
+    const QPoint beside = window.control("Select All").sceneRect().center().toPoint();
+    EXPECT_EQ(drop({song}, beside), "Drop the file on a row");
+    EXPECT_EQ(drop({song, song}, onRow), "Only one audio file at a time, dropped on a row");
+    EXPECT_EQ(drop({folder}, onRow), "Only one audio file at a time, dropped on a row");
+    window.view.showDeleteLibraryConfirmation.set(true);
+    window.settle();
+    EXPECT_EQ(drop({song}, onRow), "Answer the question before you drop files");
+    window.view.showDeleteLibraryConfirmation.set(false);
+    window.settle();
+    EXPECT_FALSE(window.view.matchedTracks.get()[1].selectedTrack);
+    EXPECT_EQ(drop({song}, onRow), "");
+    ASSERT_TRUE(window.view.matchedTracks.get()[1].selectedTrack);
+    EXPECT_EQ(window.view.matchedTracks.get()[1].selectedTrack->path, song);
+    EXPECT_TRUE(window.view.musicFolderURLs.get().empty()) << "no drop became a music folder";
 }
 
 TEST_F(DropTest, ImportsAnEventListWhereItBelongs) {

@@ -38,7 +38,8 @@ protected:
 
     TestPlatform platform;
     ContentView& view = platform.view;
-    MatchedTracksModel model{view};
+    ReviewDecisions decisions{view};
+    MatchedTracksModel model{view, decisions};
     QAbstractItemModelTester tester{&model, QAbstractItemModelTester::FailureReportingMode::Fatal};
     std::vector<int> changed;
 };

@@ -67,21 +67,54 @@ TEST_F(ResultsPage, ShowsTheTextsOfASessionThatWasEditedByHand) {
 }
 
 TEST_F(ResultsPage, PicksByKeys) {
-    window.inRow(several, "Choose match").item->forceActiveFocus(Qt::TabFocusReason);
+    const auto picker = window.inRow(several, "Choose match");
+    struct Case {
+        Qt::Key opens;
+        Qt::KeyboardModifiers modifiers;
+        std::vector<Qt::Key> keys;
+        const char* path;
+    };
+    const Case cases[] = {{Qt::Key_Return, {}, {Qt::Key_Down, Qt::Key_Return}, "/Music/b.mp3"},
+                          {Qt::Key_Space, {}, {Qt::Key_End, Qt::Key_Space}, "/Music/c.mp3"},
+                          {Qt::Key_F4, {}, {Qt::Key_Up, Qt::Key_Escape}, "/Music/c.mp3"},
+                          {Qt::Key_Down, Qt::AltModifier, {Qt::Key_Home, Qt::Key_Return}, "/Music/a.mp3"},
+                          {Qt::Key_F4, {}, {Qt::Key_N, Qt::Key_Enter}, "/Music/b.mp3"}};
+    for (const Case& c : cases) {
+        picker.item->forceActiveFocus(Qt::TabFocusReason);
+        window.key(c.opens, c.modifiers);
+        window.expectShown("Choose match", QAccessible::List);
+        for (const Qt::Key key : c.keys)
+            window.key(key);
+        window.expectGone("Choose match", QAccessible::List);
+        EXPECT_EQ(rows()[0].selectedTrack->path, c.path) << "opened by " << c.opens;
+    }
+    EXPECT_TRUE(view.showResultsPage.get()) << "Escape closes the list alone";
     window.key(Qt::Key_Down);
-    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/b.mp3");
-    window.key(Qt::Key_Return);
-    window.expectShown("Choose match", QAccessible::List);
-    window.key(Qt::Key_Down);
-    window.key(Qt::Key_Return);
-    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/c.mp3");
-    window.expectGone("Choose match", QAccessible::List);
-    window.key(Qt::Key_Return);
-    window.expectShown("Choose match", QAccessible::List);
-    window.key(Qt::Key_Up);
-    window.key(Qt::Key_Escape);
-    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/c.mp3") << "Escape picks nothing";
-    EXPECT_TRUE(view.showResultsPage.get()) << "and closes the list alone";
+    EXPECT_EQ(window.focused(), "Include in playlist") << "the next row has no picker";
+    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/b.mp3") << "Down does not choose";
+    window.key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/a.mp3") << "undone";
+}
+
+TEST_F(ResultsPage, KeepsTheListClearOfItsPickerAndOfARestingPointer) {
+    std::vector<Track> many;
+    for (int i = 0; i < 40; ++i)
+        many.push_back(track("Night Band", "Take " + std::to_string(i)));
+    view.matchedTracks.set({row("A", "1", many), row("A", "2", many), row("A", "3", many)});
+    window.settle();
+    for (const char* label : {"A – 1", "A – 2", "A – 3"}) {
+        const auto picker = window.inRow(label, "Choose match");
+        const QRectF box = picker.sceneRect();
+        window.click(picker);
+        const auto list = window.control("Choose match", QAccessible::List);
+        EXPECT_FALSE(list.sceneRect().intersects(box)) << label;
+        QTest::mouseMove(window.window(), list.sceneRect().center().toPoint()); // comes to rest there
+        window.settle();
+        window.key(Qt::Key_Return);
+        window.expectGone("Choose match", QAccessible::List);
+    }
+    for (const MatchedTrack& each : rows())
+        EXPECT_EQ(each.selectedTrack->path, many.front().path);
 }
 
 TEST_F(ResultsPage, CanBePressedByAScreenReader) {
@@ -113,14 +146,13 @@ TEST_F(ResultsPage, TellsWhichRowsNeedADecision) {
         return window.control(row, QAccessible::Grouping).description();
     };
     EXPECT_EQ(said(several), "needs a choice") << "the first of several is only a proposal";
-    EXPECT_EQ(said(single), "file chosen");
+    EXPECT_EQ(said(single), "file proposed");
     EXPECT_EQ(said(none), "no file found");
-    view.matchedTracks.update([](auto& all) {
-        all[0].selectedTrack = all[0].options[1];
-        all[1].include = true;
-    });
-    window.settle();
-    EXPECT_EQ(said(several), "file chosen");
+    window.click(window.inRow(several, "Choose match"));
+    window.key(Qt::Key_Return);
+    window.expectGone("Choose match", QAccessible::List);
+    window.click(window.inRow(single, "Include in playlist"));
+    EXPECT_EQ(said(several), "file chosen") << "the first, by the user";
     EXPECT_EQ(said(single), "in the playlist");
 }
 
@@ -200,8 +232,9 @@ TEST_F(ResultsPage, StopsAPreviewThatBeganInTheTurnThatClosesThePage) {
 
 TEST_F(ResultsPage, LetsAPreviewPlayOnThatNoRowStandsFor) {
     window.click(window.inRow(several, "Play"));
-    window.inRow(several, "Choose match").item->forceActiveFocus(Qt::TabFocusReason);
+    window.click(window.inRow(several, "Choose match"));
     window.key(Qt::Key_Down);
+    window.key(Qt::Key_Return);
     window.click("Close");
     EXPECT_TRUE(lastPlayback().playing);
     EXPECT_TRUE(view.selectedTrack.get().has_value());
@@ -250,6 +283,61 @@ TEST_F(ResultsPage, LeadsTheKeysThroughRowsThatDoNotExistYet) {
     EXPECT_EQ(window.focused(), "Include in playlist");
     window.key(Qt::Key_Up);
     EXPECT_EQ(window.focused(), "Deselect All");
+}
+
+TEST_F(ResultsPage, NeverGivesAKeyToARowThatTheUserDidNotFocus) {
+    std::vector<MatchedTrack> many;
+    for (int i = 0; i < 60; ++i)
+        many.push_back(row("Artist", std::to_string(i), {track("A", "B"), track("C", std::to_string(i))}));
+    view.matchedTracks.set(many);
+    window.settle();
+    auto* list = window.control("Results", QAccessible::List).item.data();
+    const auto scrollTo = [&](double y) {
+        list->setProperty("contentY", y);
+        window.settle();
+    };
+    const auto included = [&] {
+        std::vector<std::size_t> positions;
+        for (std::size_t i = 0; i < rows().size(); ++i)
+            if (rows()[i].include)
+                positions.push_back(i);
+        return positions;
+    };
+    for (const double away : {300.0, 4000.0}) { // within the rows that are kept ready, and beyond
+        scrollTo(0);
+        for (const char* name : {"Include in playlist", "Play", "Choose match"}) {
+            window.inRow("Artist – 0", name).item->forceActiveFocus(Qt::TabFocusReason);
+            scrollTo(away);
+            EXPECT_EQ(window.focused(), "Results");
+            scrollTo(0);
+            EXPECT_EQ(window.focused(), name) << "given back";
+        }
+        window.inRow("Artist – 0", "Include in playlist").item->forceActiveFocus(Qt::TabFocusReason);
+        scrollTo(away);
+        window.key(Qt::Key_Space);
+        EXPECT_TRUE(included().empty());
+        EXPECT_EQ(window.focused(), "Include in playlist") << "back in sight";
+        window.key(Qt::Key_Space);
+        EXPECT_EQ(included(), std::vector<std::size_t>{0});
+        window.key(Qt::Key_Space);
+    }
+    window.key(Qt::Key_End);
+    window.key(Qt::Key_Space);
+    EXPECT_EQ(included(), std::vector<std::size_t>{59});
+    EXPECT_TRUE(window.platform.audioPlayers.playbacks.empty());
+}
+
+TEST_F(ResultsPage, ComesBackByItsButton) {
+    EXPECT_FALSE(window.shows("Back to Results"));
+    window.click(window.inRow(single, "Include in playlist"));
+    window.click("Close");
+    window.expectGone("Playlist Results");
+    window.click("Back to Results");
+    window.expectShown("Playlist Results");
+    EXPECT_TRUE(rows()[1].include);
+    view.showResultsPage.set(false);
+    view.matchedTracks.set({});
+    window.expectGone("Back to Results");
 }
 
 TEST_F(ResultsPage, ChoosesTheExportAndWritesIt) {

@@ -32,7 +32,27 @@ Drop sortDrop(const QList<QUrl>& urls, InputMode mode) {
     return drop;
 }
 
+std::optional<Location> audioFile(const QList<QUrl>& urls) {
+    Drop drop = sortDrop(urls, InputMode::textList);
+    if (urls.size() != 1 || drop.music.size() != 1 || QFileInfo(urls.front().toLocalFile()).isDir())
+        return std::nullopt;
+    return std::move(drop.music.front());
+}
+
+bool showsAlert(const ContentView& view) {
+    return view.showDeleteLibraryConfirmation.get() || (view.showUpdateAlert.get() && view.remoteInfo.get());
+}
+
+bool Drops::canTake(const QList<QUrl>& urls) const {
+    const Drop drop = sortDrop(urls, view().inputMode.get());
+    return !isCovered() && (drop.eventList || (!drop.music.empty() && !scanning()));
+}
+
 QString Drops::promise(const QList<QUrl>& urls) const {
+    if (showsAlert(view()))
+        return "Answer the question before you drop files";
+    if (view().showResultsPage.get())
+        return audioFile(urls) ? "Drop the file on a row" : "Only one audio file at a time, dropped on a row";
     const Drop drop = sortDrop(urls, view().inputMode.get());
     if (!drop.music.empty())
         return scanning() ? "Wait until the scan is done" : "Drop to add to your library";
@@ -40,6 +60,8 @@ QString Drops::promise(const QList<QUrl>& urls) const {
 }
 
 void Drops::take(const QList<QUrl>& urls) {
+    if (!canTake(urls))
+        return;
     later([this, drop = sortDrop(urls, view().inputMode.get())](ContentView& state) {
         if (!drop.music.empty() && !scanning())
             addMusicLocations(state, drop.music);

@@ -25,15 +25,6 @@ std::size_t contentHash(const MatchedTrack& row) {
     return hash;
 }
 
-MatchedTracksModel::Decision decisionOn(const MatchedTrack& row) {
-    if (!row.selectedTrack && row.options.empty())
-        return MatchedTracksModel::NoCandidate;
-    if (row.selectedTrack && row.include)
-        return MatchedTracksModel::Included;
-    return needsDecision(row) || !row.selectedTrack ? MatchedTracksModel::Undecided
-                                                    : MatchedTracksModel::Chosen;
-}
-
 QStringList optionLabels(const MatchedTrack& row) {
     QStringList labels;
     if (!showsPicker(row))
@@ -46,16 +37,19 @@ QStringList optionLabels(const MatchedTrack& row) {
 
 } // namespace
 
-MatchedTracksModel::MatchedTracksModel(ContentView& view) : view_(view), stamps_(currentStamps()) {}
+MatchedTracksModel::MatchedTracksModel(ContentView& view, ReviewDecisions& decisions)
+    : view_(view), decisions_(decisions), stamps_(currentStamps()) {}
 
-std::vector<MatchedTracksModel::Stamp> MatchedTracksModel::currentStamps() const {
+std::vector<MatchedTracksModel::Stamp> MatchedTracksModel::currentStamps() {
     const auto& previewed = view_.selectedTrack.get();
     const bool isPlaying = view_.isPlaying.get();
+    const std::vector<RowDecision> decisions = decisions_.decisions();
     std::vector<Stamp> stamps;
-    stamps.reserve(view_.matchedTracks.get().size());
+    stamps.reserve(decisions.size());
     for (const MatchedTrack& row : view_.matchedTracks.get())
         stamps.push_back({row.id, contentHash(row), isHeaderBold(row, previewed),
-                          isPlaying && isPreviewed(row, previewed), showsPause(view_, row.selectedTrack)});
+                          isPlaying && isPreviewed(row, previewed), showsPause(view_, row.selectedTrack),
+                          decisions[stamps.size()]});
     return stamps;
 }
 
@@ -100,7 +94,7 @@ int MatchedTracksModel::rowCount(const QModelIndex& parent) const {
 QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
     const auto& rows = view_.matchedTracks.get();
     // The state may already hold another list than the one the views were told of.
-    if (!index.isValid() || static_cast<std::size_t>(index.row()) >= rows.size())
+    if (!index.isValid() || static_cast<std::size_t>(index.row()) >= std::min(rows.size(), stamps_.size()))
         return {};
     const MatchedTrack& row = rows[static_cast<std::size_t>(index.row())];
     const auto& track = row.selectedTrack;
@@ -130,7 +124,7 @@ QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
     case included:
         return row.include;
     case decision:
-        return decisionOn(row);
+        return static_cast<int>(stamps_[static_cast<std::size_t>(index.row())].decision);
     default:
         return {};
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/state/ContentView.h"
+#include "matching/ReviewDecisions.h"
 
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
@@ -32,11 +33,11 @@ public:
         decision,
     };
 
-    /// Where a row stands on its way into the playlist.
-    enum Decision { NoCandidate, Undecided, Chosen, Included };
+    /// The values of RowDecision.
+    enum Decision { NoCandidate, Undecided, Proposed, Chosen, Included };
     Q_ENUM(Decision)
 
-    explicit MatchedTracksModel(ContentView& view);
+    MatchedTracksModel(ContentView& view, ReviewDecisions& decisions);
 
     /// Tells the views which rows are not as they were; resets when the list is another one. True on a reset.
     /// What can change on the page is looked for; a page that opens anew may show the same rows with other
@@ -57,14 +58,16 @@ private:
         bool bold = false;
         bool playing = false;
         bool pauses = false;
+        RowDecision decision = RowDecision::noFile;
         bool operator==(const Stamp&) const = default;
     };
 
-    std::vector<Stamp> currentStamps() const;
+    std::vector<Stamp> currentStamps();
     bool isSameList(const std::vector<Stamp>& stamps) const;
     void announceChanges(const std::vector<Stamp>& old);
 
     ContentView& view_;
+    ReviewDecisions& decisions_;
     std::vector<Stamp> stamps_;
 };
 

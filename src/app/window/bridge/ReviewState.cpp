@@ -1,5 +1,6 @@
 #include "app/window/bridge/ReviewState.h"
 
+#include "app/window/bridge/Drops.h"
 #include "app/window/bridge/QtText.h"
 #include "library/AudioMetadata.h"
 #include "matching/MatchReview.h"
@@ -19,7 +20,8 @@ const MatchedTrack* rowAt(const ContentView& view, int row) {
 
 } // namespace
 
-ReviewState::ReviewState(ContentView& view, Announcer& announcer) : FieldGroup(view, announcer), rows_(view) {
+ReviewState::ReviewState(ContentView& view, Announcer& announcer)
+    : FieldGroup(view, announcer), decisions_(view), rows_(view, decisions_) {
     follow(view.matchedTracks);
     follow(view.selectedTrack);
     follow(view.isPlaying);
@@ -58,12 +60,12 @@ void ReviewState::close() {
 }
 
 void ReviewState::includeAll(bool include) {
-    setIncludeForAll(view(), include);
+    decisions_.includeAll(include);
 }
 
 void ReviewState::include(int row, bool include) {
     if (rowAt(view(), row) != nullptr)
-        setInclude(view(), static_cast<std::size_t>(row), include);
+        decisions_.include(static_cast<std::size_t>(row), include);
 }
 
 void ReviewState::choose(int row, int option) {
@@ -71,7 +73,7 @@ void ReviewState::choose(int row, int option) {
     if (match == nullptr || option < 0 || static_cast<std::size_t>(option) >= match->options.size())
         return;
     const std::string path = match->options[static_cast<std::size_t>(option)].path;
-    chooseOption(view(), static_cast<std::size_t>(row), path);
+    decisions_.choose(static_cast<std::size_t>(row), path);
 }
 
 QStringList ReviewState::optionPaths(int row) const {
@@ -87,6 +89,20 @@ void ReviewState::browse(int row) {
         if (rowAt(state, row) != nullptr)
             attachBrowsedFile(state, static_cast<std::size_t>(row));
     });
+}
+
+int ReviewState::undo() {
+    const std::optional<std::size_t> row = decisions_.undo();
+    return row ? static_cast<int>(*row) : -1;
+}
+
+bool ReviewState::canTake(const QList<QUrl>& urls) const {
+    return audioFile(urls) && !showsAlert(view());
+}
+
+void ReviewState::attach(int row, const QList<QUrl>& urls) {
+    if (rowAt(view(), row) != nullptr && canTake(urls))
+        attachFile(view(), static_cast<std::size_t>(row), audioFile(urls)->path);
 }
 
 void ReviewState::togglePreview(int row) {

@@ -3,7 +3,9 @@
 #include "app/window/bridge/FieldGroup.h"
 #include "app/window/bridge/MatchedTracksModel.h"
 
+#include <QList>
 #include <QString>
+#include <QUrl>
 
 namespace orvalen {
 
@@ -32,12 +34,18 @@ public:
     /// Where the row's candidates lie: their names may be the same.
     Q_INVOKABLE QStringList optionPaths(int row) const;
     Q_INVOKABLE void browse(int row);
+    /// Whether letting these go on a row attaches a file to it.
+    Q_INVOKABLE bool canTake(const QList<QUrl>& urls) const;
+    Q_INVOKABLE void attach(int row, const QList<QUrl>& urls);
     Q_INVOKABLE void togglePreview(int row);
+    /// Takes back the last tick or choice. Returns the row concerned; -1 when there is nothing to take back.
+    Q_INVOKABLE int undo();
 
 protected:
     void refresh() override;
 
 private:
+    ReviewDecisions decisions_;
     MatchedTracksModel rows_;
     bool onScreen_ = false; ///< whether the rows were on screen at the last refresh
 };

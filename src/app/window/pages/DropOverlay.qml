@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Orvalen
 
 /// Takes what is dragged onto the window, and says what will happen while it is held there.
@@ -11,16 +12,21 @@ DropArea {
     keys: ["text/uri-list"]
     onEntered: drag => {
         promise = drops.promise(drag.urls)
+        // What is refused is held here all the same, to say why.
+        drag.accept(drops.canTake(drag.urls) ? Qt.CopyAction : Qt.IgnoreAction)
         drag.accepted = promise !== ""
     }
     onExited: promise = ""
     onDropped: drop => {
         promise = ""
+        const takes = drops.canTake(drop.urls)
         drops.take(drop.urls)
-        drop.accept(Qt.CopyAction)
+        drop.accept(takes ? Qt.CopyAction : Qt.IgnoreAction)
     }
 
     Rectangle {
+        parent: T.Overlay.overlay.visible ? T.Overlay.overlay : area // over pages and alerts
+        z: 1000
         anchors.fill: parent
         anchors.margins: 8
         visible: area.promise !== ""

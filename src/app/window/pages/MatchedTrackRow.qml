@@ -20,13 +20,18 @@ Item {
     required property bool playing
     required property bool included
     required property int decision
+    required property var takes ///< whether files that are held over the row can be dropped there
+
+    /// What `reach` and `leaving` take beside a position in `controls`.
+    enum Place { First = 100, Last }
 
     /// A control of the row has the keys now.
-    signal focused()
-    /// The keys ask for the row that is so many further, and for the control there: -1 its last, 4 its first.
+    signal focused(Item control)
+    /// The keys ask for the row that is so many further, and for a control there.
     signal leaving(int by, int control)
     signal previewToggled()
     signal browsed()
+    signal dropped(var urls)
     signal ticked(bool on)
     signal chosen(int option)
     signal pickerOpened(Picker picker)
@@ -39,8 +44,8 @@ Item {
     }
 
     function reach(which: int) {
-        const place = which === controls.length ? firstControl() : which
-        const wanted = place < 0 || !controls[place].visible ? include : controls[place]
+        const place = which === MatchedTrackRow.First ? firstControl() : which
+        const wanted = controls[place]?.visible ? controls[place] : include
         wanted.forceActiveFocus(Qt.TabFocusReason)
     }
 
@@ -52,7 +57,7 @@ Item {
     function leavesBackwards(control: int): bool {
         if (control !== firstControl())
             return false
-        leaving(-1, -1)
+        leaving(-1, MatchedTrackRow.Last)
         return true
     }
 
@@ -64,6 +69,27 @@ Item {
     Accessible.role: Accessible.Grouping
     Accessible.name: label
     Accessible.description: mark.meaning
+
+    DropArea {
+        id: dropArea
+
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onEntered: drag => drag.accepted = row.takes(drag.urls)
+        onDropped: drop => {
+            row.dropped(drop.urls)
+            drop.accept(Qt.CopyAction)
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            visible: dropArea.containsDrag
+            radius: Theme.radius
+            color: Theme.mix(Theme.window, Theme.accent, 0.2)
+            border.width: 2
+            border.color: Theme.accent
+        }
+    }
 
     DecisionMark {
         id: mark
@@ -110,7 +136,7 @@ Item {
             spokenName: "Choose match"
             onChosen: option => row.chosen(option)
             onOpened: row.pickerOpened(this)
-            onActiveFocusChanged: if (activeFocus) row.focused()
+            onActiveFocusChanged: if (activeFocus) row.focused(this)
             Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(0)
         }
 
@@ -125,7 +151,7 @@ Item {
             pauses: row.pauses
             playing: row.playing
             onToggled: row.previewToggled()
-            onFocused: row.focused()
+            onFocused: row.focused(details.button)
             button.Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(1)
         }
 
@@ -139,7 +165,7 @@ Item {
                 text: "Browse for file"
                 textSize: Theme.footnote
                 onClicked: row.browsed()
-                onActiveFocusChanged: if (activeFocus) row.focused()
+                onActiveFocusChanged: if (activeFocus) row.focused(this)
                 Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(2)
             }
             TickBox {
@@ -150,8 +176,8 @@ Item {
                 text: "Include in playlist"
                 ticked: row.included
                 onSwitched: on => row.ticked(on)
-                onActiveFocusChanged: if (activeFocus) row.focused()
-                Keys.onTabPressed: row.leaving(1, row.controls.length)
+                onActiveFocusChanged: if (activeFocus) row.focused(this)
+                Keys.onTabPressed: row.leaving(1, MatchedTrackRow.First)
             }
         }
 

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
@@ -14,6 +12,8 @@ Flickable {
     required property ExportState exports
     required property PreviewState preview
 
+    function showRow(index: int) { list.positionViewAtIndex(index, ListView.Contain) }
+
     readonly property real bulkButtonsEnd: stack.x + bulkButtons.childrenRect.width
 
     contentWidth: width
@@ -22,20 +22,6 @@ Flickable {
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     T.ScrollBar.vertical: ThinScrollBar {}
-
-    /// Hands the keys to the row at the position, or to what stands before or after the rows. The rows that exist are
-    /// few and not in order, so the usual way from control to control does not lead through them.
-    function reachRow(index: int, control: int) {
-        if (index < 0) {
-            before.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-        } else if (index >= list.count) {
-            after.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
-        } else {
-            list.positionViewAtIndex(index, ListView.Contain)
-            const row = list.itemAtIndex(index) as MatchedTrackRow
-            row?.reach(control)
-        }
-    }
 
     PickerList { id: pickerList; parent: T.Overlay.overlay }
 
@@ -79,47 +65,25 @@ Flickable {
             id: before
 
             activeFocusOnTab: true
-            onActiveFocusChanged: if (activeFocus) body.reachRow(Math.max(0, list.indexAt(1, list.contentY + 1)), 4)
+            onActiveFocusChanged: if (activeFocus) list.reachRow(list.firstInSight(), MatchedTrackRow.First)
         }
 
-        ListView {
+        ResultsList {
             id: list
 
             Layout.fillWidth: true
             Layout.fillHeight: true
-            implicitHeight: 190
-            clip: true
-
-            function lastInSight(): int {
-                const index = indexAt(1, contentY + height - 2)
-                return index < 0 ? count - 1 : index
-            }
-
-            boundsBehavior: Flickable.StopAtBounds
-            cacheBuffer: 400
-            reuseItems: true
-            model: body.review.rows
-            T.ScrollBar.vertical: ThinScrollBar { id: bar }
-            Accessible.role: Accessible.List
-            Accessible.name: "Results"
-
-            delegate: MatchedTrackRow {
-                width: list.width - 12
-                onFocused: list.positionViewAtIndex(index, ListView.Contain)
-                onLeaving: (by, control) => body.reachRow(index + by, control)
-                onPreviewToggled: body.review.togglePreview(index)
-                onBrowsed: body.review.browse(index)
-                onTicked: on => body.review.include(index, on)
-                onChosen: option => body.review.choose(index, option)
-                onPickerOpened: picker => pickerList.openAt(picker, body.review.optionPaths(index))
-            }
+            review: body.review
+            pickerList: pickerList
+            onPassed: forwards => (forwards ? after.nextItemInFocusChain(true) : before.nextItemInFocusChain(false))
+                .forceActiveFocus(forwards ? Qt.TabFocusReason : Qt.BacktabFocusReason)
         }
 
         FocusScope {
             id: after
 
             activeFocusOnTab: true
-            onActiveFocusChanged: if (activeFocus) body.reachRow(list.lastInSight(), -1)
+            onActiveFocusChanged: if (activeFocus) list.reachRow(list.lastInSight(), MatchedTrackRow.Last)
         }
 
         NowPlaying {

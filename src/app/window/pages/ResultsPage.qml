@@ -69,6 +69,14 @@ T.Dialog {
         focus: true
         spacing: 0
         Keys.onEscapePressed: sheet.review.close()
+        Keys.onPressed: event => {
+            if (event.matches(StandardKey.Undo)) {
+                const row = sheet.review.undo()
+                if (row >= 0)
+                    results.showRow(row)
+                event.accepted = true
+            }
+        }
 
         ResultsHeader {
             Layout.fillWidth: true

@@ -23,14 +23,12 @@ Pressable {
     font.pixelSize: Theme.subheadline
     onClicked: opened()
 
-    function step(by: int) {
-        const next = Math.max(0, Math.min(labels.length - 1, currentIndex + by))
-        if (next !== currentIndex)
-            chosen(next)
+    Keys.onPressed: event => {
+        const asks = event.key === Qt.Key_F4 || (event.key === Qt.Key_Down && (event.modifiers & Qt.AltModifier))
+        if (asks)
+            opened()
+        event.accepted = asks
     }
-
-    Keys.onUpPressed: step(-1)
-    Keys.onDownPressed: step(1)
 
     Item {
         anchors.fill: parent

@@ -11,7 +11,12 @@ T.Popup {
     property Picker picker: null
     property list<string> details ///< a second line for each entry
 
-    /// Opens under the picker, or over it where there is no room below.
+    readonly property int gap: 4 ///< between the list and its picker
+    readonly property int edge: 8 ///< kept free at the window's edges
+
+    property point pointerAt ///< where the pointer was last; negative until it is known
+
+    /// Opens below the picker, or above it where there is more room. The list never covers its picker.
     function openAt(which: Picker, secondLines: list<string>) {
         picker = which
         details = secondLines
@@ -19,10 +24,15 @@ T.Popup {
         list.currentIndex = which.currentIndex
         const place = which.mapToItem(parent, 0, 0)
         width = Math.max(which.width, 200)
-        height = Math.min(list.contentHeight, Math.max(120, parent.height * 0.6)) + padding * 2
-        x = Math.max(8, Math.min(place.x, parent.width - width - 8))
-        const below = place.y + which.height + 4
-        y = below + height <= parent.height - 8 ? below : Math.max(8, place.y - height - 4)
+        x = Math.max(edge, Math.min(place.x, parent.width - width - edge))
+        const top = place.y + which.height + gap
+        const above = place.y - gap - edge
+        const below = parent.height - edge - top
+        const wanted = Math.min(list.contentHeight + padding * 2, parent.height * 0.6)
+        const opensBelow = wanted <= below || below >= above
+        height = Math.min(wanted, opensBelow ? below : above)
+        y = opensBelow ? top : place.y - gap - height
+        pointerAt = Qt.point(-1, -1)
         open()
         list.positionViewAtIndex(Math.max(0, list.currentIndex), ListView.Contain)
     }
@@ -32,6 +42,27 @@ T.Popup {
         close()
         if (which && index >= 0)
             which.chosen(index)
+    }
+
+    /// The entry under the pointer becomes the current one, once the pointer moves: entries also come under a
+    /// resting pointer, when the list opens or scrolls.
+    function pointTo(index: int, at: point) {
+        const moved = pointerAt.x >= 0 && at !== pointerAt
+        pointerAt = at
+        if (moved)
+            list.currentIndex = index
+    }
+
+    /// Goes to the next entry that begins with the letter.
+    function jumpTo(letter: string) {
+        const first = letter.toLocaleLowerCase()
+        for (let step = 1; step <= list.count; ++step) {
+            const index = (Math.max(-1, list.currentIndex) + step) % list.count
+            if (picker && (picker.labels[index] ?? "").toLocaleLowerCase().startsWith(first)) {
+                list.currentIndex = index
+                return
+            }
+        }
     }
 
     modal: true
@@ -54,9 +85,41 @@ T.Popup {
         keyNavigationEnabled: true
         highlightMoveDuration: 0
         T.ScrollBar.vertical: ThinScrollBar {}
-        Keys.onReturnPressed: popup.choose(currentIndex)
-        Keys.onEnterPressed: popup.choose(currentIndex)
-        Keys.onSpacePressed: popup.choose(currentIndex)
+        Keys.onPressed: event => {
+            const page = Math.max(1, Math.floor(height / 46) - 1)
+            event.accepted = true
+            switch (event.key) {
+            case Qt.Key_Return:
+            case Qt.Key_Enter:
+                // A key that is still held down since it opened the list does not choose.
+                if (!event.isAutoRepeat)
+                    popup.choose(currentIndex)
+                break
+            case Qt.Key_Space: // chooses when it is let go, as otherwise the picker would get its release
+                break
+            case Qt.Key_Home:
+                currentIndex = 0
+                break
+            case Qt.Key_End:
+                currentIndex = count - 1
+                break
+            case Qt.Key_PageUp:
+                currentIndex = Math.max(0, currentIndex - page)
+                break
+            case Qt.Key_PageDown:
+                currentIndex = Math.min(count - 1, currentIndex + page)
+                break
+            default:
+                event.accepted = event.text > " " && event.key !== Qt.Key_Delete && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier))
+                if (event.accepted)
+                    popup.jumpTo(event.text)
+            }
+        }
+        Keys.onReleased: event => {
+            event.accepted = event.key === Qt.Key_Space
+            if (event.accepted && !event.isAutoRepeat)
+                popup.choose(currentIndex)
+        }
         Accessible.role: Accessible.List
         Accessible.name: "Choose match"
 
@@ -75,7 +138,10 @@ T.Popup {
             spokenDetail: popup.details[index] ?? ""
             ticked: current
             onClicked: popup.choose(index)
-            onHoveredChanged: if (hovered) list.currentIndex = index
+
+            HoverHandler {
+                onPointChanged: if (hovered) popup.pointTo(entry.index, point.scenePosition)
+            }
 
             contentItem: Item {
                 Symbol {

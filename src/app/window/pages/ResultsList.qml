@@ -1,0 +1,164 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Orvalen
+
+/// The rows. A row that scrolls out of sight gives the keys to the list and gets them back when it returns, so that a
+/// key never acts on a row that the user does not see, nor on the row that reuses its item.
+ListView {
+    id: list
+
+    required property ReviewState review
+    required property PickerList pickerList
+
+    /// The keys go on to what stands after or before the rows.
+    signal passed(bool forwards)
+
+    property int heldRow: -1 ///< the row that had the keys when it went out of sight; -1 while a row has them
+    property int heldControl: 0
+    property MatchedTrackRow focusedRow: null
+    property bool returning: false
+
+    implicitHeight: 190
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+    cacheBuffer: 400
+    reuseItems: true
+    currentIndex: -1
+    keyNavigationEnabled: false
+    model: review.rows
+    T.ScrollBar.vertical: ThinScrollBar {}
+    Accessible.role: Accessible.List
+    Accessible.name: "Results"
+
+    function firstInSight(): int {
+        return Math.max(0, indexAt(1, contentY + 1))
+    }
+
+    function lastInSight(): int {
+        const index = indexAt(1, contentY + height - 2)
+        return index < 0 ? count - 1 : index
+    }
+
+    /// Gives the keys to a control of the row at the position, or to what stands before or after the rows. The rows
+    /// that exist are few and not in order, so the usual way from control to control does not lead through them.
+    function reachRow(index: int, control: int) {
+        if (index < 0 || index >= count) {
+            passed(index >= count)
+        } else {
+            positionViewAtIndex(index, ListView.Contain)
+            const row = itemAtIndex(index) as MatchedTrackRow
+            row?.reach(control)
+        }
+    }
+
+    function hasKeysItself(): bool {
+        return Window.activeFocusItem === list
+    }
+
+    function isInSight(control: Item): bool {
+        const top = control.mapToItem(list, 0, 0).y
+        return top + control.height > 0 && top < height
+    }
+
+    /// Takes the keys from the row.
+    function hold(row: MatchedTrackRow, control: int) {
+        heldRow = row.index
+        heldControl = control
+        focusedRow = null
+        row.controls[control].focus = false
+        forceActiveFocus(Qt.OtherFocusReason)
+    }
+
+    function followFocus() {
+        const control = focusedRow?.focusedControl() ?? -1
+        if (control >= 0 && !isInSight(focusedRow.controls[control]))
+            hold(focusedRow, control)
+        else if (heldRow >= 0)
+            Qt.callLater(giveBack) // rows come after the view has moved
+    }
+
+    function giveBack() {
+        const row = heldRow < 0 || !hasKeysItself() ? null : itemAtIndex(heldRow) as MatchedTrackRow
+        if (!row || !isInSight(row.controls[heldControl]))
+            return
+        returning = true
+        row.reach(heldControl)
+        returning = false
+    }
+
+    /// While the list itself has the keys, the first of them leads to a row, and only the next one acts there.
+    function bringBack(key: int): bool {
+        const leads = [Qt.Key_Up, Qt.Key_Down, Qt.Key_Tab, Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter].includes(key)
+        if (key === Qt.Key_Backtab && heldRow < 0)
+            passed(false)
+        else if (leads || key === Qt.Key_Backtab)
+            reachRow(heldRow < 0 ? firstInSight() : heldRow, heldRow < 0 ? MatchedTrackRow.First : heldControl)
+        else
+            return false
+        return true
+    }
+
+    FocusRing {
+        parent: list
+        anchors.margins: 0
+        shown: list.Window.activeFocusItem === list
+    }
+
+    onContentYChanged: followFocus()
+    onHeightChanged: followFocus()
+
+    Connections {
+        target: list.model
+        function onModelReset() {
+            list.heldRow = -1
+            list.focusedRow = null
+        }
+    }
+
+    Keys.onPressed: event => {
+        const row = focusedRow && focusedRow.focusedControl() >= 0 ? focusedRow.index : heldRow
+        const control = heldRow < 0 && focusedRow ? focusedRow.focusedControl() : heldControl
+        const from = row < 0 ? firstInSight() : row
+        const page = Math.max(1, lastInSight() - firstInSight())
+        event.accepted = true
+        switch (event.key) {
+        case Qt.Key_PageUp:
+            return reachRow(Math.max(0, from - page), control)
+        case Qt.Key_PageDown:
+            return reachRow(Math.min(count - 1, from + page), control)
+        case Qt.Key_Home:
+            return reachRow(0, control)
+        case Qt.Key_End:
+            return reachRow(count - 1, control)
+        }
+        event.accepted = hasKeysItself() && bringBack(event.key)
+    }
+
+    delegate: MatchedTrackRow {
+        id: row
+
+        width: list.width - 12
+        ListView.onPooled: {
+            const control = focusedControl()
+            if (control >= 0)
+                list.hold(row, control)
+        }
+        onFocused: control => {
+            list.focusedRow = row
+            list.heldRow = -1
+            // A press must not move what is pressed away from the pointer.
+            if (!list.returning && (control as T.Control)?.focusReason !== Qt.MouseFocusReason)
+                list.positionViewAtIndex(index, ListView.Contain)
+        }
+        onLeaving: (by, control) => list.reachRow(index + by, control)
+        onPreviewToggled: list.review.togglePreview(index)
+        onBrowsed: list.review.browse(index)
+        takes: urls => list.review.canTake(urls)
+        onDropped: urls => list.review.attach(index, urls)
+        onTicked: on => list.review.include(index, on)
+        onChosen: option => list.review.choose(index, option)
+        onPickerOpened: picker => list.pickerList.openAt(picker, list.review.optionPaths(index))
+    }
+}
