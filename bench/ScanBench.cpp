@@ -1,6 +1,6 @@
 #include "MadeMp3.h"
 #include "library/AudioMetadata.h"
-#include "platform/tags/TagLibMediaAssets.h"
+#include "platform/tags/FileMediaAssets.h"
 #include "support/Fakes.h"
 #include "support/TemporaryFolder.h"
 
@@ -77,7 +77,7 @@ void measure(benchmark::State& state, Read read) {
 }
 
 void scan(benchmark::State& state) {
-    TagLibMediaAssets assets;
+    FileMediaAssets assets;
     test::FakeConsole console;
     measure(state, [&](const std::string& path) {
         const Track track = readTrackMetadata(assets, console, path);

@@ -15,7 +15,7 @@
 #include "platform/system/StandardConsole.h"
 #include "platform/system/ThreadWorkerQueue.h"
 #include "platform/system/XdgUserFolders.h"
-#include "platform/tags/TagLibMediaAssets.h"
+#include "platform/tags/FileMediaAssets.h"
 
 namespace orvalen {
 
@@ -27,7 +27,7 @@ struct Program {
     ThreadWorkerQueue matchQueue;
     ThreadWorkerQueue tagQueue;
     QtDialogs dialogs;
-    TagLibMediaAssets mediaAssets;
+    FileMediaAssets mediaAssets;
     MpvAudioPlayers audioPlayers;
     PosixFolderAccess folderAccess;
     XdgUserFolders userFolders;

@@ -4,6 +4,7 @@
 #include "support/Folders.h"
 
 #include <stdexcept>
+#include <zlib.h>
 
 namespace orvalen::test {
 
@@ -46,6 +47,19 @@ std::string frame(int version, std::string_view name, std::string_view content) 
 
 std::string textFrame(int version, std::string_view name, int encoding, std::string_view bytes) {
     return frame(version, name, static_cast<char>(encoding) + std::string(bytes));
+}
+
+std::string compressedFrame(int version, std::string_view name, std::string_view content) {
+    uLongf length = ::compressBound(content.size());
+    std::string compressed(length, '\0');
+    ::compress(reinterpret_cast<Bytef*>(compressed.data()), &length,
+               reinterpret_cast<const Bytef*>(content.data()), content.size());
+    compressed.resize(length);
+    const bool isNew = version == 4;
+    std::string result =
+        frame(version, name, (isNew ? synchSafe(content.size()) : bigEndian(content.size(), 4)) + compressed);
+    result[9] = isNew ? '\x09' : '\x80';
+    return result;
 }
 
 std::string pictureFrame(int version, std::size_t length) {
@@ -118,6 +132,13 @@ std::string aiff(std::string_view chunks) {
 
 std::string box(std::string_view name, std::string_view content) {
     return bigEndian(content.size() + 8, 4) + std::string(name) + std::string(content);
+}
+
+std::string nestedBoxes(std::string_view name, std::size_t depth) {
+    std::string result;
+    for (; depth > 0; --depth)
+        result += bigEndian(depth * 8, 4).append(name);
+    return result;
 }
 
 std::string mpeg4Text(std::string_view name, std::string_view text) {

@@ -17,6 +17,8 @@ std::string synchSafe(std::uint64_t number);
 std::string frame(int version, std::string_view name, std::string_view content);
 /// A text frame; the encoding 0 is Latin-1, 1 UTF-16 with a mark, 2 UTF-16 big-endian, 3 UTF-8.
 std::string textFrame(int version, std::string_view name, int encoding, std::string_view bytes);
+/// A frame of version 3 or 4 whose content is compressed with zlib.
+std::string compressedFrame(int version, std::string_view name, std::string_view content);
 std::string pictureFrame(int version, std::size_t length);
 std::string id3(int version, std::string_view frames, int flags = 0);
 /// With a zero byte behind every 0xFF.
@@ -37,6 +39,8 @@ std::string aiff(std::string_view chunks);
 
 /// One box of an MPEG-4 file.
 std::string box(std::string_view name, std::string_view content);
+/// So many boxes, each the only content of the one before.
+std::string nestedBoxes(std::string_view name, std::size_t depth);
 /// An MPEG-4 file with these items in its list.
 std::string mpeg4(std::string_view items);
 std::string mpeg4Text(std::string_view name, std::string_view text);

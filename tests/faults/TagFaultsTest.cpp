@@ -1,6 +1,6 @@
 #include "faults/FaultReport.h"
 #include "library/AudioMetadata.h"
-#include "platform/tags/TagLibMediaAssets.h"
+#include "platform/tags/FileMediaAssets.h"
 #include "support/Fakes.h"
 #include "support/Folders.h"
 #include "support/TemporaryFolder.h"
@@ -32,7 +32,7 @@ protected:
 
     TemporaryFolder folder;
     const std::string path = folder.path("Song.mp3");
-    TagLibMediaAssets assets;
+    FileMediaAssets assets;
     FakeConsole console;
     int opened = 0;
     int reads = 0;

@@ -1,13 +1,18 @@
 #include "platform/tags/Id3Tag.h"
 
+#include "platform/tags/TagText.h"
+
 #include <algorithm>
+#include <array>
+#include <zlib.h>
 
 namespace orvalen {
 
 namespace {
 
 constexpr std::size_t tagHeaderLength = 10;
-constexpr std::uint64_t mostBytes = 16 << 20; ///< of a tag that has to be read whole, and of text frames
+constexpr std::uint64_t longestWholeTag = 16 << 20; ///< bytes read of a tag that must be read whole
+constexpr int mostFrames = 10'000;                  ///< a tag of more is damaged
 
 constexpr unsigned char unsynchronised = 0x80;
 constexpr unsigned char extendedHeader = 0x40;
@@ -28,13 +33,6 @@ bool isSynchSafe(std::string_view bytes) {
     return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return (byte & 0x80) == 0; });
 }
 
-std::string toSynchSafe(std::uint64_t number) {
-    std::string result;
-    for (int shift = 21; shift >= 0; shift -= 7)
-        result += static_cast<char>(number >> shift & 0x7F);
-    return result;
-}
-
 /// Takes out the zero bytes that were put behind every 0xFF.
 std::string synchronised(std::string_view bytes) {
     std::string result;
@@ -47,66 +45,91 @@ std::string synchronised(std::string_view bytes) {
     return result;
 }
 
-/// Walks the frames of a tag of one version and writes the small one.
-class FrameWalk {
-public:
-    FrameWalk(const ByteSource& source, unsigned version) : source_(source), version_(version) {}
+/// Returns nullopt for damaged bytes.
+std::optional<std::string> inflated(std::string_view bytes) {
+    std::string result(longestText + 1, '\0');
+    uLongf length = result.size();
+    const int status = ::uncompress(reinterpret_cast<Bytef*>(result.data()), &length,
+                                    reinterpret_cast<const Bytef*>(bytes.data()), bytes.size());
+    if (status != Z_OK && status != Z_BUF_ERROR) // the latter means that there is more
+        return std::nullopt;
+    result.resize(length);
+    return result;
+}
 
-    /// The wanted frames that stand from the place up to the end.
-    std::string wanted(std::uint64_t place, std::uint64_t end) {
-        std::string frames;
-        while (place + headerLength() < end && frames.size() < mostBytes) {
+struct WantedFrame {
+    std::string_view oldName; ///< of version 2; some taggers write these names into tags of version 3
+    std::string_view name;
+    const char* commonKey;
+};
+constexpr std::array<WantedFrame, 3> wantedFrames{
+    {{"TT2", "TIT2", "title"}, {"TP1", "TPE1", "artist"}, {"TBP", "TBPM", ""}}};
+
+/// Reads the frames of a tag of one version.
+class FrameReader {
+public:
+    FrameReader(const ByteSource& source, unsigned version, bool isUnsynchronised)
+        : source_(source), version_(version), isUnsynchronised_(isUnsynchronised) {}
+
+    /// Adds the wanted frames between the place and the end. Stops early when all are found, and at the first
+    /// bytes that are no frame. An empty frame is passed over.
+    void read(FileTags& tags, std::uint64_t place, std::uint64_t end) const {
+        std::array<bool, wantedFrames.size()> found{};
+        for (int count = 0; count < mostFrames && place + headerLength() < end; ++count) {
             const std::string header = source_.read(place, headerLength());
-            if (!isFrameName(header))
-                break;
             const std::uint64_t length = contentLength(header, place);
-            // Like a tag library that reads the whole: an empty frame or one that leaves the tag is the end.
-            if (length == 0 || length > end - place || header.size() < headerLength())
-                break;
+            if (header.size() < headerLength() || !isFrameName(header) || length > end - place)
+                return;
             place += headerLength();
-            if (isWanted(header)) {
-                const std::string content =
-                    source_.read(place, static_cast<std::size_t>(std::min({length, end - place, mostBytes})));
-                frames += rewritten(header, content.size()) + content;
+            const std::size_t kind = kindOf(header);
+            if (length > 0 && kind < wantedFrames.size() && !found[kind]) {
+                found[kind] = true;
+                add(tags, wantedFrames[kind], value(header, {place, std::min(length, end - place)}));
+                if (std::all_of(found.begin(), found.end(), [](bool each) { return each; }))
+                    return;
             }
             place += length;
         }
-        return frames;
     }
 
 private:
+    using Value = Expected<std::optional<std::string>>;
+
     std::size_t headerLength() const { return version_ == 2 ? 6 : 10; }
     std::size_t nameLength() const { return version_ == 2 ? 3 : 4; }
 
     bool isFrameName(std::string_view bytes) const {
         if (bytes.size() < nameLength())
             return false;
-        const bool old = isOldName(bytes);
-        const std::string_view name = bytes.substr(0, old ? 3 : nameLength());
+        const std::string_view name = bytes.substr(0, hasOldName(bytes) ? 3 : 4);
         return std::all_of(name.begin(), name.end(), [](char letter) {
             return (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9');
         });
     }
 
-    /// Some taggers write the names of version 2 into tags of version 3.
-    bool isOldName(std::string_view bytes) const {
+    bool hasOldName(std::string_view bytes) const {
         return version_ == 2 || (version_ == 3 && byteAt(bytes, 3) == 0);
     }
 
-    bool isWanted(std::string_view header) const {
-        const bool old = isOldName(header);
-        const std::string_view name = header.substr(0, old ? 3 : 4);
-        return old ? name == "TT2" || name == "TP1" || name == "TBP"
-                   : name == "TIT2" || name == "TPE1" || name == "TBPM";
+    /// Returns the index into `wantedFrames`, or their number for any other frame.
+    std::size_t kindOf(std::string_view header) const {
+        const bool old = hasOldName(header);
+        const auto* const found =
+            std::find_if(wantedFrames.begin(), wantedFrames.end(), [&](const WantedFrame& frame) {
+                return header.substr(0, old ? 3 : 4) == (old ? frame.oldName : frame.name);
+            });
+        return static_cast<std::size_t>(found - wantedFrames.begin());
     }
 
     std::uint64_t contentLength(std::string_view header, std::uint64_t place) const {
+        if (header.size() < headerLength())
+            return 0;
         if (version_ == 2)
             return bigEndian32(header.substr(2)) & 0xFFFFFF;
         const std::uint32_t plain = bigEndian32(header.substr(4));
         if (version_ == 3)
             return plain;
-        // Some taggers write the lengths of version 4 as those of version 3; the frame behind tells.
+        // Some taggers write the lengths of version 4 as those of version 3; the next frame shows which.
         const std::uint32_t safe = synchSafe(header.substr(4));
         if (!isSynchSafe(header.substr(4, 4)))
             return plain;
@@ -117,18 +140,41 @@ private:
 
     bool nameStandsAt(std::uint64_t place) const { return isFrameName(source_.read(place, nameLength())); }
 
-    /// Older taggers of version 4 wrote the length in another way.
-    std::string rewritten(std::string_view header, std::uint64_t length) const {
-        if (version_ != 4)
-            return std::string(header);
-        return std::string(header.substr(0, 4)) + toSynchSafe(length) + std::string(header.substr(8, 2));
+    Value value(std::string_view header, const ByteRange& content) const {
+        const unsigned flags = version_ == 2 ? 0U : byteAt(header, 9);
+        const bool isNew = version_ == 4;
+        const bool isCompressed = (flags & (isNew ? 0x08U : 0x80U)) != 0;
+        const bool isEncrypted = (flags & (isNew ? 0x04U : 0x40U)) != 0;
+        if (isEncrypted)
+            return std::nullopt;
+        if (content.length > longestText)
+            return textTooLong();
+        std::string bytes = source_.read(content.offset, static_cast<std::size_t>(content.length));
+        if (isNew && (isUnsynchronised_ || (flags & 0x02U) != 0))
+            bytes = synchronised(bytes);
+        if (isCompressed || (isNew && (flags & 0x01U) != 0))
+            bytes.erase(0, 4); // the length of the text when it was written
+        if (isCompressed) {
+            auto text = inflated(bytes);
+            if (!text)
+                return std::nullopt;
+            bytes = std::move(*text);
+        }
+        return bytes.size() > longestText ? Value(textTooLong()) : decodeId3Text(bytes);
+    }
+
+    static void add(FileTags& tags, const WantedFrame& frame, Value value) {
+        tags.id3.push_back({"id3/" + std::string(frame.name), frame.commonKey, std::move(value)});
+        if (!tags.id3.back().commonKey.empty())
+            tags.common.push_back(tags.id3.back());
     }
 
     const ByteSource& source_;
     unsigned version_;
+    bool isUnsynchronised_; ///< every frame of version 4
 };
 
-/// How many bytes the extended header at the place takes.
+/// Returns the length of the extended header at the place.
 std::uint64_t extendedLength(const ByteSource& source, std::uint64_t place, unsigned version) {
     const std::string bytes = source.read(place, 4);
     return version == 3 ? std::uint64_t{4} + bigEndian32(bytes) : synchSafe(bytes);
@@ -143,32 +189,27 @@ bool isId3Header(std::string_view bytes) {
     return isSynchSafe(bytes.substr(6, 4));
 }
 
-std::string smallId3Tag(const ByteSource& file, std::uint64_t place) {
+void readId3Tag(FileTags& tags, const ByteSource& file, std::uint64_t place) {
     const std::string head = file.read(place, tagHeaderLength);
     if (!isId3Header(head))
-        return {};
+        return;
+    tags.formats.emplace_back(id3Format);
     const unsigned version = byteAt(head, 3);
-    const unsigned char flags = byteAt(head, 5);
+    const unsigned flags = byteAt(head, 5);
+    const bool isUnsynchronised = (flags & unsynchronised) != 0;
     const std::uint64_t begin = place + tagHeaderLength;
     const std::uint64_t end = std::min(begin + synchSafe(std::string_view(head).substr(6)), file.size());
-    const auto wanted = [&](const ByteSource& source, std::uint64_t from, std::uint64_t to) {
+    const auto readFrames = [&](const ByteSource& source, std::uint64_t from, std::uint64_t to) {
         if (version != 2 && (flags & extendedHeader) != 0)
             from += extendedLength(source, from, version);
-        return FrameWalk(source, version).wanted(from, to);
+        FrameReader(source, version, isUnsynchronised).read(tags, from, to);
     };
-
-    std::string frames;
-    unsigned char keptFlags = 0;
-    if ((flags & unsynchronised) != 0 && version < 4) {
-        const MemorySource whole(
-            synchronised(file.read(begin, static_cast<std::size_t>(std::min(end - begin, mostBytes)))));
-        frames = wanted(whole, 0, whole.size());
-    } else {
-        // In version 4 each frame is unsynchronised by itself.
-        keptFlags = flags & unsynchronised;
-        frames = wanted(file, begin, end);
-    }
-    return head.substr(0, 5) + static_cast<char>(keptFlags) + toSynchSafe(frames.size()) + frames;
+    if (!isUnsynchronised || version == 4)
+        return readFrames(file, begin, end);
+    // Before version 4 the zero bytes also stand within the headers of the frames.
+    const MemorySource whole(
+        synchronised(file.read(begin, static_cast<std::size_t>(std::min(end - begin, longestWholeTag)))));
+    readFrames(whole, 0, whole.size());
 }
 
 } // namespace orvalen

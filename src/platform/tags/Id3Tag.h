@@ -1,18 +1,18 @@
 #pragma once
 
-#include "platform/tags/ByteSource.h"
+#include "platform/tags/FileTags.h"
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 namespace orvalen {
 
-/// Whether an ID3v2 tag of a version that we know begins with the bytes; ten are enough to tell.
+/// Whether a known version of an ID3v2 tag begins with the bytes. Needs the first ten bytes.
 bool isId3Header(std::string_view bytes);
 
-/// The tag at the place as a small one that holds its frames of title, artist and tempo as they are. The
-/// rest, pictures above all, is not even read. Empty when no tag stands there.
-std::string smallId3Tag(const ByteSource& file, std::uint64_t place);
+/// Adds the first title, artist and tempo frame of the tag at the place. Other frames, pictures above all,
+/// are passed over unread. A frame longer than `longestText` after decompression becomes an item with an
+/// error; an encrypted or damaged one becomes an item without a value. Adds nothing where no tag begins.
+void readId3Tag(FileTags& tags, const ByteSource& file, std::uint64_t place);
 
 } // namespace orvalen

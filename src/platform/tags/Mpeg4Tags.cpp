@@ -1,18 +1,55 @@
-#include "platform/tags/Mpeg4Boxes.h"
-#include "platform/tags/TagPlaces.h"
+#include "platform/tags/FileTags.h"
+#include "platform/tags/TagText.h"
+
+#include <algorithm>
 
 namespace orvalen {
 
 namespace {
 
-std::optional<Mpeg4Box> find(const ByteSource& file, const ByteRange& range, std::string_view name) {
-    const auto boxes = boxesIn(file, range, name);
-    if (boxes.empty() || boxes.back().name != name)
+constexpr int mostBoxes = 10'000; ///< side by side; a file of more is damaged
+
+/// One of the nested boxes that an MPEG-4 file is made of.
+struct Box {
+    std::string name; ///< four characters
+    ByteRange content;
+    bool isCutOff = false; ///< the box claims to be longer than the file
+};
+
+/// Reads the head of the box at the place. Only the file bounds its length, because a parent whose length is
+/// too small is a common and harmless fault.
+std::optional<Box> boxAt(const ByteSource& file, std::uint64_t place) {
+    const std::uint64_t end = file.size();
+    const std::string head = file.read(place, 16);
+    if (head.size() < 8)
         return {};
-    return boxes.back();
+    std::uint64_t length = bigEndian32(head);
+    std::uint64_t headLength = 8;
+    if (length == 1) {
+        length = bigEndian64(std::string_view(head).substr(8));
+        headLength = 16;
+    } else if (length == 0) {
+        length = end - place;
+    }
+    if (length < headLength || end - place < headLength)
+        return {};
+    const std::uint64_t contentLength = std::min(length, end - place) - headLength;
+    return Box{head.substr(4, 4), {place + headLength, contentLength}, length > end - place};
 }
 
-/// The content of a metadata box without the version and flags that most writers put before its boxes.
+/// Returns the first box of the name that begins in the range. Does not look into other boxes.
+std::optional<Box> find(const ByteSource& file, const ByteRange& range, std::string_view name) {
+    std::uint64_t place = range.offset;
+    for (int count = 0; count < mostBoxes && place < range.end(); ++count) {
+        auto box = boxAt(file, place);
+        if (!box || box->name == name)
+            return box;
+        place = box->content.end();
+    }
+    return {};
+}
+
+/// Returns the content of a metadata box without the version and flags that most writers put first.
 ByteRange withoutVersion(const ByteSource& file, ByteRange meta) {
     if (file.read(meta.offset + 4, 4) != "hdlr" && meta.length >= 4) {
         meta.offset += 4;
@@ -21,19 +58,45 @@ ByteRange withoutVersion(const ByteSource& file, ByteRange meta) {
     return meta;
 }
 
+std::optional<Box> findItemList(const ByteSource& file, const ByteRange& movie) {
+    if (const auto userData = find(file, movie, "udta"))
+        if (const auto meta = find(file, userData->content, "meta"))
+            return find(file, withoutVersion(file, meta->content), "ilst");
+    return {};
+}
+
+/// Adds the item's text: a box "data" with a type, a locale and the text.
+void readItem(FileTags& tags, const ByteSource& file, const ByteRange& list, const std::string& name,
+              const char* commonKey) {
+    constexpr std::uint64_t headLength = 8;
+    constexpr std::uint32_t utf8 = 1;
+    const auto item = find(file, list, name);
+    const auto data = item ? boxAt(file, item->content.offset) : std::nullopt;
+    if (!data || data->name != "data" || bigEndian32(file.read(data->content.offset, 4)) != utf8)
+        return;
+    const std::uint64_t end = std::min(data->content.end(), item->content.end());
+    const std::uint64_t begin = std::min(data->content.offset + headLength, end);
+    const auto read = [&]() -> Expected<std::optional<std::string>> {
+        if (end - begin > longestText)
+            return textTooLong();
+        return fromUtf8OrLatin1(file.read(begin, static_cast<std::size_t>(end - begin)));
+    };
+    tags.common.push_back({"itsk/" + name, commonKey, read()});
+}
+
 } // namespace
 
-Expected<TagPlaces> findMpeg4Tags(const ByteSource& file) {
-    TagPlaces places;
-    places.mpeg4 = true;
+Expected<FileTags> readMpeg4Tags(const ByteSource& file) {
     const auto movie = find(file, {0, file.size()}, "moov");
-    if (!movie || movie->cutOff)
+    if (!movie || movie->isCutOff)
         return failure("The file ends before its description");
-    if (const auto userData = find(file, movie->content, "udta"))
-        if (const auto meta = find(file, userData->content, "meta"))
-            if (const auto list = find(file, withoutVersion(file, meta->content), "ilst"))
-                places.itemList = list->content;
-    return places;
+    FileTags tags;
+    if (const auto list = findItemList(file, movie->content)) {
+        tags.formats.emplace_back("mp4");
+        readItem(tags, file, list->content, "\251nam", "title");
+        readItem(tags, file, list->content, "\251ART", "artist");
+    }
+    return tags;
 }
 
 } // namespace orvalen

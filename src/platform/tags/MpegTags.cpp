@@ -1,14 +1,16 @@
+#include "core/Text.h"
 #include "platform/tags/Id3Tag.h"
-#include "platform/tags/TagPlaces.h"
+#include "platform/tags/TagText.h"
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace orvalen {
 
 namespace {
 
-/// Where audio or a tag has not begun by then, it will not.
+/// Bytes in which audio or a tag must begin.
 constexpr std::uint64_t searchLimit = 1 << 20;
 constexpr std::uint64_t searchStep = 4000;
 
@@ -59,28 +61,90 @@ bool audioBeginsAt(const ByteSource& file, std::uint64_t offset) {
     return true;
 }
 
-} // namespace
-
-Expected<TagPlaces> findMpegTags(const ByteSource& file) {
-    TagPlaces places;
-    places.mayHaveEndTags = true;
+/// Finds an ID3 tag or audio near the start. Returns the place of the tag, `file.size()` for audio without a
+/// tag, or nullopt.
+std::optional<std::uint64_t> findStart(const ByteSource& file) {
     const std::uint64_t limit = std::min(file.size(), searchLimit);
     for (std::uint64_t offset = 0; offset < limit; offset += searchStep) {
         const std::string bytes = file.read(offset, searchStep + 9);
         for (std::uint64_t i = 0; i < searchStep && i < bytes.size(); ++i) {
             const std::string_view rest = std::string_view(bytes).substr(i);
-            if (isId3Header(rest)) {
-                places.id3 = offset + i;
-                return places;
-            }
+            if (isId3Header(rest))
+                return offset + i;
             if (frameLength(bigEndian32(rest)) != 0 && audioBeginsAt(file, offset + i))
-                return places;
+                return file.size();
         }
     }
-    const EndTags end = findEndTags(file);
-    if (end.ape || end.id3v1)
-        return places;
-    return failure("The file holds no audio that can be read");
+    return std::nullopt;
+}
+
+// Tags of the old kinds stand at the end of the file: ID3v1 last, an APE tag with its footer before it.
+
+constexpr std::size_t id3v1Length = 128;
+constexpr std::size_t apeFooterLength = 32;
+
+std::string lower(std::string_view text) {
+    std::string result(text);
+    for (char& letter : result)
+        if (letter >= 'A' && letter <= 'Z')
+            letter = static_cast<char>(letter - 'A' + 'a');
+    return result;
+}
+
+/// Reads items of the form: length of the value, flags, key, zero, value. The last item of a key counts; its
+/// several values become one text with blanks between.
+void readApeItems(FileTags& tags, std::string_view items) {
+    std::string title;
+    std::string artist;
+    while (items.size() > 8) {
+        const std::size_t length = littleEndian32(items);
+        const bool isText = (littleEndian32(items.substr(4)) & 6) == 0;
+        items.remove_prefix(8);
+        const std::size_t zero = items.find('\0');
+        if (zero == std::string_view::npos || length > items.size() - zero - 1)
+            break;
+        const std::string key = lower(items.substr(0, zero));
+        std::string value(items.substr(zero + 1, length));
+        std::replace(value.begin(), value.end(), '\0', ' ');
+        items.remove_prefix(zero + 1 + length);
+        if (isText && (key == "title" || key == "artist"))
+            (key == "title" ? title : artist) = fromUtf8OrLatin1(value);
+    }
+    tags.addUnlessEmpty("title", std::move(title));
+    tags.addUnlessEmpty("artist", std::move(artist));
+}
+
+/// Returns whether the file ends with such tags.
+bool readEndTags(FileTags& tags, const ByteSource& file) {
+    std::uint64_t end = file.size();
+    std::string id3v1 = end < id3v1Length ? "" : file.read(end - id3v1Length, id3v1Length);
+    if (id3v1.starts_with("TAG"))
+        end -= id3v1Length;
+    else
+        id3v1.clear();
+    const std::string footer = end < apeFooterLength ? "" : file.read(end - apeFooterLength, apeFooterLength);
+    const std::uint64_t apeLength = littleEndian32(std::string_view(footer).substr(
+        std::min<std::size_t>(12, footer.size()))); // of the items and the footer
+    const bool hasApe = footer.starts_with("APETAGEX") && apeLength >= apeFooterLength && apeLength <= end;
+    if (hasApe && apeLength <= longestText)
+        readApeItems(tags, file.read(end - apeLength, static_cast<std::size_t>(apeLength - apeFooterLength)));
+    if (!id3v1.empty()) {
+        tags.addUnlessEmpty("title", std::string(trimmed(fromLatin1(id3v1.substr(3, 30)))));
+        tags.addUnlessEmpty("artist", std::string(trimmed(fromLatin1(id3v1.substr(33, 30)))));
+    }
+    return hasApe || !id3v1.empty();
+}
+
+} // namespace
+
+Expected<FileTags> readMpegTags(const ByteSource& file) {
+    FileTags tags;
+    const auto start = findStart(file);
+    if (start)
+        readId3Tag(tags, file, *start);
+    if (!tags.hasTitleAndArtist() && !readEndTags(tags, file) && !start)
+        return failure("The file holds no audio that can be read");
+    return tags;
 }
 
 } // namespace orvalen

@@ -1,4 +1,6 @@
-#include "platform/tags/TagPlaces.h"
+#include "core/Text.h"
+#include "platform/tags/Id3Tag.h"
+#include "platform/tags/TagText.h"
 
 #include <algorithm>
 
@@ -19,11 +21,13 @@ bool isPadded(const ByteSource& file, std::uint64_t place) {
     return !bytes.empty() && (bytes[0] == '\0' || isChunkName(std::string_view(bytes).substr(1)));
 }
 
-/// Calls with the name and the content of every chunk of a RIFF or AIFF file.
+using LengthReader = std::uint32_t (*)(std::string_view);
+
+/// Calls the function with the name and the content of every chunk in the range.
 template <typename Function>
-void forEachChunk(const ByteSource& file, std::uint32_t (*lengthOf)(std::string_view), Function function) {
-    std::uint64_t place = 12;
-    for (int count = 0; count < mostChunks && place + 8 <= file.size(); ++count) {
+void forEachChunk(const ByteSource& file, const ByteRange& range, LengthReader lengthOf, Function function) {
+    std::uint64_t place = range.offset;
+    for (int count = 0; count < mostChunks && place + 8 <= range.end(); ++count) {
         const std::string head = file.read(place, 8);
         if (head.size() < 8 || !isChunkName(std::string_view(head).substr(0, 4)))
             return;
@@ -35,40 +39,70 @@ void forEachChunk(const ByteSource& file, std::uint32_t (*lengthOf)(std::string_
     }
 }
 
-template <typename Place>
-void keepFirst(std::optional<Place>& first, const Place& place) {
-    if (!first)
-        first = place;
+ByteRange chunksOf(const ByteSource& file) {
+    constexpr std::uint64_t headLength = 12; // the container's name, its length, the kind of file
+    return {headLength, file.size() - std::min(file.size(), headLength)};
 }
 
-bool isId3(std::string_view chunk) {
-    return chunk == "ID3 " || chunk == "id3 ";
+/// Reads the tag in the chunk, unless an earlier chunk held one.
+void readFirstId3(FileTags& tags, const ByteSource& file, std::string_view name, const ByteRange& content) {
+    if ((name == "ID3 " || name == "id3 ") && tags.formats.empty())
+        readId3Tag(tags, file, content.offset);
+}
+
+std::string textIn(const ByteSource& file, const ByteRange& range) {
+    return fromUtf8OrLatin1(
+        file.read(range.offset, std::min(static_cast<std::size_t>(range.length), longestText)));
+}
+
+/// Reads the texts of an INFO list; of several with one name the last counts.
+void readInfo(FileTags& tags, const ByteSource& file, const ByteRange& list) {
+    std::string title;
+    std::string artist;
+    tags.formats.emplace_back("info");
+    forEachChunk(file, list, littleEndian32, [&](std::string_view name, const ByteRange& content) {
+        if (content.end() > list.end())
+            return;
+        if (name == "INAM")
+            title = textIn(file, content);
+        else if (name == "IART")
+            artist = textIn(file, content);
+    });
+    tags.addUnlessEmpty("title", std::move(title));
+    tags.addUnlessEmpty("artist", std::move(artist));
 }
 
 } // namespace
 
-TagPlaces findWavTags(const ByteSource& file) {
-    TagPlaces places;
-    forEachChunk(file, littleEndian32, [&](std::string_view name, const ByteRange& content) {
-        if (isId3(name))
-            keepFirst(places.id3, content.offset);
-        else if (name == "LIST" && file.read(content.offset, 4) == "INFO")
-            keepFirst(places.info, content);
+Expected<FileTags> readWavTags(const ByteSource& file) {
+    FileTags tags;
+    std::optional<ByteRange> info;
+    forEachChunk(file, chunksOf(file), littleEndian32, [&](std::string_view name, const ByteRange& content) {
+        readFirstId3(tags, file, name, content);
+        if (!info && name == "LIST" && content.length >= 4 && file.read(content.offset, 4) == "INFO")
+            info = {content.offset + 4, content.length - 4};
     });
-    return places;
+    if (info && !tags.hasTitleAndArtist())
+        readInfo(tags, file, *info);
+    return tags;
 }
 
-TagPlaces findAiffTags(const ByteSource& file) {
-    TagPlaces places;
-    forEachChunk(file, bigEndian32, [&](std::string_view name, const ByteRange& content) {
-        if (isId3(name))
-            keepFirst(places.id3, content.offset);
-        else if (name == "NAME")
-            keepFirst(places.name, content);
-        else if (name == "AUTH")
-            keepFirst(places.author, content);
+Expected<FileTags> readAiffTags(const ByteSource& file) {
+    FileTags tags;
+    std::optional<ByteRange> title;
+    std::optional<ByteRange> artist;
+    forEachChunk(file, chunksOf(file), bigEndian32, [&](std::string_view name, const ByteRange& content) {
+        readFirstId3(tags, file, name, content);
+        if (name == "NAME" && !title)
+            title = content;
+        else if (name == "AUTH" && !artist)
+            artist = content;
     });
-    return places;
+    if (title)
+        tags.addUnlessEmpty("title", std::string(trimmed(textIn(file, *title))));
+    if (artist)
+        tags.addUnlessEmpty("artist", std::string(trimmed(textIn(file, *artist))));
+    return tags;
 }
 
 } // namespace orvalen

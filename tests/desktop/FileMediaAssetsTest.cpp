@@ -1,4 +1,4 @@
-#include "platform/tags/TagLibMediaAssets.h"
+#include "platform/tags/FileMediaAssets.h"
 
 #include "desktop/TagBytes.h"
 #include "library/AudioMetadata.h"
@@ -14,21 +14,21 @@ namespace {
 
 using namespace std::string_literals;
 
-class TagLibMediaAssetsTest : public testing::Test {
+class FileMediaAssetsTest : public testing::Test {
 protected:
     Track read(const std::string& path) {
         console.clear();
         return readTrackMetadata(assets, console, path);
     }
 
-    TagLibMediaAssets assets;
+    FileMediaAssets assets;
     FakeConsole console;
     TemporaryFolder folder;
 };
 
 /// Beside what SparingReads compares with a reader of whole files. “File” and “Unknown” are what stands in
 /// for what a file does not tell.
-TEST_F(TagLibMediaAssetsTest, ReadsTheTagsOfTheWild) {
+TEST_F(FileMediaAssetsTest, ReadsTheTagsOfTheWild) {
     struct Case {
         const char* quirk;
         std::string bytes;
@@ -41,6 +41,7 @@ TEST_F(TagLibMediaAssetsTest, ReadsTheTagsOfTheWild) {
     const std::string audio = mpegAudio();
     const std::string extended3 = bigEndian(6, 4) + bigEndian(0, 2) + bigEndian(0, 4);
     const std::string extended4 = synchSafe(6) + bigEndian(1, 1) + bigEndian(0, 1);
+    const std::string nested = nestedBoxes("moov", 130'000);
     const std::string longText(300, 'x');
     const std::string longName(200, 'x');
     const Case cases[] = {
@@ -60,8 +61,24 @@ TEST_F(TagLibMediaAssetsTest, ReadsTheTagsOfTheWild) {
         {"an extended header of 2.4", id3(4, extended4 + song4, 0x40), "Song", "Band"},
         {"a tag that claims 256 MB", id3Header(3, (1 << 28) - 1) + song + audio, "Song", "Band"},
         {"a frame that claims 2 GB", id3(3, song + "APIC\x7F\xFF\xFF\xFF\0\0zz"s) + audio, "Song", "Band"},
-        {"a frame of no length",
-         id3(3, textFrame(3, "TIT2", 0, "Song") + frame(3, "TPE1", "") + song) + audio, "Song", "Unknown"},
+        {"empty frames before and between",
+         id3(3, frame(3, "TALB", "") + frame(3, "TIT2", "") + song) + audio, "Song", "Band"},
+        {"an empty frame before padding",
+         id3(3, textFrame(3, "TIT2", 0, "Song") + frame(3, "TPE1", "") + std::string(50, '\0')) + audio,
+         "Song", "Unknown"},
+        {"Latin-1 marked as UTF-8", id3(4, textFrame(4, "TIT2", 3, "Caf\xE9") + song4), "Café", "Band"},
+        {"UTF-16 without a mark, either order",
+         id3(3, textFrame(3, "TIT2", 1, "S\0\xF6\0n\0g\0"s) + textFrame(3, "TPE1", 1, "\0B\0y"s)), "Söng",
+         "By"},
+        {"one byte a letter marked as UTF-16", id3(3, textFrame(3, "TIT2", 1, "Caf\xE9\0"s)), "Café",
+         "Unknown"},
+        {"UTF-16 of no text without a mark", id3(3, textFrame(3, "TIT2", 1, "\0\0"s)), "", "Unknown"},
+        {"an unknown encoding", id3(3, textFrame(3, "TIT2", 9, "Song") + textFrame(3, "TPE1", 9, "\1\2\3")),
+         "Song", "Unknown"},
+        {"compressed, version 2.3", id3(3, compressedFrame(3, "TIT2", "\0Song"s)) + audio, "Song", "Unknown"},
+        {"compressed, version 2.4", id3(4, compressedFrame(4, "TIT2", "\0Song"s)) + audio, "Song", "Unknown"},
+        {"compressed and damaged",
+         id3(3, "TIT2" + bigEndian(8, 4) + "\0\x80"s + "\0\0\0\4oops"s + song) + audio, "File", "Band"},
         {"a frame name of rubbish", id3(3, textFrame(3, "TIT2", 0, "Song") + frame(3, "t!1 ", "zz") + song),
          "Song", "Unknown"},
         {"junk before the tag", std::string(3000, '\0') + id3(3, song) + audio, "Song", "Band"},
@@ -93,6 +110,9 @@ TEST_F(TagLibMediaAssetsTest, ReadsTheTagsOfTheWild) {
          mpeg4(mpeg4Text("\251nam", "Sóng") + mpeg4Text("\251ART", "Band") +
                box("tmpo", box("data", bigEndian(21, 4) + bigEndian(0, 4) + bigEndian(120, 2)))),
          "Sóng", "Band"},
+        {"MPEG-4 with boxes nested without end",
+         mpeg4(nested + mpeg4Text("\251nam", "Song") + box("\251ART", nested)), "Song", "Unknown"},
+        {"MPEG-4 with Latin-1 for UTF-8", mpeg4(mpeg4Text("\251nam", "Caf\xE9")), "Café", "Unknown"},
         {"MPEG-4 with an empty title", mpeg4(mpeg4Text("\251nam", "")), "", "Unknown"},
         {"MPEG-4 without a list", box("ftyp", "M4A ") + box("moov", box("mvhd", std::string(100, '\0'))),
          "File", "Unknown"},
@@ -106,7 +126,7 @@ TEST_F(TagLibMediaAssetsTest, ReadsTheTagsOfTheWild) {
     }
 }
 
-TEST_F(TagLibMediaAssetsTest, SaysWhatIsNoReadableMedia) {
+TEST_F(FileMediaAssetsTest, SaysWhatIsNoReadableMedia) {
     folder.makeFolder("Live.mp3");
     folder.write("empty.mp3");
     folder.write("text.mp3", std::string(50'000, 'x'));
@@ -124,7 +144,32 @@ TEST_F(TagLibMediaAssetsTest, SaysWhatIsNoReadableMedia) {
     }
 }
 
-TEST_F(TagLibMediaAssetsTest, SaysWhichTagsAreId3AndNamesItsFrames) {
+TEST_F(FileMediaAssetsTest, CallsTextsOfMoreThanAMegabyteUnreadable) {
+    const std::string most(1 << 20, 'x');
+    const auto compressed = [](int version, std::string_view name, const std::string& text) {
+        return compressedFrame(version, name, '\0' + text);
+    };
+    const std::string artist = textFrame(3, "TPE1", 0, "Band");
+    for (const std::string& bytes : {
+             id3(3, textFrame(3, "TIT2", 0, most) + artist),
+             id3(3, compressed(3, "TIT2", most) + artist),
+             id3(4, compressed(4, "TPE1", std::string(100'000'000, 'x'))),
+             mpeg4(mpeg4Text("\251nam", most + "x")),
+         }) {
+        const Track track = read(folder.write("File.mp3", bytes));
+        EXPECT_EQ(track.title + "/" + track.artist, "File/Unknown");
+        EXPECT_EQ(console.lines(),
+                  std::vector<std::string>{"Failed to load metadata from File.mp3: A text of the "
+                                           "tags is longer than 1 MB"});
+    }
+    const std::string fits = most.substr(1);
+    EXPECT_EQ(read(folder.write("File.mp3", id3(3, compressed(3, "TIT2", fits)))).title, fits);
+    const Track track = read(folder.write("File.mp3", id3(3, artist + compressed(3, "TBPM", most))));
+    EXPECT_EQ(track.artist, "Band");
+    EXPECT_EQ(console.lines().size(), 1U);
+}
+
+TEST_F(FileMediaAssetsTest, SaysWhichTagsAreId3AndNamesItsFrames) {
     const auto asset = assets.open(folder.write("a.mp3", id3(3, textFrame(3, "TBPM", 0, "128"))));
     const auto items = asset->id3Metadata();
     ASSERT_TRUE(items);

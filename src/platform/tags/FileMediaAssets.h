@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/MediaAsset.h"
+
+namespace orvalen {
+
+/// Title, artist and tempo of mp3, MPEG-4, WAV and AIFF files. Other items are not given. Each asset reads
+/// its file once.
+class FileMediaAssets : public MediaAssets {
+public:
+    std::unique_ptr<MediaAsset> open(const std::string& path) override;
+};
+
+} // namespace orvalen

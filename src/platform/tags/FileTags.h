@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/MediaAsset.h"
+#include "platform/tags/ByteSource.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvalen {
+
+/// Title, artist and tempo from the tags of one file. Items of a preferred tag come first.
+struct FileTags {
+    std::vector<MetadataItem> common;
+    std::vector<std::string> formats;
+    std::vector<MetadataItem> id3;
+
+    bool hasTitleAndArtist() const;
+    /// Adds a common item unless the text is empty. For tags in which an empty field means a missing one.
+    void addUnlessEmpty(std::string commonKey, std::string text);
+};
+
+/// Recognises the container by its content, never by the file's name, and reads its tags. Pictures and audio
+/// are not read. Fails when the bytes are no audio of a known kind.
+Expected<FileTags> readTags(const ByteSource& file);
+
+// The readers of single containers, for a file that is known to be one.
+
+Expected<FileTags> readMpegTags(const ByteSource& file);
+Expected<FileTags> readMpeg4Tags(const ByteSource& file);
+Expected<FileTags> readWavTags(const ByteSource& file);
+Expected<FileTags> readAiffTags(const ByteSource& file);
+
+} // namespace orvalen
