@@ -12,10 +12,11 @@
 #include <string_view>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <system_error>
 #include <unistd.h>
 
-// The functions below stand before those of the C library, for this program and for every library it loads.
-// They call the kernel themselves, so that a sanitizer's own functions of these names do not matter.
+// The functions below replace those of the C library, in this program and in every library that it loads.
+// They call the kernel directly, so that a sanitizer's own functions of these names do not matter.
 
 namespace orvalen::test {
 namespace {
@@ -25,7 +26,7 @@ constexpr std::array<const char*, 13> names{"open",     "status",      "read",  
                                             "remove",   "make folder", "open folder"};
 
 struct Watch {
-    std::vector<std::string> places;
+    std::vector<std::string> pathBeginnings;
     std::optional<Fault> fault;
     std::array<int, names.size()> counts{};
 };
@@ -34,17 +35,17 @@ std::mutex mutex;
 Watch watch;
 std::atomic<bool> isWatching = false;
 
-/// What the call that is about to be made shall do.
-struct Order {
+/// What happens to the call that is about to be made.
+struct Effect {
     bool fails = false;
     bool half = false;
 };
 
-Order orderFor(Call call, std::string_view path) {
+Effect effectOnPath(Call call, std::string_view path) {
     const std::lock_guard lock(mutex);
     bool isWatched = false;
-    for (const std::string& place : watch.places)
-        isWatched = isWatched || path.starts_with(place);
+    for (const std::string& beginning : watch.pathBeginnings)
+        isWatched = isWatched || path.starts_with(beginning);
     if (!isWatched)
         return {};
     const int number = watch.counts.at(static_cast<std::size_t>(call))++;
@@ -55,18 +56,18 @@ Order orderFor(Call call, std::string_view path) {
         errno = fault.error;
         return {fault.way == Fault::Way::error, fault.way != Fault::Way::error};
     }
-    if (number > fault.number && fault.way == Fault::Way::halfThenEnd) {
+    if (number > fault.number && fault.way == Fault::Way::halfThenFail) {
         errno = fault.error;
         return {true, false};
     }
     return {};
 }
 
-Order order(Call call, const char* path) {
-    return isWatching && path != nullptr ? orderFor(call, path) : Order{};
+Effect effectOf(Call call, const char* path) {
+    return isWatching && path != nullptr ? effectOnPath(call, path) : Effect{};
 }
 
-Order order(Call call, int file) {
+Effect effectOf(Call call, int file) {
     if (!isWatching)
         return {};
     const int before = errno;
@@ -74,18 +75,14 @@ Order order(Call call, int file) {
     const std::string link = "/proc/self/fd/" + std::to_string(file);
     const long length = ::syscall(SYS_readlink, link.c_str(), path.data(), path.size());
     errno = before;
-    return length > 0 ? orderFor(call, {path.data(), static_cast<std::size_t>(length)}) : Order{};
+    return length > 0 ? effectOnPath(call, {path.data(), static_cast<std::size_t>(length)}) : Effect{};
 }
 
-std::size_t share(const Order& order, std::size_t length) {
-    return order.half ? (length + 1) / 2 : length;
+std::size_t share(const Effect& effect, std::size_t length) {
+    return effect.half ? (length + 1) / 2 : length;
 }
 
 } // namespace
-
-const char* nameOf(Call call) {
-    return names.at(static_cast<std::size_t>(call));
-}
 
 std::vector<Call> allCalls() {
     std::vector<Call> calls;
@@ -94,8 +91,28 @@ std::vector<Call> allCalls() {
     return calls;
 }
 
-FailingCalls::FailingCalls(std::vector<std::string> places, std::optional<Fault> fault) {
-    watch = {std::move(places), fault, {}};
+std::string describe(const Fault& fault) {
+    const std::string half = fault.way == Fault::Way::error ? "" : "half, then ";
+    return std::string(names.at(static_cast<std::size_t>(fault.call))) + ' ' + std::to_string(fault.number) +
+           ": " + half + (fault.error == 0 ? "the rest" : std::generic_category().message(fault.error));
+}
+
+std::vector<Fault> faultsOf(const std::vector<int>& counts, const std::vector<int>& errors) {
+    std::vector<Fault> faults;
+    for (const Call call : allCalls())
+        for (int number = 0; number < counts.at(static_cast<std::size_t>(call)); ++number) {
+            for (const int error : errors)
+                faults.push_back({call, number, Fault::Way::error, error});
+            if (call == Call::read || call == Call::write)
+                faults.push_back({call, number, Fault::Way::halfThenContinue, 0});
+            if (call == Call::write)
+                faults.push_back({call, number, Fault::Way::halfThenFail, ENOSPC});
+        }
+    return faults;
+}
+
+FailingCalls::FailingCalls(std::vector<std::string> pathBeginnings, std::optional<Fault> fault) {
+    watch = {std::move(pathBeginnings), fault, {}};
     isWatching = true;
 }
 
@@ -103,9 +120,9 @@ FailingCalls::~FailingCalls() {
     isWatching = false;
 }
 
-int FailingCalls::count(Call call) const {
+std::vector<int> FailingCalls::counts() const {
     const std::lock_guard lock(mutex);
-    return watch.counts.at(static_cast<std::size_t>(call));
+    return {watch.counts.begin(), watch.counts.end()};
 }
 
 } // namespace orvalen::test
@@ -120,17 +137,9 @@ int openat(int folder, const char* path, int flags, ...) {
     const mode_t mode =
         (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    if (order(Call::open, path).fails)
+    if (effectOf(Call::open, path).fails)
         return -1;
     return static_cast<int>(::syscall(SYS_openat, folder, path, flags, mode));
-}
-
-int openat64(int folder, const char* path, int flags, ...) {
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
-    va_end(arguments);
-    return openat(folder, path, flags, mode);
 }
 
 int open(const char* path, int flags, ...) {
@@ -141,83 +150,56 @@ int open(const char* path, int flags, ...) {
     return openat(AT_FDCWD, path, flags, mode);
 }
 
-int open64(const char* path, int flags, ...) {
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
-    va_end(arguments);
-    return openat(AT_FDCWD, path, flags, mode);
-}
-
 int fstat(int file, struct stat* status) noexcept {
-    return order(Call::status, file).fails ? -1 : static_cast<int>(::syscall(SYS_fstat, file, status));
-}
-
-int fstat64(int file, struct stat64* status) noexcept {
-    return order(Call::status, file).fails ? -1 : static_cast<int>(::syscall(SYS_fstat, file, status));
+    return effectOf(Call::status, file).fails ? -1 : static_cast<int>(::syscall(SYS_fstat, file, status));
 }
 
 ssize_t read(int file, void* bytes, size_t length) {
-    const Order order = orvalen::test::order(Call::read, file);
-    return order.fails ? -1 : ::syscall(SYS_read, file, bytes, share(order, length));
+    const Effect effect = effectOf(Call::read, file);
+    return effect.fails ? -1 : ::syscall(SYS_read, file, bytes, share(effect, length));
 }
 
 ssize_t pread(int file, void* bytes, size_t length, off_t offset) {
-    const Order order = orvalen::test::order(Call::read, file);
-    return order.fails ? -1 : ::syscall(SYS_pread64, file, bytes, share(order, length), offset);
-}
-
-ssize_t pread64(int file, void* bytes, size_t length, off64_t offset) {
-    return pread(file, bytes, length, offset);
+    const Effect effect = effectOf(Call::read, file);
+    return effect.fails ? -1 : ::syscall(SYS_pread64, file, bytes, share(effect, length), offset);
 }
 
 ssize_t write(int file, const void* bytes, size_t length) {
-    const Order order = orvalen::test::order(Call::write, file);
-    return order.fails ? -1 : ::syscall(SYS_write, file, bytes, share(order, length));
+    const Effect effect = effectOf(Call::write, file);
+    return effect.fails ? -1 : ::syscall(SYS_write, file, bytes, share(effect, length));
 }
 
 ssize_t pwrite(int file, const void* bytes, size_t length, off_t offset) {
-    const Order order = orvalen::test::order(Call::write, file);
-    return order.fails ? -1 : ::syscall(SYS_pwrite64, file, bytes, share(order, length), offset);
-}
-
-ssize_t pwrite64(int file, const void* bytes, size_t length, off64_t offset) {
-    return pwrite(file, bytes, length, offset);
+    const Effect effect = effectOf(Call::write, file);
+    return effect.fails ? -1 : ::syscall(SYS_pwrite64, file, bytes, share(effect, length), offset);
 }
 
 int fallocate(int file, int mode, off_t offset, off_t length) {
-    return order(Call::reserve, file).fails
+    return effectOf(Call::reserve, file).fails
                ? -1
                : static_cast<int>(::syscall(SYS_fallocate, file, mode, offset, length));
 }
 
-int fallocate64(int file, int mode, off64_t offset, off64_t length) {
-    return fallocate(file, mode, offset, length);
-}
-
 int ftruncate(int file, off_t length) noexcept {
-    return order(Call::truncate, file).fails ? -1 : static_cast<int>(::syscall(SYS_ftruncate, file, length));
-}
-
-int ftruncate64(int file, off64_t length) noexcept {
-    return ftruncate(file, length);
+    return effectOf(Call::truncate, file).fails ? -1
+                                                : static_cast<int>(::syscall(SYS_ftruncate, file, length));
 }
 
 int fchmod(int file, mode_t mode) noexcept {
-    return order(Call::permissions, file).fails ? -1 : static_cast<int>(::syscall(SYS_fchmod, file, mode));
+    return effectOf(Call::permissions, file).fails ? -1 : static_cast<int>(::syscall(SYS_fchmod, file, mode));
 }
 
 int fsync(int file) {
-    return order(Call::sync, file).fails ? -1 : static_cast<int>(::syscall(SYS_fsync, file));
+    return effectOf(Call::sync, file).fails ? -1 : static_cast<int>(::syscall(SYS_fsync, file));
 }
 
 int fdatasync(int file) {
-    return order(Call::sync, file).fails ? -1 : static_cast<int>(::syscall(SYS_fdatasync, file));
+    return effectOf(Call::sync, file).fails ? -1 : static_cast<int>(::syscall(SYS_fdatasync, file));
 }
 
 int close(int file) {
-    // As the kernel does it: the file is closed all the same.
-    const bool fails = order(Call::close, file).fails;
+    // Like the kernel: the descriptor is closed even when an error is returned.
+    const bool fails = effectOf(Call::close, file).fails;
     const int error = errno;
     const int result = static_cast<int>(::syscall(SYS_close, file));
     if (!fails)
@@ -227,20 +209,29 @@ int close(int file) {
 }
 
 int rename(const char* from, const char* to) noexcept {
-    return order(Call::rename, to).fails ? -1 : static_cast<int>(::syscall(SYS_rename, from, to));
+    return effectOf(Call::rename, to).fails ? -1 : static_cast<int>(::syscall(SYS_rename, from, to));
 }
 
 int unlink(const char* path) noexcept {
-    return order(Call::remove, path).fails ? -1 : static_cast<int>(::syscall(SYS_unlink, path));
+    return effectOf(Call::remove, path).fails ? -1 : static_cast<int>(::syscall(SYS_unlink, path));
 }
 
 int mkdir(const char* path, mode_t mode) noexcept {
-    return order(Call::makeFolder, path).fails ? -1 : static_cast<int>(::syscall(SYS_mkdir, path, mode));
+    return effectOf(Call::makeFolder, path).fails ? -1 : static_cast<int>(::syscall(SYS_mkdir, path, mode));
 }
 
 DIR* opendir(const char* path) {
     static const auto next = reinterpret_cast<DIR* (*)(const char*)>(::dlsym(RTLD_NEXT, "opendir"));
-    return order(Call::openFolder, path).fails ? nullptr : next(path);
+    return effectOf(Call::openFolder, path).fails ? nullptr : next(path);
 }
+
+// Files may be as long as the address space here, so the names for long files mean the same functions.
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
+int openat64(int folder, const char* path, int flags, ...) __attribute__((alias("openat")));
+int fstat64(int file, struct stat64* status) noexcept __attribute__((alias("fstat")));
+ssize_t pread64(int file, void* bytes, size_t length, off64_t offset) __attribute__((alias("pread")));
+ssize_t pwrite64(int file, const void* bytes, size_t length, off64_t offset) __attribute__((alias("pwrite")));
+int fallocate64(int file, int mode, off64_t offset, off64_t length) __attribute__((alias("fallocate")));
+int ftruncate64(int file, off64_t length) noexcept __attribute__((alias("ftruncate")));
 
 } // extern "C"

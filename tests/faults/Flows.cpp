@@ -1,5 +1,6 @@
 #include "faults/Flows.h"
 
+#include "core/Files.h"
 #include "core/LibraryIndexBuilder.h"
 #include "export/ExportTargets.h"
 #include "import/DjepImport.h"
@@ -9,13 +10,14 @@
 #include "session/SessionFiles.h"
 #include "support/Builders.h"
 
-#include <algorithm>
-#include <system_error>
+#include <filesystem>
 
 namespace orvalen::test {
 namespace {
 
-/// The same rows, identifiers and all, in every world.
+namespace fs = std::filesystem;
+
+/// The same rows, with the same identifiers, in every program.
 const std::vector<MatchedTrack>& rows() {
     static const std::vector<MatchedTrack> all{
         row("Night Band", "Last Train Home", {track("Night Band", "Last Train Home", 123)}, true),
@@ -23,16 +25,33 @@ const std::vector<MatchedTrack>& rows() {
     return all;
 }
 
-std::string inSupport(World& world, const char* name) {
-    return world.support().path(std::string("Orvalen/") + name);
+std::function<std::string(PreparedProgram&)> supportFile(std::string name) {
+    return [name = std::move(name)](PreparedProgram& program) { return program.support().path(name); };
 }
 
-std::function<std::string(World&)> supportFile(const char* name) {
-    return [name](World& world) { return inSupport(world, name); };
+std::function<std::string(PreparedProgram&)> userFile(std::string name) {
+    return [name = std::move(name)](PreparedProgram& program) { return program.userFolder.path(name); };
 }
 
-std::function<std::string(World&)> chosenFile(const char* name) {
-    return [name](World& world) { return world.chosen.path(name); };
+using Operation = void (*)(ContentView&);
+
+/// Runs the operation and answers its dialog with this file.
+std::function<void(PreparedProgram&)> saving(Operation operation, std::string name) {
+    return [operation, name = std::move(name)](PreparedProgram& program) {
+        program.dialogs.willSaveTo(program.userFolder.path(name));
+        operation(program.view);
+    };
+}
+
+std::function<void(PreparedProgram&)> opening(Operation operation, std::string name) {
+    return [operation, name = std::move(name)](PreparedProgram& program) {
+        program.dialogs.willOpen({program.userFolder.path(name)});
+        operation(program.view);
+    };
+}
+
+std::function<void(PreparedProgram&)> running(Operation operation) {
+    return [operation](PreparedProgram& program) { operation(program.view); };
 }
 
 constexpr const char* libraryText =
@@ -42,133 +61,26 @@ constexpr const char* sessionText =
 // "bookmark:/Loaded"
 constexpr const char* foldersText = R"(["Ym9va21hcms6L0xvYWRlZA=="])";
 
-std::vector<Flow> writes() {
-    return {
-        {"library after a scan",
-         Access::plainWrite,
-         supportFile("library.orvl"),
-         [](World& world) { savePersistentLibrary(world.view); },
-         {"✅ Persistent library saved to {}"},
-         "❌ Failed to save persistent library: "},
-        {"list of folders",
-         Access::plainWrite,
-         supportFile("folders.json"),
-         [](World& world) { saveFolderBookmarks(world.view); },
-         {},
-         "Error saving folder bookmarks: "},
-        {"library backup",
-         Access::plainWrite,
-         chosenFile("backup.orvl"),
-         [](World& world) {
-             world.dialogs.willSaveTo(world.chosen.path("backup.orvl"));
-             backupScannedLibrary(world.view);
-         },
-         {"✅ Library backup saved to {}"},
-         "❌ Failed to backup scanned library: "},
-        {"automatic backup",
-         Access::plainWrite,
-         [](World& world) { return world.support().path("library_backup_"); },
-         [](World& world) { world.database().autoBackupLibrary(world.view.trackDict.get()); },
-         {"Auto-saved library backup to {}"},
-         nullptr,
-         {},
-         true},
-        {"session",
-         Access::plainWrite,
-         chosenFile("evening.orvs"),
-         [](World& world) {
-             world.dialogs.willSaveTo(world.chosen.path("evening.orvs"));
-             saveSession(world.view);
-         },
-         {},
-         "Failed to save session: "},
-        {"session that saves itself",
-         Access::plainWrite,
-         supportFile("session.orvs"),
-         [](World& world) { autoSaveSession(world.view); },
-         {"Auto-saving session to {}"},
-         "Auto-save session failed: "},
-    };
-}
-
 Flow exportOf(const ExportTarget& target) {
-    static std::vector<std::string> kept; // what the flows point to
-    kept.reserve(2 * exportTargets().size());
-    const auto keep = [](std::string text) { return kept.emplace_back(std::move(text)).c_str(); };
-    Flow flow{keep("export " + std::string(target.value)),
-              Access::atomicWrite,
-              chosenFile("wedding.m3u"),
-              [&target](World& world) {
-                  world.view.selectedExportFormat.set(std::string(target.value));
-                  world.dialogs.willSaveTo(world.chosen.path("wedding.m3u"));
-                  exportPlaylist(world.view);
+    const std::string value(target.value);
+    Flow flow{target.value.data(),
+              Access::writeAtomically,
+              userFile("wedding.m3u"),
+              [value](PreparedProgram& program) {
+                  program.view.selectedExportFormat.set(value);
+                  program.dialogs.willSaveTo(program.userFolder.path("wedding.m3u"));
+                  exportPlaylist(program.view);
               },
-              {"Exporting format: " + std::string(target.value)},
-              keep(std::string(target.failureLine) + " ")};
+              {"Exporting format: " + value},
+              std::string(target.failureLine) + " "};
     if (!target.successLine.empty())
         flow.success.push_back(std::string(target.successLine) + "{}");
     return flow;
 }
 
-std::vector<Flow> reads() {
-    return {
-        {"library at the start",
-         Access::read,
-         supportFile("library.orvl"),
-         [](World& world) { loadPersistentLibrary(world.view); },
-         {},
-         nullptr,
-         libraryText},
-        {"list of folders at the start",
-         Access::read,
-         supportFile("folders.json"),
-         [](World& world) { loadFolderBookmarks(world.view); },
-         {},
-         nullptr,
-         foldersText},
-        {"library chosen by the user",
-         Access::read,
-         chosenFile("old.orvl"),
-         [](World& world) {
-             world.dialogs.willOpen({world.chosen.path("old.orvl")});
-             loadScannedLibrary(world.view);
-         },
-         {},
-         nullptr,
-         libraryText},
-        {"session chosen by the user",
-         Access::read,
-         chosenFile("old.orvs"),
-         [](World& world) {
-             world.dialogs.willOpen({world.chosen.path("old.orvs")});
-             loadSession(world.view);
-         },
-         {},
-         "Failed to load session: ",
-         sessionText},
-        {"last session",
-         Access::read,
-         supportFile("session.orvs"),
-         [](World& world) { loadLastSession(world.view); },
-         {},
-         nullptr,
-         sessionText},
-        {"DJEP export",
-         Access::read,
-         chosenFile("requests.csv"),
-         [](World& world) {
-             importDJEPCSV(world.view);
-             world.dialogs.answerLater({world.chosen.path("requests.csv")});
-         },
-         {},
-         "Failed to parse DJEP CSV: ",
-         "kind,title,artist\nPlay,Loaded,A\n"},
-    };
-}
-
 } // namespace
 
-World::World() {
+PreparedProgram::PreparedProgram() {
     support().makeFolder("Orvalen");
     database().replacePreferredMatches({{"night band last train home", "/kept.mp3"}});
     replaceIndex(view,
@@ -178,7 +90,7 @@ World::World() {
     view.matchedTracks.set(rows());
 }
 
-std::string World::state() {
+std::string PreparedProgram::state() {
     std::string text = view.matchInput.get() + "; rows";
     for (const MatchedTrack& row : view.matchedTracks.get())
         text += ' ' + row.title + (row.include ? "+" : "-");
@@ -189,7 +101,7 @@ std::string World::state() {
     text += "; folders";
     for (const Location& folder : view.musicFolderURLs.get())
         text += ' ' + folder.path;
-    text += "; choices";
+    text += "; preferred";
     for (const auto& [key, path] : database().allPreferredMatches())
         text += ' ' + key + '=' + path;
     for (const auto* flag : {&view.showResultsPage, &view.isAutoSaving, &view.showExportSuccessBanner})
@@ -197,33 +109,145 @@ std::string World::state() {
     return text + "; input " + std::to_string(static_cast<int>(view.inputMode.get()));
 }
 
-const std::vector<Flow>& flows() {
-    static const std::vector<Flow> all = [] {
-        std::vector<Flow> list = writes();
-        for (const ExportTarget& target : exportTargets())
-            list.push_back(exportOf(target));
-        for (const Flow& flow : reads())
-            list.push_back(flow);
-        return list;
-    }();
+std::vector<Flow> flows() {
+    using enum Access;
+    std::vector<Flow> all{
+        {"library file",
+         writeInPlace,
+         supportFile("Orvalen/library.orvl"),
+         running(savePersistentLibrary),
+         {"✅ Persistent library saved to {}"},
+         "❌ Failed to save persistent library: "},
+        {"folder list",
+         writeInPlace,
+         supportFile("Orvalen/folders.json"),
+         running(saveFolderBookmarks),
+         {},
+         "Error saving folder bookmarks: "},
+        {"library backup",
+         writeInPlace,
+         userFile("backup.orvl"),
+         saving(backupScannedLibrary, "backup.orvl"),
+         {"✅ Library backup saved to {}"},
+         "❌ Failed to backup scanned library: "},
+        {"automatic backup",
+         writeInPlace,
+         supportFile("library_backup_"),
+         [](PreparedProgram& program) { program.database().autoBackupLibrary(program.view.trackDict.get()); },
+         {"Auto-saved library backup to {}"},
+         "",
+         "",
+         true},
+        {"session",
+         writeInPlace,
+         userFile("evening.orvs"),
+         saving(saveSession, "evening.orvs"),
+         {},
+         "Failed to save session: "},
+        {"auto-save",
+         writeInPlace,
+         supportFile("Orvalen/session.orvs"),
+         running(autoSaveSession),
+         {"Auto-saving session to {}"},
+         "Auto-save session failed: "},
+        {"library at the start",
+         read,
+         supportFile("Orvalen/library.orvl"),
+         running(loadPersistentLibrary),
+         {},
+         "",
+         libraryText},
+        {"folder list at the start",
+         read,
+         supportFile("Orvalen/folders.json"),
+         running(loadFolderBookmarks),
+         {},
+         "",
+         foldersText},
+        {"chosen library",
+         read,
+         userFile("old.orvl"),
+         opening(loadScannedLibrary, "old.orvl"),
+         {},
+         "",
+         libraryText},
+        {"chosen session",
+         read,
+         userFile("old.orvs"),
+         opening(loadSession, "old.orvs"),
+         {},
+         "Failed to load session: ",
+         sessionText},
+        {"last session",
+         read,
+         supportFile("Orvalen/session.orvs"),
+         running(loadLastSession),
+         {},
+         "",
+         sessionText},
+        {"DJEP export",
+         read,
+         userFile("requests.csv"),
+         [](PreparedProgram& program) {
+             importDJEPCSV(program.view);
+             program.dialogs.answerLater({program.userFolder.path("requests.csv")});
+         },
+         {},
+         "Failed to parse DJEP CSV: ",
+         "kind,title,artist\nPlay,Loaded,A\n"},
+    };
+    for (const ExportTarget& target : exportTargets())
+        all.push_back(exportOf(target));
     return all;
-}
-
-std::vector<std::string> failureLines(const Flow& flow, int error) {
-    if (flow.saysAlways)
-        return flow.success;
-    std::vector<std::string> lines;
-    if (flow.access == Access::atomicWrite)
-        lines.push_back(flow.success.front()); // says beforehand what it sets out to do
-    if (flow.failure)
-        lines.push_back(flow.failure + std::generic_category().message(error));
-    return lines;
 }
 
 std::string nameOfTest(const testing::TestParamInfo<Flow>& info) {
     std::string name = info.param.name;
-    std::replace(name.begin(), name.end(), ' ', '_');
+    for (char& letter : name)
+        if (letter == ' ' || letter == '-')
+            letter = '_';
     return name;
+}
+
+FlowRun::FlowRun(const Flow& flow, bool hasOldFile) : flow_(flow) {
+    const std::string old(20'000, 'o'); // longer than what a prepared program writes
+    if (flow.access == Access::read || hasOldFile) {
+        EXPECT_TRUE(writeWholeFile(flow.file(program), flow.access == Access::read ? flow.content : old));
+    }
+    stateBefore = program.state();
+    contentBefore = content();
+}
+
+void FlowRun::act(const std::optional<Fault>& fault) {
+    const std::string file = flow_.file(program);
+    const std::string temporary = (fs::path(file).parent_path() / ".orvalen-").string();
+    program.console.clear();
+    const FailingCalls calls({file, temporary}, fault);
+    flow_.act(program);
+    program.settle();
+    counts = calls.counts();
+}
+
+std::optional<std::string> FlowRun::content() {
+    const fs::path path = flow_.file(program);
+    for (const auto& entry : fs::directory_iterator(path.parent_path()))
+        if (entry.path().string().starts_with(path.string()))
+            return readWholeFile(entry.path()).value();
+    return std::nullopt;
+}
+
+std::vector<std::string> FlowRun::lines() {
+    std::vector<std::string> lines = program.console.lines();
+    for (std::string& line : lines)
+        if (const auto place = line.find(flow_.file(program)); place != std::string::npos)
+            line = line.substr(0, place) + "{}";
+    return lines;
+}
+
+std::size_t FlowRun::otherFiles() {
+    const fs::path folder = fs::path(flow_.file(program)).parent_path();
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {})) -
+           (content() ? 1U : 0U);
 }
 
 } // namespace orvalen::test

@@ -1,45 +1,70 @@
 #pragma once
 
+#include "faults/FailingCalls.h"
 #include "support/TestPlatform.h"
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 #include <vector>
 
 namespace orvalen::test {
 
-/// A program in the middle of its work: a library, a list, rows, choices, folders.
-struct World : TestPlatform {
-    World();
+/// The program with a library, a list, rows, preferred matches and folders.
+struct PreparedProgram : TestPlatform {
+    PreparedProgram();
     /// Everything that a flow may change, as one text.
     std::string state();
 
-    TemporaryFolder chosen; ///< where the user's own files are
+    TemporaryFolder userFolder; ///< where the user's own files are
 };
 
-enum class Access { plainWrite, atomicWrite, read };
+enum class Access { writeInPlace, writeAtomically, read };
 
 /// One thing that the program does with one file.
 struct Flow {
     const char* name;
     Access access;
-    /// The path, or what it begins with where the rest is a time.
-    std::function<std::string(World&)> file;
-    std::function<void(World&)> act;
+    /// The path, or its beginning where the rest is a time.
+    std::function<std::string(PreparedProgram&)> file;
+    std::function<void(PreparedProgram&)> act;
     /// The console lines when it works; {} stands for the path.
     std::vector<std::string> success;
-    /// What the console line begins with when it fails; null: nothing is said.
-    const char* failure;
-    /// Of a read: what stands in the file.
+    /// What the error line begins with; empty: no message.
+    std::string failure;
+    /// Of a flow that reads: what is in the file.
     std::string content = {};
-    /// A failure is told like a success.
-    bool saysAlways = false;
+    /// The flow writes its success line even when it failed.
+    bool ignoresErrors = false;
 };
 
-const std::vector<Flow>& flows();
-/// What the console shows when the flow fails with this error of the system.
-std::vector<std::string> failureLines(const Flow& flow, int error);
+std::vector<Flow> flows();
 std::string nameOfTest(const testing::TestParamInfo<Flow>& info);
+
+/// One run of a flow in a program of its own.
+class FlowRun {
+public:
+    /// Before the run, the file that is to be read exists. Of a flow that writes, a long old file exists or
+    /// none.
+    FlowRun(const Flow& flow, bool hasOldFile);
+
+    void act(const std::optional<Fault>& fault = {});
+
+    /// The content of the first file whose path begins with the flow's.
+    std::optional<std::string> content();
+    /// The console lines, with {} for the path.
+    std::vector<std::string> lines();
+    /// The number of files beside the flow's own.
+    std::size_t otherFiles();
+
+    PreparedProgram program;
+    std::string stateBefore;
+    std::optional<std::string> contentBefore;
+    std::vector<int> counts; ///< of the calls in act()
+
+private:
+    const Flow& flow_;
+};
 
 } // namespace orvalen::test

@@ -1,4 +1,3 @@
-#include "faults/FaultReport.h"
 #include "faults/Flows.h"
 #include "library/FolderScan.h"
 #include "library/LibraryFile.h"
@@ -10,68 +9,54 @@ namespace orvalen::test {
 namespace {
 
 using testing::Contains;
-using testing::IsEmpty;
+using testing::StartsWith;
 
-constexpr int errors[] = {EIO, EACCES, ENOSPC};
-
-TEST(FolderFaults, ASupportFolderThatCannotBeMadeIsToldByWhatNeedsIt) {
-    for (const int error : errors) {
-        World world;
-        const Fault fault{Call::makeFolder, 0, Fault::Way::error, error};
-        world.userFolders.folder = world.chosen.path("new");
-        {
-            const FailingCalls calls({world.chosen.path("new")}, fault);
-            savePersistentLibrary(world.view);
-            ASSERT_GT(calls.count(Call::makeFolder), 0);
-        }
-        EXPECT_THAT(world.console.lines(),
-                    Contains("❌ Failed to save persistent library: No such file or directory"));
-        world.console.clear();
-        savePersistentLibrary(world.view);
-        EXPECT_THAT(world.console.lines(), Contains("✅ Persistent library saved to " +
-                                                    world.chosen.path("new/Orvalen/library.orvl")));
-        report("support folder", nameOf(fault.call), nameOf(fault),
-               "told by each file that belongs there; made the next time");
+class FolderFaults : public testing::TestWithParam<int> {
+protected:
+    /// Makes one call on paths below `beginning` fail while the operation runs.
+    template <typename Operation>
+    void runFailing(Call call, int number, std::string beginning, Operation operation) {
+        const FailingCalls calls({std::move(beginning)}, Fault{call, number, Fault::Way::error, GetParam()});
+        operation(program.view);
+        program.settle();
+        ASSERT_GT(calls.counts().at(static_cast<std::size_t>(call)), number);
     }
+
+    PreparedProgram program;
+};
+
+TEST_P(FolderFaults, ASupportFolderThatCannotBeMadeIsMadeTheNextTime) {
+    const std::string folder = program.userFolder.path("new");
+    program.userFolders.folder = folder;
+    runFailing(Call::makeFolder, 0, folder, savePersistentLibrary);
+    EXPECT_THAT(program.console.lines(), Contains(StartsWith("❌ Failed to save persistent library: ")));
+    program.console.clear();
+    savePersistentLibrary(program.view);
+    EXPECT_THAT(program.console.lines(),
+                Contains("✅ Persistent library saved to " + folder + "/Orvalen/library.orvl"));
 }
 
-TEST(FolderFaults, AFolderOfMusicThatCannotBeOpenedHasNothingInIt) {
-    for (const int error : errors) {
-        World world;
-        world.chosen.write("music/a.mp3");
-        world.chosen.write("music/shut/b.mp3");
-        world.view.musicFolderURLs.set({{world.chosen.path("music")}});
-        const Fault fault{Call::openFolder, 1, Fault::Way::error, error};
-        {
-            const FailingCalls calls({world.chosen.path("music")}, fault);
-            scanLibrary(world.view);
-            world.settle();
-        }
-        EXPECT_EQ(world.view.trackCount.get(), 1);
-        ASSERT_EQ(world.dialogs.messages.size(), 1U);
-        EXPECT_EQ(world.dialogs.messages.front().title, "Library Refreshed");
-        report("folder of a scan", nameOf(fault.call), nameOf(fault), "silent; the rest is scanned");
-    }
+TEST_P(FolderFaults, AMusicFolderThatCannotBeOpenedIsLeftOutOfTheScan) {
+    program.userFolder.write("music/a.mp3");
+    program.userFolder.write("music/shut/b.mp3");
+    program.view.musicFolderURLs.set({{program.userFolder.path("music")}});
+    runFailing(Call::openFolder, 1, program.userFolder.path("music"), scanLibrary);
+    EXPECT_EQ(program.view.trackCount.get(), 1);
+    ASSERT_EQ(program.dialogs.messages.size(), 1U);
+    EXPECT_EQ(program.dialogs.messages.front().title, "Library Refreshed");
 }
 
-TEST(FolderFaults, ALibraryFileThatCannotBeDeletedStaysAndTheLibraryIsEmptied) {
-    for (const int error : errors) {
-        World world;
-        savePersistentLibrary(world.view);
-        world.console.clear();
-        const Fault fault{Call::remove, 0, Fault::Way::error, error};
-        {
-            const FailingCalls calls({world.support().path("Orvalen/library.orvl")}, fault);
-            removeSavedLibrary(world.view);
-            ASSERT_EQ(calls.count(Call::remove), 1);
-        }
-        EXPECT_EQ(world.view.trackCount.get(), 0);
-        EXPECT_THAT(world.database().allPreferredMatches(), IsEmpty());
-        EXPECT_THAT(world.console.lines(), IsEmpty());
-        EXPECT_TRUE(world.support().exists("Orvalen/library.orvl"));
-        report("library deleted", nameOf(fault.call), nameOf(fault), "silent; library emptied, file whole");
-    }
+TEST_P(FolderFaults, ALibraryFileThatCannotBeDeletedStillEmptiesTheLibrary) {
+    savePersistentLibrary(program.view);
+    program.console.clear();
+    runFailing(Call::remove, 0, program.support().path("Orvalen/library.orvl"), removeSavedLibrary);
+    EXPECT_EQ(program.view.trackCount.get(), 0);
+    EXPECT_THAT(program.database().allPreferredMatches(), testing::IsEmpty());
+    EXPECT_THAT(program.console.lines(), testing::IsEmpty());
+    EXPECT_TRUE(program.support().exists("Orvalen/library.orvl"));
 }
+
+INSTANTIATE_TEST_SUITE_P(Errors, FolderFaults, testing::Values(EIO, EACCES, ENOSPC));
 
 } // namespace
 } // namespace orvalen::test

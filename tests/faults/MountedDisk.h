@@ -13,12 +13,12 @@ void takeMountsOfOurOwn();
 bool canMount();
 
 /// A disk of one megabyte, in memory. While it stands, temporary folders are made on it.
-class SmallDisk {
+class MountedDisk {
 public:
-    SmallDisk();
-    ~SmallDisk();
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
+    MountedDisk();
+    ~MountedDisk();
+    MountedDisk(const MountedDisk&) = delete;
+    MountedDisk& operator=(const MountedDisk&) = delete;
 
     /// Fills it with something else.
     void fillBut(std::size_t bytes);

@@ -1,4 +1,4 @@
-#include "faults/SmallDisk.h"
+#include "faults/MountedDisk.h"
 
 #include "core/Files.h"
 
@@ -34,23 +34,23 @@ bool canMount() {
     return haveMounts;
 }
 
-SmallDisk::SmallDisk() : temporaryBefore_(std::filesystem::temp_directory_path()) {
+MountedDisk::MountedDisk() : temporaryBefore_(std::filesystem::temp_directory_path()) {
     EXPECT_EQ(::mount("none", place_.path().c_str(), "tmpfs", 0, "size=1m"), 0);
     ::setenv("TMPDIR", place_.path().c_str(), 1);
 }
 
-SmallDisk::~SmallDisk() {
+MountedDisk::~MountedDisk() {
     ::setenv("TMPDIR", temporaryBefore_.c_str(), 1);
     EXPECT_EQ(::umount(place_.path().c_str()), 0);
 }
 
-void SmallDisk::fillBut(std::size_t bytes) {
+void MountedDisk::fillBut(std::size_t bytes) {
     const std::size_t free = std::filesystem::space(place_.path()).available;
     ASSERT_GT(free, bytes);
     place_.write("something else", std::string(free - bytes, 'x'));
 }
 
-void SmallDisk::makeRoom() {
+void MountedDisk::makeRoom() {
     std::filesystem::remove(place_.path("something else"));
 }
 

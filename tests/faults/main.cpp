@@ -1,0 +1,9 @@
+#include "faults/MountedDisk.h"
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    orvalen::test::takeMountsOfOurOwn(); // possible only while there is one thread
+    return RUN_ALL_TESTS();
+}
