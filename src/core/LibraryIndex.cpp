@@ -8,11 +8,10 @@
 namespace orvalen {
 namespace {
 
-/// A copy with one more element; a copy that is appended to afterwards would move everything twice.
-template <typename Element>
-std::vector<Element> copyWith(const std::vector<Element>& elements, std::size_t place,
-                              const Element& element) {
-    std::vector<Element> result;
+/// A copy with one more record; a copy that is appended to afterwards would move everything twice.
+std::vector<TrackRecord> copyWith(const std::vector<TrackRecord>& elements, std::size_t place,
+                                  const TrackRecord& element) {
+    std::vector<TrackRecord> result;
     result.reserve(elements.size() + 1);
     const auto middle = elements.begin() + static_cast<std::ptrdiff_t>(place);
     result.assign(elements.begin(), middle);
@@ -63,7 +62,7 @@ LibraryIndex::Derived LibraryIndex::derived(Derived (*make)(const LibraryIndex&)
 
 void fileTrack(LibraryIndex& index, const Track& track) {
     const LibraryTables& old = *index.body_;
-    LibraryTables tables{old.texts, {}, old.keys, old.keyNumbers, {}, {}};
+    LibraryTables tables{old.texts, {}, old.keys, old.keyNumbers};
     const TrackRecord record = TrackFiler().file(track, tables);
     const bool isNewKey = tables.keys.size() > old.keys.size();
     const std::size_t place = isNewKey ? old.records.size() : old.positionsOf(record.key).last;
@@ -72,10 +71,6 @@ void fileTrack(LibraryIndex& index, const Track& track) {
     for (std::size_t key = std::size_t(record.key) + 1; key < tables.keys.size(); ++key)
         ++tables.keys[key].firstPosition;
     tables.records = copyWith(old.records, place, record);
-    tables.pathSteps = copyWith(old.pathSteps, place, PathStep());
-    for (std::size_t position = place; position < tables.records.size() && position < place + 2; ++position)
-        tables.pathSteps[position] = tables.pathStep(position);
-    tables.noteLeastSharedPathLengths();
     index = LibraryIndex(std::make_shared<const LibraryIndex::Body>(std::move(tables)));
 }
 

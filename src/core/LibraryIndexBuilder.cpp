@@ -24,13 +24,6 @@ struct LibraryIndexBuilder::Draft {
             sorted[places[record.key]++] = record;
         tables.records = std::move(sorted);
     }
-
-    void notePathSteps() {
-        tables.pathSteps.reserve(tables.records.size());
-        for (std::size_t position = 0; position < tables.records.size(); ++position)
-            tables.pathSteps.push_back(tables.pathStep(position));
-        tables.noteLeastSharedPathLengths();
-    }
 };
 
 LibraryIndexBuilder::LibraryIndexBuilder() : draft_(std::make_unique<Draft>()) {}
@@ -47,9 +40,10 @@ void LibraryIndexBuilder::fileTrack(const TrackView& track) {
 LibraryIndex LibraryIndexBuilder::finish() {
     const std::unique_ptr<Draft> draft = std::exchange(draft_, std::make_unique<Draft>());
     draft->sortIntoLibraryOrder();
-    draft->notePathSteps();
     draft->tables.keys.shrink_to_fit();
-    return LibraryIndex(std::make_shared<const LibraryIndex::Body>(std::move(draft->tables)));
+    const auto body = std::make_shared<const LibraryIndex::Body>(std::move(draft->tables));
+    body->folderTable(); // here, where it may be a worker that waits
+    return LibraryIndex(body);
 }
 
 LibraryIndex buildIndex(std::span<const Track> tracks) {

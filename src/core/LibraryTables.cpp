@@ -2,7 +2,6 @@
 
 #include "core/Keys.h"
 
-#include <algorithm>
 #include <cassert>
 #include <functional>
 #include <limits>
@@ -35,32 +34,6 @@ std::optional<std::uint32_t> LibraryTables::findKey(std::string_view key) const 
 PositionRange LibraryTables::positionsOf(std::uint32_t key) const {
     const std::size_t next = std::size_t(key) + 1;
     return {keys[key].firstPosition, next < keys.size() ? keys[next].firstPosition : records.size()};
-}
-
-PathStep LibraryTables::pathStep(std::size_t position) const {
-    constexpr std::size_t most = std::numeric_limits<std::uint16_t>::max();
-    const std::string_view path = records[position].path();
-    const std::string_view before = position == 0 ? std::string_view() : records[position - 1].path();
-    const auto end = path.begin() + static_cast<std::ptrdiff_t>(std::min({path.size(), before.size(), most}));
-    const auto differing = std::mismatch(path.begin(), end, before.begin()).first;
-    PathStep step{static_cast<std::uint16_t>(differing - path.begin()), 0};
-    if (step.shared == most)
-        step.next = std::numeric_limits<std::uint8_t>::max();
-    else if (differing != path.end())
-        step.next = static_cast<std::uint8_t>(*differing);
-    return step;
-}
-
-void LibraryTables::noteLeastSharedPathLengths() {
-    const std::size_t count = pathSteps.size();
-    leastSharedPathLengths.clear();
-    leastSharedPathLengths.reserve(count / pathBlock + 1);
-    for (std::size_t first = 0; first < count; first += pathBlock) {
-        std::uint16_t least = pathSteps[first].shared;
-        for (std::size_t i = first; i < std::min(first + pathBlock, count); ++i)
-            least = std::min(least, pathSteps[i].shared);
-        leastSharedPathLengths.push_back(least);
-    }
 }
 
 TrackRecord TrackFiler::file(const TrackView& track, LibraryTables& tables) {

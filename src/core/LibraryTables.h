@@ -36,10 +36,16 @@ struct KeyRecord {
     std::string_view view() const { return {text, length}; }
 };
 
-/// How a path goes on from the one before it.
-struct PathStep {
-    std::uint16_t shared = 0; ///< bytes that both have in common, or the most that fits
-    std::uint8_t next = 0;    ///< the byte after them, 0 at the path's end; not ASCII when more is shared
+/// The folders that hold tracks, sorted by path.
+struct FolderTable {
+    explicit FolderTable(const std::vector<TrackRecord>& records);
+
+    struct Folder {
+        std::string path; ///< composed, with the slash at its end
+        std::vector<std::uint32_t> positions;
+        std::size_t countToHere; ///< tracks in this folder and in those before it
+    };
+    std::vector<Folder> folders;
 };
 
 struct LibraryTables {
@@ -47,22 +53,26 @@ struct LibraryTables {
     std::vector<TrackRecord> records; ///< in library order
     std::vector<KeyRecord> keys;      ///< as first filed
     HashedNumbers keyNumbers;
-    std::vector<PathStep> pathSteps;
-    /// The least that is shared in each block of pathSteps.
-    std::vector<std::uint16_t> leastSharedPathLengths;
-    static constexpr std::size_t pathBlock = 64;
 
     std::optional<std::uint32_t> findKey(std::string_view key) const;
     PositionRange positionsOf(std::uint32_t key) const;
-    PathStep pathStep(std::size_t position) const;
-    void noteLeastSharedPathLengths();
 };
 
 struct LibraryIndex::Body : LibraryTables {
     explicit Body(LibraryTables tables) : LibraryTables(std::move(tables)) {}
 
+    /// Made by the first caller, while others wait.
+    const FolderTable& folderTable() const {
+        std::call_once(folderTableMade_, [this] { folderTable_.emplace(records); });
+        return *folderTable_;
+    }
+
     mutable std::mutex derivedMutex;
     mutable Derived derived;
+
+private:
+    mutable std::once_flag folderTableMade_;
+    mutable std::optional<FolderTable> folderTable_;
 };
 
 /// Makes a track's record and the key it belongs under; keeps its working space between tracks.

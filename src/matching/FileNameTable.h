@@ -19,15 +19,12 @@ public:
 
 private:
     struct Entry {
-        std::uint32_t tag;
+        std::uint32_t hash;
         std::uint32_t position;
+        auto operator<=>(const Entry&) const = default;
     };
 
-    std::size_t bucketOf(std::size_t hash) const { return hash >> shift_; }
-
-    int shift_ = 63;
-    std::vector<std::uint32_t> bucketEnds_;
-    std::vector<Entry> entries_; ///< bucket after bucket, in library order within each
+    std::vector<Entry> entries_; ///< sorted
 };
 
 } // namespace orvalen

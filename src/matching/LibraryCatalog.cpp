@@ -2,7 +2,6 @@
 
 #include "core/Keys.h"
 #include "matching/ArtistTable.h"
-#include "matching/DuplicateTable.h"
 #include "matching/FileNameTable.h"
 #include "matching/GramBitmaps.h"
 
@@ -22,7 +21,7 @@ struct LibraryCatalog::Tables {
     explicit Tables(const LibraryIndex& index)
         : artists(index), titles(index.trackCount(),
                                  [&index](std::size_t position) { return index.keyHalves(position).title; }),
-          fileNames(index), duplicates(index) {}
+          fileNames(index) {}
 
     /// The tracks of the artists that contain the needle, if they are few; nothing if not.
     std::optional<std::vector<std::size_t>> tracksOfFew(const LibraryIndex& index, const Bitmap& candidates,
@@ -31,7 +30,6 @@ struct LibraryCatalog::Tables {
     ArtistTable artists;
     GramBitmaps titles;
     FileNameTable fileNames;
-    DuplicateTable duplicates;
 };
 
 LibraryCatalog::LibraryCatalog(LibraryIndex index)
@@ -42,10 +40,6 @@ LibraryCatalog::LibraryCatalog(LibraryIndex index)
 
 std::vector<std::size_t> LibraryCatalog::withFileNameKey(std::string_view key) const {
     return tables_->fileNames.find(index_, key);
-}
-
-std::size_t LibraryCatalog::firstEqual(std::size_t position) const {
-    return tables_->duplicates.firstEqual(position);
 }
 
 std::optional<std::vector<std::size_t>> LibraryCatalog::Tables::tracksOfFew(const LibraryIndex& index,

@@ -22,8 +22,6 @@ public:
     std::vector<std::size_t> withFileNameKey(std::string_view key) const;
     /// Positions in library order whose normalised artist and title contain the needles, already normalised.
     std::vector<std::size_t> containing(std::string_view artistNeedle, std::string_view titleNeedle) const;
-    /// The first position that holds an equal track; the position itself when there is none before it.
-    std::size_t firstEqual(std::size_t position) const;
 
 private:
     struct Tables;

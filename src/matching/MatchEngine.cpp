@@ -3,6 +3,7 @@
 #include "core/Keys.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace orvalen {
 namespace {
@@ -29,11 +30,11 @@ std::vector<std::size_t> findOptions(const LibraryCatalog& catalog, const Reques
     const std::vector<std::size_t> byContainment =
         matchesByArtistTitle(catalog, request.artist, request.title);
 
-    // Equal tracks have equal keys and file names and pass the same tests: where one is found, so is the
-    // first of its equals, and only that one becomes an option.
+    // Of equal tracks only the first becomes an option.
     std::vector<std::size_t> options;
+    std::unordered_set<TrackView, TrackHash> seen;
     const auto add = [&](std::size_t position) {
-        if (catalog.firstEqual(position) == position)
+        if (seen.insert(catalog.index().track(position)).second)
             options.push_back(position);
     };
     const auto isExact = [&exact](std::size_t position) {
