@@ -45,7 +45,7 @@ WindowHarness::WindowHarness() : window_(std::make_unique<MainWindow>(platform.v
 WindowHarness::~WindowHarness() = default;
 
 void WindowHarness::settle() {
-    // Two turns of the announcer: what the first one shows may make a view write a field.
+    // Two turns of the notifier: what the first one shows may make a view write a field.
     QElapsedTimer clock;
     clock.start();
     do {

@@ -2,7 +2,7 @@
 
 #include "app/OrvalenApp.h"
 #include "app/window/accessible/ControlAccessible.h"
-#include "app/window/bridge/Announcer.h"
+#include "app/window/bridge/ChangeNotifier.h"
 #include "app/window/bridge/Drops.h"
 #include "app/window/bridge/ExportState.h"
 #include "app/window/bridge/LibraryState.h"
@@ -50,9 +50,9 @@ void boundRendererPool() {
 class MainWindow::Parts : public QObject {
 public:
     explicit Parts(ContentView& state)
-        : view(state), library(state, announcer), wanted(state, announcer), review(state, announcer),
-          exports(state, announcer, wanted), preview(state, announcer), update(state, announcer),
-          drops(state, announcer) {
+        : view(state), library(state, notifier), wanted(state, notifier), review(state, notifier),
+          exports(state, notifier, wanted), preview(state, notifier), update(state, notifier),
+          drops(state, notifier) {
         qml_register_types_Orvalen();
         installControlAccessible();
         boundRendererPool();
@@ -85,7 +85,7 @@ public:
     }
 
     ContentView& view;
-    Announcer announcer;
+    ChangeNotifier notifier;
     ColorScheme colorScheme;
     LibraryState library;
     WantedState wanted;

@@ -9,8 +9,8 @@
 
 namespace orvalen {
 
-ExportState::ExportState(ContentView& view, Announcer& announcer, WantedState& wanted)
-    : FieldGroup(view, announcer), wanted_(wanted) {
+ExportState::ExportState(ContentView& view, ChangeNotifier& notifier, WantedState& wanted)
+    : FieldGroup(view, notifier), wanted_(wanted) {
     follow(view.selectedExportFormat);
     follow(view.matchedTracks);
     follow(view.showExportSuccessBanner);

@@ -22,7 +22,7 @@ class ExportState : public orvalen::FieldGroup {
     Q_PROPERTY(bool bannerShown READ bannerShown NOTIFY changed)
 
 public:
-    ExportState(ContentView& view, Announcer& announcer, WantedState& wanted);
+    ExportState(ContentView& view, ChangeNotifier& notifier, WantedState& wanted);
 
     QList<QString> formats() const;
     QList<QString> howTos() const;

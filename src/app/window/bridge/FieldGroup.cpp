@@ -4,8 +4,8 @@
 
 namespace orvalen {
 
-FieldGroup::FieldGroup(ContentView& view, Announcer& announcer) : view_(view), announcer_(announcer) {
-    connect(&announcer, &Announcer::turn, this, [this] {
+FieldGroup::FieldGroup(ContentView& view, ChangeNotifier& notifier) : view_(view), notifier_(notifier) {
+    connect(&notifier, &ChangeNotifier::notified, this, [this] {
         if (std::exchange(dirty_, false))
             refresh();
     });
@@ -17,7 +17,7 @@ void FieldGroup::refresh() {
 
 void FieldGroup::markDirty() {
     dirty_ = true;
-    announcer_.wake();
+    notifier_.schedule();
 }
 
 void FieldGroup::later(std::function<void(ContentView&)> operation) {

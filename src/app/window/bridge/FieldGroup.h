@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/state/ContentView.h"
-#include "app/window/bridge/Announcer.h"
+#include "app/window/bridge/ChangeNotifier.h"
 
 #include <QObject>
 #include <QPointer>
@@ -11,13 +11,13 @@
 namespace orvalen {
 
 /// Shows some fields of the state to the views as properties. The properties are computed from the fields
-/// when they are read; `changed` comes once per turn of the announcer after any of the fields was written.
+/// when they are read; `changed` comes once per turn of the notifier after any of the fields was written.
 class FieldGroup : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
 
 public:
-    FieldGroup(ContentView& view, Announcer& announcer);
+    FieldGroup(ContentView& view, ChangeNotifier& notifier);
 
 signals:
     void changed();
@@ -44,7 +44,7 @@ private:
     void markDirty();
 
     ContentView& view_;
-    Announcer& announcer_;
+    ChangeNotifier& notifier_;
     bool dirty_ = false;
 };
 

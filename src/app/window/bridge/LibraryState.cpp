@@ -8,8 +8,8 @@
 
 namespace orvalen {
 
-LibraryState::LibraryState(ContentView& view, Announcer& announcer)
-    : FieldGroup(view, announcer), folders_(view) {
+LibraryState::LibraryState(ContentView& view, ChangeNotifier& notifier)
+    : FieldGroup(view, notifier), folders_(view) {
     follow(view.musicFolderURLs);
     follow(view.trackDict);
     follow(view.trackCount);

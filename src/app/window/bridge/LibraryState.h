@@ -24,7 +24,7 @@ class LibraryState : public orvalen::FieldGroup {
     Q_PROPERTY(bool asksToDelete READ asksToDelete NOTIFY changed)
 
 public:
-    LibraryState(ContentView& view, Announcer& announcer);
+    LibraryState(ContentView& view, ChangeNotifier& notifier);
 
     MusicFoldersModel* folders() { return &folders_; }
     bool hasFolders() const;

@@ -8,7 +8,7 @@
 
 namespace orvalen {
 
-PreviewState::PreviewState(ContentView& view, Announcer& announcer) : FieldGroup(view, announcer) {
+PreviewState::PreviewState(ContentView& view, ChangeNotifier& notifier) : FieldGroup(view, notifier) {
     follow(view.audioPlayer);
     follow(view.selectedTrack);
     follow(view.playbackProgress);

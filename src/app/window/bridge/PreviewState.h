@@ -18,7 +18,7 @@ class PreviewState : public orvalen::FieldGroup {
     Q_PROPERTY(QString length READ length NOTIFY changed)
 
 public:
-    PreviewState(ContentView& view, Announcer& announcer);
+    PreviewState(ContentView& view, ChangeNotifier& notifier);
 
     bool shown() const;
     QString title() const;

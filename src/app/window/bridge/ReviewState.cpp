@@ -20,8 +20,8 @@ const MatchedTrack* rowAt(const ContentView& view, int row) {
 
 } // namespace
 
-ReviewState::ReviewState(ContentView& view, Announcer& announcer)
-    : FieldGroup(view, announcer), decisions_(view), rows_(view, decisions_) {
+ReviewState::ReviewState(ContentView& view, ChangeNotifier& notifier)
+    : FieldGroup(view, notifier), decisions_(view), rows_(view, decisions_) {
     follow(view.matchedTracks);
     follow(view.selectedTrack);
     follow(view.isPlaying);

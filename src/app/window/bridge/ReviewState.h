@@ -20,7 +20,7 @@ class ReviewState : public orvalen::FieldGroup {
     Q_PROPERTY(bool autoSaving READ autoSaving NOTIFY changed)
 
 public:
-    ReviewState(ContentView& view, Announcer& announcer);
+    ReviewState(ContentView& view, ChangeNotifier& notifier);
 
     MatchedTracksModel* rows() { return &rows_; }
     bool shown() const;

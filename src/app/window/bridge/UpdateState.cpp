@@ -7,7 +7,7 @@
 
 namespace orvalen {
 
-UpdateState::UpdateState(ContentView& view, Announcer& announcer) : FieldGroup(view, announcer) {
+UpdateState::UpdateState(ContentView& view, ChangeNotifier& notifier) : FieldGroup(view, notifier) {
     follow(view.showUpdateAlert);
     follow(view.remoteInfo);
 }

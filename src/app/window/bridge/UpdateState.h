@@ -16,7 +16,7 @@ class UpdateState : public orvalen::FieldGroup {
     Q_PROPERTY(QString notes READ notes NOTIFY changed)
 
 public:
-    UpdateState(ContentView& view, Announcer& announcer);
+    UpdateState(ContentView& view, ChangeNotifier& notifier);
 
     QString footer() const;
     bool shown() const;

@@ -31,7 +31,7 @@ class WantedState : public orvalen::FieldGroup {
     Q_PROPERTY(double matchProgress READ matchProgress NOTIFY changed)
 
 public:
-    WantedState(ContentView& view, Announcer& announcer);
+    WantedState(ContentView& view, ChangeNotifier& notifier);
 
     /// 0 track list, 1 playlist address, 2 DJEP file.
     int inputMode() const;

@@ -9,10 +9,10 @@
 namespace orvalen::test {
 namespace {
 
-TEST(Announcer, TellsTheViewsSixtyTimesASecondAtMost) {
+TEST(ChangeNotifier, TellsTheViewsSixtyTimesASecondAtMost) {
     TestPlatform platform;
-    Announcer announcer;
-    LibraryState library(platform.view, announcer);
+    ChangeNotifier notifier;
+    LibraryState library(platform.view, notifier);
     const QSignalSpy told(&library, &FieldGroup::changed);
 
     QElapsedTimer clock;

@@ -1,4 +1,4 @@
-#include "app/window/bridge/Announcer.h"
+#include "app/window/bridge/ChangeNotifier.h"
 
 #include <algorithm>
 
@@ -9,22 +9,22 @@ constexpr qint64 shortestInterval = 16;
 
 } // namespace
 
-Announcer::Announcer() {
+ChangeNotifier::ChangeNotifier() {
     timer_.setSingleShot(true);
     timer_.setTimerType(Qt::PreciseTimer);
-    connect(&timer_, &QTimer::timeout, this, &Announcer::announce);
+    connect(&timer_, &QTimer::timeout, this, &ChangeNotifier::notifyViews);
 }
 
-void Announcer::wake() {
+void ChangeNotifier::schedule() {
     if (timer_.isActive())
         return;
     const qint64 elapsed = sinceLast_.isValid() ? sinceLast_.elapsed() : shortestInterval;
     timer_.start(static_cast<int>(std::clamp<qint64>(shortestInterval - elapsed, 0, shortestInterval)));
 }
 
-void Announcer::announce() {
+void ChangeNotifier::notifyViews() {
     sinceLast_.start();
-    emit turn();
+    emit notified();
 }
 
 } // namespace orvalen
