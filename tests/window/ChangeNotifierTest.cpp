@@ -13,7 +13,7 @@ TEST(ChangeNotifier, TellsTheViewsSixtyTimesASecondAtMost) {
     TestPlatform platform;
     ChangeNotifier notifier;
     LibraryState library(platform.view, notifier);
-    const QSignalSpy told(&library, &FieldGroup::changed);
+    const QSignalSpy told(&library, &StateProperties::changed);
 
     QElapsedTimer clock;
     clock.start();

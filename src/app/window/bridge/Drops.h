@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/window/bridge/FieldGroup.h"
+#include "app/window/bridge/StateProperties.h"
 #include "core/Location.h"
 
 #include <QList>
@@ -24,13 +24,13 @@ std::optional<Location> audioFile(const QList<QUrl>& urls);
 bool showsAlert(const ContentView& view);
 
 /// Takes folders, audio files and event lists that are dropped on the window.
-class Drops : public orvalen::FieldGroup {
+class Drops : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window")
 
 public:
-    using FieldGroup::FieldGroup;
+    using StateProperties::StateProperties;
 
     /// What letting go would do, or why it would do nothing, in words; empty for what is never taken.
     Q_INVOKABLE QString promise(const QList<QUrl>& urls) const;

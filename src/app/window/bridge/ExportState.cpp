@@ -10,7 +10,7 @@
 namespace orvalen {
 
 ExportState::ExportState(ContentView& view, ChangeNotifier& notifier, WantedState& wanted)
-    : FieldGroup(view, notifier), wanted_(wanted) {
+    : StateProperties(view, notifier), wanted_(wanted) {
     follow(view.selectedExportFormat);
     follow(view.matchedTracks);
     follow(view.showExportSuccessBanner);

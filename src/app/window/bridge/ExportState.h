@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/window/bridge/FieldGroup.h"
+#include "app/window/bridge/StateProperties.h"
 
 #include <QList>
 #include <QString>
@@ -10,7 +10,7 @@ namespace orvalen {
 class WantedState;
 
 /// The export options of the results page.
-class ExportState : public orvalen::FieldGroup {
+class ExportState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window")

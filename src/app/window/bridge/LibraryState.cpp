@@ -9,7 +9,7 @@
 namespace orvalen {
 
 LibraryState::LibraryState(ContentView& view, ChangeNotifier& notifier)
-    : FieldGroup(view, notifier), folders_(view) {
+    : StateProperties(view, notifier), folders_(view) {
     follow(view.musicFolderURLs);
     follow(view.trackDict);
     follow(view.trackCount);

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "app/window/bridge/FieldGroup.h"
 #include "app/window/bridge/MusicFoldersModel.h"
+#include "app/window/bridge/StateProperties.h"
 
 #include <QString>
 
 namespace orvalen {
 
 /// The library controls: folders, scan, library files, and the question before the library is deleted.
-class LibraryState : public orvalen::FieldGroup {
+class LibraryState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window")

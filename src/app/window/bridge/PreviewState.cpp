@@ -8,7 +8,7 @@
 
 namespace orvalen {
 
-PreviewState::PreviewState(ContentView& view, ChangeNotifier& notifier) : FieldGroup(view, notifier) {
+PreviewState::PreviewState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
     follow(view.audioPlayer);
     follow(view.selectedTrack);
     follow(view.playbackProgress);

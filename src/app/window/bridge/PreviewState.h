@@ -1,13 +1,13 @@
 #pragma once
 
-#include "app/window/bridge/FieldGroup.h"
+#include "app/window/bridge/StateProperties.h"
 
 #include <QString>
 
 namespace orvalen {
 
 /// The Now Playing panel.
-class PreviewState : public orvalen::FieldGroup {
+class PreviewState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window")

@@ -21,7 +21,7 @@ const MatchedTrack* rowAt(const ContentView& view, int row) {
 } // namespace
 
 ReviewState::ReviewState(ContentView& view, ChangeNotifier& notifier)
-    : FieldGroup(view, notifier), decisions_(view), rows_(view, decisions_) {
+    : StateProperties(view, notifier), decisions_(view), rows_(view, decisions_) {
     follow(view.matchedTracks);
     follow(view.selectedTrack);
     follow(view.isPlaying);

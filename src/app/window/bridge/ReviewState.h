@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/window/bridge/FieldGroup.h"
 #include "app/window/bridge/MatchedTracksModel.h"
+#include "app/window/bridge/StateProperties.h"
 
 #include <QList>
 #include <QString>
@@ -10,7 +10,7 @@
 namespace orvalen {
 
 /// The results page: its rows, their choices, and whether it is shown. A row is told by its position.
-class ReviewState : public orvalen::FieldGroup {
+class ReviewState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window")

@@ -7,7 +7,7 @@
 
 namespace orvalen {
 
-UpdateState::UpdateState(ContentView& view, ChangeNotifier& notifier) : FieldGroup(view, notifier) {
+UpdateState::UpdateState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
     follow(view.showUpdateAlert);
     follow(view.remoteInfo);
 }

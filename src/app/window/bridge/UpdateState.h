@@ -1,13 +1,13 @@
 #pragma once
 
-#include "app/window/bridge/FieldGroup.h"
+#include "app/window/bridge/StateProperties.h"
 
 #include <QString>
 
 namespace orvalen {
 
 /// The version in the footer and the alert that announces a newer one.
-class UpdateState : public orvalen::FieldGroup {
+class UpdateState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window")

@@ -62,7 +62,7 @@ std::string textOf(const QTextDocument& document) {
 
 } // namespace
 
-WantedState::WantedState(ContentView& view, ChangeNotifier& notifier) : FieldGroup(view, notifier) {
+WantedState::WantedState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
     follow(view.inputMode);
     follow(view.matchInputFormat);
     follow(view.matchInput);

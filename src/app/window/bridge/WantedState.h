@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/window/bridge/FieldGroup.h"
+#include "app/window/bridge/StateProperties.h"
 
 #include <QQuickItem>
 #include <QQuickTextDocument>
@@ -14,7 +14,7 @@ namespace orvalen {
 /// The editor's text is not bound: a long list would be copied at every keystroke. Edits reach the state in
 /// the next turn of the event loop, of a long list a moment later, and always before an operation that reads
 /// them; the editor is told when the state's text was replaced from elsewhere.
-class WantedState : public orvalen::FieldGroup {
+class WantedState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window")

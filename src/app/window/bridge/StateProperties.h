@@ -12,12 +12,12 @@ namespace orvalen {
 
 /// Shows some fields of the state to the views as properties. The properties are computed from the fields
 /// when they are read; `changed` comes once per turn of the notifier after any of the fields was written.
-class FieldGroup : public QObject {
+class StateProperties : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
 
 public:
-    FieldGroup(ContentView& view, ChangeNotifier& notifier);
+    StateProperties(ContentView& view, ChangeNotifier& notifier);
 
 signals:
     void changed();
@@ -28,7 +28,7 @@ protected:
 
     template <typename T>
     void follow(Field<T>& field) {
-        field.observe([guard = QPointer<FieldGroup>(this)] {
+        field.observe([guard = QPointer<StateProperties>(this)] {
             if (guard)
                 guard->markDirty();
         });
