@@ -45,7 +45,7 @@ void makeHome(const std::string& home, std::size_t tracks) {
         index.fileTrack(track);
     }
     std::filesystem::create_directories(home + "/Orvalen");
-    useLibraryDocumentText(index.finish(), {}, {{home + "/home/dj/Music"}}, [&](std::string_view text) {
+    writeLibraryDocument(index.finish(), {}, {{home + "/home/dj/Music"}}, [&](std::string_view text) {
         std::ofstream(home + "/Orvalen/library.orvl") << text;
     });
     std::ofstream lines(home + "/lines.txt");

@@ -33,8 +33,8 @@ LibraryIndex library(std::int64_t tracks) {
 
 std::string libraryText(std::int64_t tracks) {
     std::string text;
-    useLibraryDocumentText(library(tracks), {}, {{"/home/dj/Music"}},
-                           [&](std::string_view whole) { text = whole; });
+    writeLibraryDocument(library(tracks), {}, {{"/home/dj/Music"}},
+                         [&](std::string_view whole) { text = whole; });
     return text;
 }
 
@@ -48,8 +48,8 @@ void restore(benchmark::State& state) {
 void save(benchmark::State& state) {
     const LibraryIndex index = library(state.range(0));
     for (auto _ : state)
-        useLibraryDocumentText(index, {}, {},
-                               [](std::string_view text) { benchmark::DoNotOptimize(text.data()); });
+        writeLibraryDocument(index, {}, {},
+                             [](std::string_view text) { benchmark::DoNotOptimize(text.data()); });
 }
 
 using PlainIndex = std::unordered_map<std::string, std::vector<Track>>;
@@ -138,7 +138,7 @@ void peak(benchmark::State& state) {
         const std::size_t before = residentBytes("VmRSS");
         if (!document || !*document)
             return state.SkipWithError("the file was not read");
-        useLibraryDocumentText((*document)->index, {}, {}, [&](std::string_view text) {
+        writeLibraryDocument((*document)->index, {}, {}, [&](std::string_view text) {
             if (!writeWholeFile(path, text))
                 state.SkipWithError("the file was not written");
         });

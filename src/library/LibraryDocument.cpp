@@ -69,9 +69,9 @@ std::vector<Location> readFolders(const JsonObject& document) {
 
 } // namespace
 
-void useLibraryDocumentText(const LibraryIndex& index, const std::optional<PreferredMatches>& preferred,
-                            const std::vector<Location>& folders,
-                            const std::function<void(std::string_view)>& use) {
+void writeLibraryDocument(const LibraryIndex& index, const std::optional<PreferredMatches>& preferred,
+                          const std::vector<Location>& folders,
+                          const std::function<void(std::string_view)>& use) {
     rapidjson::StringBuffer buffer;
     Writer writer(buffer);
     writer.SetIndent(' ', 2);

@@ -22,9 +22,9 @@ struct LibraryDocument {
 
 /// One JSON object, indented, without the preferred matches when they are not known; handed to its one use
 /// where it was made, because a copy would be as large as the file.
-void useLibraryDocumentText(const LibraryIndex& index, const std::optional<PreferredMatches>& preferred,
-                            const std::vector<Location>& folders,
-                            const std::function<void(std::string_view)>& use);
+void writeLibraryDocument(const LibraryIndex& index, const std::optional<PreferredMatches>& preferred,
+                          const std::vector<Location>& folders,
+                          const std::function<void(std::string_view)>& use);
 
 /// Nothing when the bytes are no such object or one of the tracks is none; preferred matches and folders of
 /// another shape are left out.

@@ -38,9 +38,9 @@ void applyFile(ContentView& view, const std::string& path) {
 
 Expected<void> writeLibraryFile(ContentView& view, const Location& destination) {
     Expected<void> written;
-    useLibraryDocumentText(view.trackDict.get(), view.database().wholePreferredMatches(),
-                           view.musicFolderURLs.get(),
-                           [&](std::string_view text) { written = writeWholeFile(destination.path, text); });
+    writeLibraryDocument(view.trackDict.get(), view.database().wholePreferredMatches(),
+                         view.musicFolderURLs.get(),
+                         [&](std::string_view text) { written = writeWholeFile(destination.path, text); });
     return written;
 }
 

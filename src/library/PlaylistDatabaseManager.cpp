@@ -121,14 +121,16 @@ std::string localTimestamp() {
 
 } // namespace
 
-class PlaylistDatabaseManager::Turn {
+class PlaylistDatabaseManager::LockedConnection {
 public:
-    explicit Turn(PlaylistDatabaseManager& manager)
+    explicit LockedConnection(PlaylistDatabaseManager& manager)
         : manager_(manager), lock_(manager.mutex_), ends_(std::chrono::steady_clock::now() + 2s) {
-        takeBreath();
+        restartTimeout();
     }
     /// Before each further statement, which may have to wait as well.
-    void takeBreath() { manager_.patienceEnds_ = std::min(std::chrono::steady_clock::now() + 100ms, ends_); }
+    void restartTimeout() {
+        manager_.timeoutEnds_ = std::min(std::chrono::steady_clock::now() + 100ms, ends_);
+    }
 
 private:
     PlaylistDatabaseManager& manager_;
@@ -165,28 +167,28 @@ PlaylistDatabaseManager& PlaylistDatabaseManager::shared(const UserFolders& fold
 }
 
 int PlaylistDatabaseManager::waitForOthers(void* self, int) {
-    if (std::chrono::steady_clock::now() >= static_cast<PlaylistDatabaseManager*>(self)->patienceEnds_)
+    if (std::chrono::steady_clock::now() >= static_cast<PlaylistDatabaseManager*>(self)->timeoutEnds_)
         return 0;
     std::this_thread::sleep_for(std::chrono::milliseconds(2));
     return 1;
 }
 
-void PlaylistDatabaseManager::tellError(const char* what) {
+void PlaylistDatabaseManager::writeError(const char* what) {
     console_.line(std::string(what) + ": " + sqlite3_errmsg(db_));
 }
 
 void PlaylistDatabaseManager::createTables() {
     if (db_ == nullptr)
         return;
-    const Turn turn(*this);
+    const LockedConnection connection(*this);
     if (!execute(db_, schema))
-        tellError("Error creating tables");
+        writeError("Error creating tables");
 }
 
 void PlaylistDatabaseManager::savePreferredMatch(std::string_view key, std::string_view path) {
     if (db_ == nullptr)
         return;
-    const Turn turn(*this);
+    const LockedConnection connection(*this);
     insertMatch(std::string(key), std::string(path));
     ++changeCount_;
 }
@@ -195,32 +197,32 @@ void PlaylistDatabaseManager::insertMatch(const std::string& key, const std::str
     const Statement statement =
         prepare(db_, "INSERT OR REPLACE INTO preferred_matches (key, preferred_path) VALUES (?, ?);");
     if (!statement)
-        return tellError("Error preparing preferred match insert");
+        return writeError("Error preparing preferred match insert");
     bindText(statement, 1, key);
     bindText(statement, 2, path);
     if (sqlite3_step(statement.get()) != SQLITE_DONE)
-        tellError("Error saving preferred match");
+        writeError("Error saving preferred match");
 }
 
 void PlaylistDatabaseManager::removePreferredMatch(std::string_view key) {
     if (db_ == nullptr)
         return;
-    const Turn turn(*this);
+    const LockedConnection connection(*this);
     ++changeCount_;
     const Statement statement = prepare(db_, "DELETE FROM preferred_matches WHERE key = ?;");
     const std::string bound(key);
     bindText(statement, 1, bound);
     if (!statement || sqlite3_step(statement.get()) != SQLITE_DONE)
-        tellError("Error removing preferred match");
+        writeError("Error removing preferred match");
 }
 
 std::optional<std::string> PlaylistDatabaseManager::preferredPath(std::string_view key) {
     if (db_ == nullptr)
         return std::nullopt;
-    const Turn turn(*this);
+    const LockedConnection connection(*this);
     const Statement statement = prepare(db_, selectPath);
     if (!statement) {
-        tellError("Error preparing preferred match lookup");
+        writeError("Error preparing preferred match lookup");
         return std::nullopt;
     }
     const std::string bound(key);
@@ -232,7 +234,7 @@ std::optional<std::vector<std::optional<std::string>>>
 PlaylistDatabaseManager::preferredPaths(std::span<const std::string> keys) {
     if (db_ == nullptr)
         return std::nullopt;
-    const Turn turn(*this);
+    const LockedConnection connection(*this);
     const ReadTransaction transaction(db_);
     const Statement statement = prepare(db_, selectPath);
     if (!statement)
@@ -264,10 +266,10 @@ std::optional<PreferredMatches> PlaylistDatabaseManager::wholePreferredMatches()
 bool PlaylistDatabaseManager::readMatches(PreferredMatches& matches) {
     if (db_ == nullptr)
         return false;
-    const Turn turn(*this);
+    const LockedConnection connection(*this);
     const Statement statement = prepare(db_, "SELECT key, preferred_path FROM preferred_matches;");
     if (!statement) {
-        tellError("Error preparing select all preferred matches");
+        writeError("Error preparing select all preferred matches");
         return false;
     }
     int outcome = SQLITE_ROW;
@@ -283,12 +285,12 @@ bool PlaylistDatabaseManager::readMatches(PreferredMatches& matches) {
 void PlaylistDatabaseManager::replacePreferredMatches(const PreferredMatches& matches) {
     if (db_ == nullptr)
         return;
-    Turn turn(*this);
+    LockedConnection connection(*this);
     const ManyCommits commits(db_);
     if (!execute(db_, "DELETE FROM preferred_matches;"))
-        return tellError("Error clearing preferred matches");
+        return writeError("Error clearing preferred matches");
     for (const auto& [key, path] : matches) {
-        turn.takeBreath();
+        connection.restartTimeout();
         insertMatch(key, path);
     }
     ++changeCount_;

@@ -65,19 +65,19 @@ public:
 
 private:
     /// Holds the connection for one call, with the time that the call may wait for other programs.
-    class Turn;
+    class LockedConnection;
     static int waitForOthers(void* self, int attempts);
     /// Whether the table was read to its end.
     bool readMatches(PreferredMatches& matches);
     void insertMatch(const std::string& key, const std::string& path);
-    void tellError(const char* what);
+    void writeError(const char* what);
 
     const UserFolders& folders_;
     Console& console_;
     sqlite3* db_ = nullptr;
     std::mutex mutex_;
     std::atomic<std::uint64_t> changeCount_ = 0;
-    std::chrono::steady_clock::time_point patienceEnds_;
+    std::chrono::steady_clock::time_point timeoutEnds_;
 };
 
 } // namespace orvalen
