@@ -53,11 +53,11 @@ PositionRange LibraryIndex::positionsUnder(std::string_view key) const {
     return number ? body_->positionsOf(*number) : PositionRange();
 }
 
-LibraryIndex::Derived LibraryIndex::derived(Derived (*make)(const LibraryIndex&)) const {
-    const std::lock_guard lock(body_->derivedMutex);
-    if (!body_->derived)
-        body_->derived = make(*this);
-    return body_->derived;
+LibraryIndex::Cache LibraryIndex::cached(Cache (*make)(const LibraryIndex&)) const {
+    const std::lock_guard lock(body_->cacheMutex);
+    if (!body_->cache)
+        body_->cache = make(*this);
+    return body_->cache;
 }
 
 void fileTrack(LibraryIndex& index, const Track& track) {

@@ -49,8 +49,8 @@ public:
 
     /// What a reader works out of the tracks and keeps with them: made once, by whoever asks first while
     /// others wait, and shared by all copies. It must not hold the index itself, or neither would ever die.
-    using Derived = std::shared_ptr<const void>;
-    Derived derived(Derived (*make)(const LibraryIndex&)) const;
+    using Cache = std::shared_ptr<const void>;
+    Cache cached(Cache (*make)(const LibraryIndex&)) const;
 
     struct Body;
 

@@ -67,8 +67,8 @@ struct LibraryIndex::Body : LibraryTables {
         return *folderTable_;
     }
 
-    mutable std::mutex derivedMutex;
-    mutable Derived derived;
+    mutable std::mutex cacheMutex;
+    mutable Cache cache;
 
 private:
     mutable std::once_flag folderTableMade_;

@@ -34,7 +34,7 @@ struct LibraryCatalog::Tables {
 
 LibraryCatalog::LibraryCatalog(LibraryIndex index)
     : index_(std::move(index)), tables_(std::static_pointer_cast<const Tables>(
-                                    index_.derived([](const LibraryIndex& tracks) -> LibraryIndex::Derived {
+                                    index_.cached([](const LibraryIndex& tracks) -> LibraryIndex::Cache {
                                         return std::make_shared<const Tables>(tracks);
                                     }))) {}
 

@@ -126,19 +126,19 @@ TEST(Catalog, IsKeptWithTheTracksAndGoesWithThem) {
 
     static int made = 0;
     static std::weak_ptr<const int> watched;
-    const auto make = [](const LibraryIndex&) -> LibraryIndex::Derived {
+    const auto make = [](const LibraryIndex&) -> LibraryIndex::Cache {
         const auto value = std::make_shared<const int>(++made);
         watched = value;
         return value;
     };
     LibraryIndex shared = buildIndex(std::vector{track("A", "B")});
     const LibraryIndex copy = shared;
-    EXPECT_EQ(shared.derived(make), copy.derived(make));
+    EXPECT_EQ(shared.cached(make), copy.cached(make));
     EXPECT_EQ(made, 1);
     shared = LibraryIndex();
     EXPECT_FALSE(watched.expired());
     fileTrack(shared, track("C", "D"));
-    shared.derived(make);
+    shared.cached(make);
     EXPECT_EQ(made, 2);
     shared = LibraryIndex();
     EXPECT_TRUE(watched.expired()) << "what was derived must not keep the tracks alive";
