@@ -38,45 +38,45 @@ QStringList optionLabels(const MatchedTrack& row) {
 } // namespace
 
 MatchedTracksModel::MatchedTracksModel(ContentView& view, ReviewDecisions& decisions)
-    : view_(view), decisions_(decisions), stamps_(currentStamps()) {}
+    : view_(view), decisions_(decisions), shownRows_(currentRows()) {}
 
-std::vector<MatchedTracksModel::Stamp> MatchedTracksModel::currentStamps() {
+std::vector<MatchedTracksModel::ShownRow> MatchedTracksModel::currentRows() {
     const auto& previewed = view_.selectedTrack.get();
     const bool isPlaying = view_.isPlaying.get();
     const std::vector<RowDecision> decisions = decisions_.decisions();
-    std::vector<Stamp> stamps;
-    stamps.reserve(decisions.size());
+    std::vector<ShownRow> shownRows;
+    shownRows.reserve(decisions.size());
     for (const MatchedTrack& row : view_.matchedTracks.get())
-        stamps.push_back({row.id, contentHash(row), isHeaderBold(row, previewed),
-                          isPlaying && isPreviewed(row, previewed), showsPause(view_, row.selectedTrack),
-                          decisions[stamps.size()]});
-    return stamps;
+        shownRows.push_back({row.id, contentHash(row), isHeaderBold(row, previewed),
+                             isPlaying && isPreviewed(row, previewed), showsPause(view_, row.selectedTrack),
+                             decisions[shownRows.size()]});
+    return shownRows;
 }
 
-bool MatchedTracksModel::isSameList(const std::vector<Stamp>& stamps) const {
-    return std::equal(stamps.begin(), stamps.end(), stamps_.begin(), stamps_.end(),
-                      [](const Stamp& left, const Stamp& right) { return left.id == right.id; });
+bool MatchedTracksModel::isSameList(const std::vector<ShownRow>& shownRows) const {
+    return std::equal(shownRows.begin(), shownRows.end(), shownRows_.begin(), shownRows_.end(),
+                      [](const ShownRow& left, const ShownRow& right) { return left.id == right.id; });
 }
 
 bool MatchedTracksModel::refresh(bool opensAnew) {
-    std::vector<Stamp> stamps = currentStamps();
-    if (opensAnew || !isSameList(stamps)) {
+    std::vector<ShownRow> shownRows = currentRows();
+    if (opensAnew || !isSameList(shownRows)) {
         beginResetModel();
-        stamps_ = std::move(stamps);
+        shownRows_ = std::move(shownRows);
         endResetModel();
         return true;
     }
-    stamps_.swap(stamps);
-    announceChanges(stamps);
+    shownRows_.swap(shownRows);
+    emitChanges(shownRows);
     return false;
 }
 
-void MatchedTracksModel::announceChanges(const std::vector<Stamp>& old) {
+void MatchedTracksModel::emitChanges(const std::vector<ShownRow>& old) {
     for (std::size_t first = 0; first < old.size(); ++first) {
-        if (old[first] == stamps_[first])
+        if (old[first] == shownRows_[first])
             continue;
         std::size_t last = first;
-        while (last + 1 < old.size() && !(old[last + 1] == stamps_[last + 1]))
+        while (last + 1 < old.size() && !(old[last + 1] == shownRows_[last + 1]))
             ++last;
         emit dataChanged(index(static_cast<int>(first)), index(static_cast<int>(last)));
         first = last;
@@ -84,17 +84,18 @@ void MatchedTracksModel::announceChanges(const std::vector<Stamp>& old) {
 }
 
 bool MatchedTracksModel::stoodForPreview() const {
-    return std::any_of(stamps_.begin(), stamps_.end(), [](const Stamp& stamp) { return stamp.bold; });
+    return std::any_of(shownRows_.begin(), shownRows_.end(),
+                       [](const ShownRow& shownRow) { return shownRow.bold; });
 }
 
 int MatchedTracksModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(stamps_.size());
+    return parent.isValid() ? 0 : static_cast<int>(shownRows_.size());
 }
 
 QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
     const auto& rows = view_.matchedTracks.get();
     // The state may already hold another list than the one the views were told of.
-    if (!index.isValid() || static_cast<std::size_t>(index.row()) >= std::min(rows.size(), stamps_.size()))
+    if (!index.isValid() || static_cast<std::size_t>(index.row()) >= std::min(rows.size(), shownRows_.size()))
         return {};
     const MatchedTrack& row = rows[static_cast<std::size_t>(index.row())];
     const auto& track = row.selectedTrack;
@@ -124,7 +125,7 @@ QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
     case included:
         return row.include;
     case decision:
-        return static_cast<int>(stamps_[static_cast<std::size_t>(index.row())].decision);
+        return static_cast<int>(shownRows_[static_cast<std::size_t>(index.row())].decision);
     default:
         return {};
     }

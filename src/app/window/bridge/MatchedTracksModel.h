@@ -9,8 +9,8 @@
 
 namespace orvalen {
 
-/// The result rows as the views show them. Beside the state's own rows it keeps only a small stamp of each,
-/// so that it can tell the views exactly which rows have changed.
+/// The result rows as the views show them. Beside the state's own rows it keeps only a small shownRow of
+/// each, so that it can tell the views exactly which rows have changed.
 class MatchedTracksModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -52,23 +52,23 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 private:
-    struct Stamp {
+    struct ShownRow {
         UUID id;
         std::size_t content = 0;
         bool bold = false;
         bool playing = false;
         bool pauses = false;
         RowDecision decision = RowDecision::noFile;
-        bool operator==(const Stamp&) const = default;
+        bool operator==(const ShownRow&) const = default;
     };
 
-    std::vector<Stamp> currentStamps();
-    bool isSameList(const std::vector<Stamp>& stamps) const;
-    void announceChanges(const std::vector<Stamp>& old);
+    std::vector<ShownRow> currentRows();
+    bool isSameList(const std::vector<ShownRow>& shownRows) const;
+    void emitChanges(const std::vector<ShownRow>& old);
 
     ContentView& view_;
     ReviewDecisions& decisions_;
-    std::vector<Stamp> stamps_;
+    std::vector<ShownRow> shownRows_;
 };
 
 } // namespace orvalen
