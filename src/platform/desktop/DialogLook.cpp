@@ -48,7 +48,7 @@ QList<QUrl> placesOfMusic() {
 
 } // namespace
 
-void arrange(QFileDialog& dialog) {
+void prepareDialog(QFileDialog& dialog) {
     dialog.resize(780, 540);
     dialog.setViewMode(QFileDialog::Detail);
     dialog.setSidebarUrls(placesOfMusic());
@@ -68,7 +68,7 @@ void addMessage(QFileDialog& dialog, const QString& message) {
     dialog.layout()->setMenuBar(label);
 }
 
-void arrange(QMessageBox& box) {
+void prepareDialog(QMessageBox& box) {
     box.setIconPixmap(QGuiApplication::windowIcon().pixmap(messageIcon));
     for (auto* label : box.findChildren<QLabel*>())
         label->setTextFormat(Qt::PlainText);

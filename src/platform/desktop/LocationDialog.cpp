@@ -125,7 +125,7 @@ QStringList LocationDialog::candidates() const {
 
 void LocationDialog::explain(const QString& text) {
     QMessageBox box(QMessageBox::NoIcon, windowTitle(), text, QMessageBox::Ok, this);
-    arrange(box);
+    prepareDialog(box);
     box.exec();
 }
 

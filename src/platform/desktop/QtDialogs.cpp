@@ -33,7 +33,7 @@ QWindow* windowInFront() {
 }
 
 /// Puts the dialog over the program's window, which is no widget and so cannot be its parent.
-void settle(QWidget& dialog) {
+void placeOverWindow(QWidget& dialog) {
     QWindow* parent = windowInFront();
     dialog.winId(); // makes the window handle
     dialog.windowHandle()->setTransientParent(parent);
@@ -80,8 +80,8 @@ public:
 
     /// Returns when the user has answered.
     void ask() {
-        arrange(*this);
-        settle(*this);
+        prepareDialog(*this);
+        placeOverWindow(*this);
         exec();
     }
 };
@@ -110,8 +110,8 @@ std::vector<Location> QtDialogs::remembered(const QFileDialog& dialog, std::vect
 
 std::vector<Location> QtDialogs::chooseToOpen(const OpenOptions& options) {
     LocationDialog dialog(options, QString::fromStdString(folder_));
-    arrange(dialog);
-    settle(dialog);
+    prepareDialog(dialog);
+    placeOverWindow(dialog);
     if (dialog.exec() != QDialog::Accepted)
         return {};
     return remembered(dialog, locations(dialog.chosen()));
@@ -121,8 +121,8 @@ void QtDialogs::chooseToOpenLater(const OpenOptions& options,
                                   std::function<void(std::vector<Location>)> answer) {
     auto* dialog = new LocationDialog(options, QString::fromStdString(folder_));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    arrange(*dialog);
-    settle(*dialog);
+    prepareDialog(*dialog);
+    placeOverWindow(*dialog);
     QObject::connect(dialog, &QDialog::finished, dialog,
                      [this, dialog, answer = std::move(answer)](int code) {
                          answer(code == QDialog::Accepted ? remembered(*dialog, locations(dialog->chosen()))
@@ -146,8 +146,8 @@ std::optional<Location> QtDialogs::chooseToSave(const SaveOptions& options) {
                                                 : QString::fromStdString(options.title));
     if (!options.message.empty())
         addMessage(dialog, QString::fromStdString(options.message));
-    arrange(dialog);
-    settle(dialog);
+    prepareDialog(dialog);
+    placeOverWindow(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
     return remembered(dialog, {Location{dialog.selectedFiles().constFirst().toStdString()}}).front();
