@@ -29,7 +29,7 @@ inline const BenchLibrary& benchLibrary(std::size_t tracks) {
     return libraries.try_emplace(tracks, tracks).first->second;
 }
 
-/// The index again with texts of its own, so that nothing derived from it stands yet.
+/// The index again with texts of its own, so that it has no cache yet.
 inline LibraryIndex unprepared(const LibraryIndex& index) {
     LibraryIndexBuilder builder;
     for (std::size_t position = 0; position < index.trackCount(); ++position)

@@ -44,11 +44,11 @@ public:
     /// The positions filed under the key; an empty run when there is no such key.
     PositionRange positionsUnder(std::string_view key) const;
 
-    /// Whether both share their tracks, so that what was derived from one holds for the other.
+    /// Whether both share their tracks, so that a cache of one is valid for the other.
     bool sharesTracksWith(const LibraryIndex& other) const { return body_ == other.body_; }
 
-    /// What a reader works out of the tracks and keeps with them: made once, by whoever asks first while
-    /// others wait, and shared by all copies. It must not hold the index itself, or neither would ever die.
+    /// A cache attached to the index: made by the first caller while others wait, shared by all copies. It
+    /// must not hold a LibraryIndex, which would form a reference cycle. An index has one cache.
     using Cache = std::shared_ptr<const void>;
     Cache cached(Cache (*make)(const LibraryIndex&)) const;
 

@@ -127,7 +127,7 @@ public:
         : manager_(manager), lock_(manager.mutex_), ends_(std::chrono::steady_clock::now() + 2s) {
         restartTimeout();
     }
-    /// Before each further statement, which may have to wait as well.
+    /// Grants the next statement another 100 ms to wait, as long as the call has not waited for two seconds.
     void restartTimeout() {
         manager_.timeoutEnds_ = std::min(std::chrono::steady_clock::now() + 100ms, ends_);
     }

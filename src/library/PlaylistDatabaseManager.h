@@ -64,7 +64,7 @@ public:
     void autoBackupLibrary(const LibraryIndex& index);
 
 private:
-    /// Holds the connection for one call, with the time that the call may wait for other programs.
+    /// Locks the connection for one call and limits how long the call waits for other programs.
     class LockedConnection;
     static int waitForOthers(void* self, int attempts);
     /// Whether the table was read to its end.

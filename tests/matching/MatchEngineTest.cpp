@@ -141,7 +141,7 @@ TEST(Catalog, IsKeptWithTheTracksAndGoesWithThem) {
     shared.cached(make);
     EXPECT_EQ(made, 2);
     shared = LibraryIndex();
-    EXPECT_TRUE(watched.expired()) << "what was derived must not keep the tracks alive";
+    EXPECT_TRUE(watched.expired()) << "the cache must not keep the tracks alive";
 }
 
 TEST(Catalog, IsMadeOnceForAllThreadsThatAsk) {

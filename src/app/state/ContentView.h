@@ -28,34 +28,34 @@ enum class InputMode { textList, spotify, djep };
 inline constexpr const char* artistTitleFormat = "artist-title";
 inline constexpr const char* titleArtistFormat = "title-artist";
 
-/// The state of the program: the fields and nothing else. Main thread only. Operations are free functions
-/// that take it by reference; what they may reach beside the fields is the platform and the one database.
+/// The state of the program: its fields, and nothing else. Main thread only. Operations are free functions
+/// that take it by reference. Beside the fields they may use the platform and the database.
 struct ContentView {
     using Database = std::function<PlaylistDatabaseManager&()>;
 
-    /// The database is asked for on first use, from any thread; the function gives the same one every time.
+    /// database() returns the one database. It is called on first use, on any thread.
     ContentView(Platform& platform_, Database database_)
         : platform(platform_), database(std::move(database_)) {}
 
     Platform& platform;
     const Database database;
 
-    Field<std::vector<Location>> musicFolderURLs;
+    Field<std::vector<Location>> musicFolderURLs; ///< file-system paths of the music folders, not URLs
     Field<std::string> matchInputFormat{artistTitleFormat};
     Field<bool> showExportSuccessBanner{false};
     Field<std::string> selectedExportFormat{"m3u"};
-    Field<LibraryIndex> trackDict;
+    Field<LibraryIndex> trackDict; ///< the library index
     Field<std::int64_t> trackCount{0};
     Field<std::string> matchInput;
     Field<std::vector<MatchedTrack>> matchedTracks;
     Field<double> matchProgress{0};
     Field<std::shared_ptr<AudioPlayer>> audioPlayer;
-    Field<std::optional<Track>> selectedTrack; ///< the track loaded for preview
+    Field<std::optional<Track>> selectedTrack; ///< the previewed track, not the selected track of a row
     Field<bool> isPlaying{false};              ///< as the user last set it
     Field<double> playbackProgress{0};
     Field<TimerHandle> playbackTimer;
-    Field<double> scanProgress{0}; ///< above 0: a scan is running
-    Field<std::string> scanningFileName;
+    Field<double> scanProgress{0};       ///< above 0: a scan is running
+    Field<std::string> scanningFileName; ///< the file being scanned, or the request being matched
     Field<bool> showResultsPage{false};
     Field<std::optional<LatestInfo>> remoteInfo;
     Field<bool> showUpdateAlert{false};

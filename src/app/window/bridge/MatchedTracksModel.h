@@ -9,8 +9,8 @@
 
 namespace orvalen {
 
-/// The result rows as the views show them. Beside the state's own rows it keeps only a small shownRow of
-/// each, so that it can tell the views exactly which rows have changed.
+/// The result rows as the views show them. Of each row it keeps a small record of
+/// what the views show, to find out which rows have changed.
 class MatchedTracksModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT

@@ -11,7 +11,7 @@
 namespace orvalen {
 
 /// Shows some fields of the state to the views as properties. The properties are computed from the fields
-/// when they are read; `changed` comes once per turn of the notifier after any of the fields was written.
+/// when they are read; `changed` is emitted when the notifier reports that one of the fields was written.
 class StateProperties : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
@@ -23,7 +23,7 @@ signals:
     void changed();
 
 protected:
-    /// Called in the turn after a followed field was written; emits `changed`.
+    /// Called after a followed field was written. Emits `changed`.
     virtual void refresh();
 
     template <typename T>
