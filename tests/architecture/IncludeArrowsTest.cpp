@@ -37,7 +37,7 @@ const std::map<std::string, int> layers = {
     {"", 5},
 };
 
-/// The folders that may include headers of Qt, TagLib and libmpv.
+/// The folders that may include headers of Qt and libmpv.
 const std::set<std::string> toolkitFolders = {"platform/tags",
                                               "platform/desktop",
                                               "app/window/accessible",
