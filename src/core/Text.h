@@ -20,6 +20,8 @@ bool hasCanonicalPrefix(std::string_view text, std::string_view prefix);
 std::string composed(std::string_view text);
 
 bool isAscii(std::string_view text);
+/// The text with A to Z in lower case; other letters stay.
+std::string toAsciiLower(std::string_view text);
 bool isValidUtf8(std::string_view text);
 /// The text with every invalid sequence replaced by U+FFFD; for texts that come out of foreign files.
 std::string toValidUtf8(std::string_view text);

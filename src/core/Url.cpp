@@ -1,5 +1,7 @@
 #include "core/Url.h"
 
+#include "core/Text.h"
+
 #include <algorithm>
 
 namespace orvalen {
@@ -34,14 +36,6 @@ bool consistsOf(std::string_view punctuation, std::string_view text) {
 bool isScheme(std::string_view text) {
     return !text.empty() && isLetter(text.front()) && text.find('%') == std::string_view::npos &&
            consistsOf("+-.", text);
-}
-
-std::string lowerCased(std::string_view ascii) {
-    std::string result(ascii);
-    for (char& c : result)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return result;
 }
 
 /// The host of ‘user@host:80’.
@@ -79,7 +73,7 @@ std::optional<Url> parseUrl(std::string_view address) {
     if (colon < address.find('/') && colon < address.size()) {
         if (!isScheme(address.substr(0, colon)))
             return std::nullopt;
-        url.scheme = lowerCased(address.substr(0, colon));
+        url.scheme = toAsciiLower(address.substr(0, colon));
         address.remove_prefix(colon + 1);
     }
     if (address.starts_with("//")) {

@@ -24,11 +24,7 @@ constexpr std::size_t reportInterval = 50;
 
 bool isAudio(std::string_view path) {
     constexpr std::array<std::string_view, 6> extensions = {"mp3", "m4a", "wav", "mp4", "aiff", "aif"};
-    std::string extension(pathExtension(path));
-    for (char& c : extension)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
+    return std::ranges::find(extensions, toAsciiLower(pathExtension(path))) != extensions.end();
 }
 
 /// One scan's own state; it belongs to the job that runs. The view is only for posts.

@@ -5,23 +5,13 @@
 #include <algorithm>
 
 namespace orvalen {
-
 namespace {
 
-// The dialogs know letters of extensions in ASCII only.
-std::string withCase(std::string_view text, int (*change)(int)) {
-    std::string result;
-    for (const char letter : text)
-        result += static_cast<char>(change(static_cast<unsigned char>(letter)));
-    return result;
-}
-
-int lower(int letter) {
-    return letter >= 'A' && letter <= 'Z' ? letter - 'A' + 'a' : letter;
-}
-
-int upper(int letter) {
-    return letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter;
+std::string toAsciiUpper(std::string text) {
+    for (char& c : text)
+        if (c >= 'a' && c <= 'z')
+            c = static_cast<char>(c - 'a' + 'A');
+    return text;
 }
 
 std::vector<std::string> extensionsOf(TypeFamily family) {
@@ -48,7 +38,7 @@ std::string label(const AllowedTypes& types) {
         return "Audio and movie files";
     const std::vector<std::string> extensions = extensionsOf(types);
     if (extensions.size() == 1)
-        return withCase(extensions.front(), upper) + " files";
+        return toAsciiUpper(extensions.front()) + " files";
     return "Audio files";
 }
 
@@ -72,7 +62,7 @@ bool mayBeChosen(std::string_view name, const AllowedTypes& types) {
     if (types.anything())
         return true;
     const std::vector<std::string> extensions = extensionsOf(types);
-    const std::string extension = withCase(pathExtension(name), lower);
+    const std::string extension = toAsciiLower(pathExtension(name));
     return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
 }
 
@@ -83,7 +73,7 @@ std::string nameFilter(const AllowedTypes& types) {
     for (const std::string& extension : extensionsOf(types)) {
         if (!patterns.empty())
             patterns += ' ';
-        patterns += "*." + extension + " *." + withCase(extension, upper);
+        patterns += "*." + extension + " *." + toAsciiUpper(extension);
     }
     return label(types) + " (" + patterns + ")";
 }
