@@ -38,8 +38,7 @@ const std::map<std::string, int> layers = {
 };
 
 /// The folders that may include headers of Qt and libmpv.
-const std::set<std::string> toolkitFolders = {"platform/tags",
-                                              "platform/desktop",
+const std::set<std::string> toolkitFolders = {"platform/desktop",
                                               "app/window/accessible",
                                               "app/window/bridge",
                                               "app/window/style",
