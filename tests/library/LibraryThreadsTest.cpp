@@ -17,8 +17,8 @@ namespace orvalen::test {
 namespace {
 
 /// The fake world with real threads behind both queues.
-struct ThreadedWorld : TestPlatform {
-    ThreadedWorld() { database(); }
+struct ThreadedPlatform : TestPlatform {
+    ThreadedPlatform() { database(); }
 
     template <typename Condition>
     bool runUntil(Condition condition) {
@@ -42,7 +42,7 @@ TEST(LibraryThreads, TwoScansAndAMatchRunGoOnWhileTheLibraryIsRemoved) {
         music.write("first/song " + std::to_string(i) + ".mp3");
         music.write("second/song " + std::to_string(i) + ".mp3");
     }
-    ThreadedWorld world;
+    ThreadedPlatform world;
     int runs = 0;
     world.state.isMatching.observe([&] { runs += world.state.isMatching.get() ? 0 : 1; });
 
@@ -70,7 +70,7 @@ TEST(LibraryThreads, AMatchRunHasItsOwnLibraryWhileTheMainThreadReplacesItAndRem
     const std::vector<std::string> lines = made.wantedLines(150);
     const LibraryIndex second = made.index(500);
 
-    ThreadedWorld world;
+    ThreadedPlatform world;
     replaceIndex(world.state, first);
     matchLines(lines, world.state);
     int turn = 0;

@@ -47,7 +47,7 @@ ColumnLayout {
         }
         background: Rectangle {
             radius: Theme.radius
-            color: header.wash
+            color: header.stateTint
 
             FocusRing { shown: header.visualFocus }
         }

@@ -43,7 +43,7 @@ T.Popup {
         }
         background: Rectangle {
             radius: 5
-            color: entry.wash
+            color: entry.stateTint
 
             FocusRing {
                 inner: 5

@@ -12,7 +12,7 @@ T.AbstractButton {
     property string spokenDetail
     /// For roles that have two states.
     property bool ticked: false
-    readonly property color wash: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, down ? 0.14 : hovered ? 0.07 : 0)
+    readonly property color stateTint: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, down ? 0.14 : hovered ? 0.07 : 0)
 
     opacity: enabled ? 1 : Theme.disabledOpacity
     hoverEnabled: true

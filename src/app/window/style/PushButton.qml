@@ -58,7 +58,7 @@ Pressable {
         readonly property color fill: button.prominent
             ? (button.down ? Theme.accentPressed : button.hovered ? Theme.accentHovered : Theme.accent)
             : button.plain
-            ? button.wash
+            ? button.stateTint
             : (button.down ? Theme.controlPressed : button.hovered ? Theme.controlHovered : Theme.control)
 
         radius: Theme.radius

@@ -114,7 +114,7 @@ Item {
             }
             background: Rectangle {
                 radius: Theme.radius
-                color: segment.current ? Theme.control : segment.wash
+                color: segment.current ? Theme.control : segment.stateTint
                 border.width: segment.current ? 1 : 0
                 border.color: Theme.controlLine
 

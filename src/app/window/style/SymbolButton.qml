@@ -21,7 +21,7 @@ Pressable {
     }
     background: Rectangle {
         radius: Theme.radius
-        color: button.wash
+        color: button.stateTint
 
         FocusRing { shown: button.visualFocus }
     }

@@ -57,7 +57,7 @@ Pressable {
     }
     background: Rectangle {
         radius: Theme.radius
-        color: box.wash
+        color: box.stateTint
 
         FocusRing { shown: box.visualFocus }
     }
