@@ -48,10 +48,6 @@ bool ExportState::canExport() const {
     return orvalen::canExport(view());
 }
 
-bool ExportState::bannerShown() const {
-    return view().showExportSuccessBanner.get();
-}
-
 void ExportState::showHowTo(int index) {
     later([&howTo = orvalen::howTos()[static_cast<std::size_t>(index)]](ContentView& state) {
         showHowToAlert(state, howTo);

@@ -31,7 +31,7 @@ public:
     void setFormatIndex(int index);
     QString tip() const;
     bool canExport() const;
-    bool bannerShown() const;
+    bool bannerShown() const { return view().showExportSuccessBanner.get(); }
 
     Q_INVOKABLE void showHowTo(int index);
     Q_INVOKABLE void exportPlaylist();

@@ -23,40 +23,8 @@ void LibraryState::refresh() {
     emit changed();
 }
 
-bool LibraryState::hasFolders() const {
-    return !view().musicFolderURLs.get().empty();
-}
-
-bool LibraryState::scanning() const {
-    return scanProgress() > 0;
-}
-
-bool LibraryState::scanBarVisible() const {
-    return scanProgress() > 0 && scanProgress() < 1;
-}
-
-double LibraryState::scanProgress() const {
-    return view().scanProgress.get();
-}
-
-QString LibraryState::scanFileName() const {
-    return toQString(view().scanningFileName.get());
-}
-
 QString LibraryState::scanButtonText() const {
     return view().trackDict.get().empty() ? "Scan Library" : "Refresh Library";
-}
-
-bool LibraryState::canScan() const {
-    return hasFolders() && !scanning();
-}
-
-QString LibraryState::indexedText() const {
-    return "Tracks Indexed: " + QString::number(view().trackCount.get());
-}
-
-bool LibraryState::asksToDelete() const {
-    return view().showDeleteLibraryConfirmation.get();
 }
 
 void LibraryState::addFolders() {
@@ -89,17 +57,9 @@ void LibraryState::loadLibrary() {
     later(loadScannedLibrary);
 }
 
-void LibraryState::askToDelete() {
-    view().showDeleteLibraryConfirmation.set(true);
-}
-
 void LibraryState::deleteLibrary() {
     keepLibrary();
     later(removeSavedLibrary);
-}
-
-void LibraryState::keepLibrary() {
-    view().showDeleteLibraryConfirmation.set(false);
 }
 
 void LibraryState::loadSession() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/window/bridge/MusicFoldersModel.h"
+#include "app/window/bridge/QtText.h"
 #include "app/window/bridge/StateProperties.h"
 
 #include <QString>
@@ -27,15 +28,15 @@ public:
     LibraryState(ContentView& view, ChangeNotifier& notifier);
 
     MusicFoldersModel* folders() { return &folders_; }
-    bool hasFolders() const;
-    bool scanning() const;
-    bool scanBarVisible() const;
-    double scanProgress() const;
-    QString scanFileName() const;
+    bool hasFolders() const { return !view().musicFolderURLs.get().empty(); }
+    bool scanning() const { return scanProgress() > 0; }
+    bool scanBarVisible() const { return scanProgress() > 0 && scanProgress() < 1; }
+    double scanProgress() const { return view().scanProgress.get(); }
+    QString scanFileName() const { return toQString(view().scanningFileName.get()); }
     QString scanButtonText() const;
-    bool canScan() const;
-    QString indexedText() const;
-    bool asksToDelete() const;
+    bool canScan() const { return hasFolders() && !scanning(); }
+    QString indexedText() const { return "Tracks Indexed: " + QString::number(view().trackCount.get()); }
+    bool asksToDelete() const { return view().showDeleteLibraryConfirmation.get(); }
 
     Q_INVOKABLE void addFolders();
     Q_INVOKABLE void removeFolder(const QString& path);
@@ -43,9 +44,9 @@ public:
     Q_INVOKABLE void scan();
     Q_INVOKABLE void backUp();
     Q_INVOKABLE void loadLibrary();
-    Q_INVOKABLE void askToDelete();
+    Q_INVOKABLE void askToDelete() { view().showDeleteLibraryConfirmation.set(true); }
     Q_INVOKABLE void deleteLibrary();
-    Q_INVOKABLE void keepLibrary();
+    Q_INVOKABLE void keepLibrary() { view().showDeleteLibraryConfirmation.set(false); }
     Q_INVOKABLE void loadSession();
     Q_INVOKABLE void loadLastSession();
 

@@ -14,17 +14,9 @@ PreviewState::PreviewState(ContentView& view, ChangeNotifier& notifier) : StateP
     follow(view.playbackProgress);
 }
 
-bool PreviewState::shown() const {
-    return view().selectedTrack.get().has_value();
-}
-
 QString PreviewState::title() const {
     const auto& track = view().selectedTrack.get();
     return track ? "Now Playing: " + toQString(track->path) : QString();
-}
-
-double PreviewState::progress() const {
-    return view().playbackProgress.get();
 }
 
 QString PreviewState::position() const {
@@ -35,10 +27,6 @@ QString PreviewState::position() const {
 QString PreviewState::length() const {
     const auto& track = view().selectedTrack.get();
     return track ? toQString(lengthLabel(view(), *track)) : QString();
-}
-
-void PreviewState::moveTo(double progress) {
-    view().playbackProgress.set(progress);
 }
 
 void PreviewState::seekTo(double progress) {

@@ -20,14 +20,14 @@ class PreviewState : public orvalen::StateProperties {
 public:
     PreviewState(ContentView& view, ChangeNotifier& notifier);
 
-    bool shown() const;
+    bool shown() const { return view().selectedTrack.get().has_value(); }
     QString title() const;
-    double progress() const;
+    double progress() const { return view().playbackProgress.get(); }
     QString position() const;
     QString length() const;
 
     /// The slider is being dragged: only the field follows.
-    Q_INVOKABLE void moveTo(double progress);
+    Q_INVOKABLE void moveTo(double progress) { view().playbackProgress.set(progress); }
     /// The slider was let go: the player follows too.
     Q_INVOKABLE void seekTo(double progress);
     /// A share of the length on from where the player is, or back; not past either end.

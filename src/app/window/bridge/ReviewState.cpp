@@ -43,24 +43,8 @@ void ReviewState::refresh() {
     emit changed();
 }
 
-bool ReviewState::shown() const {
-    return view().showResultsPage.get();
-}
-
 QString ReviewState::summary() const {
     return toQString(selectionSummary(view().matchedTracks.get()));
-}
-
-bool ReviewState::autoSaving() const {
-    return view().isAutoSaving.get();
-}
-
-void ReviewState::close() {
-    view().showResultsPage.set(false);
-}
-
-void ReviewState::includeAll(bool include) {
-    decisions_.includeAll(include);
 }
 
 void ReviewState::include(int row, bool include) {

@@ -23,12 +23,12 @@ public:
     ReviewState(ContentView& view, ChangeNotifier& notifier);
 
     MatchedTracksModel* rows() { return &rows_; }
-    bool shown() const;
+    bool shown() const { return view().showResultsPage.get(); }
     QString summary() const;
-    bool autoSaving() const;
+    bool autoSaving() const { return view().isAutoSaving.get(); }
 
-    Q_INVOKABLE void close();
-    Q_INVOKABLE void includeAll(bool include);
+    Q_INVOKABLE void close() { view().showResultsPage.set(false); }
+    Q_INVOKABLE void includeAll(bool include) { decisions_.includeAll(include); }
     Q_INVOKABLE void include(int row, bool include);
     Q_INVOKABLE void choose(int row, int option);
     /// Where the row's candidates lie: their names may be the same.

@@ -19,10 +19,6 @@ QString UpdateState::footer() const {
            toQString(infoString(bundle, "CFBundleVersion")) + ")";
 }
 
-bool UpdateState::shown() const {
-    return view().showUpdateAlert.get() && view().remoteInfo.get().has_value();
-}
-
 QString UpdateState::notes() const {
     const auto& info = view().remoteInfo.get();
     return info && info->notes ? toQString(*info->notes) : "A new version is available.";
@@ -32,10 +28,6 @@ void UpdateState::download() {
     if (const auto& info = view().remoteInfo.get())
         openDownloadPage(view().platform, *info);
     dismiss();
-}
-
-void UpdateState::dismiss() {
-    view().showUpdateAlert.set(false);
 }
 
 } // namespace orvalen

@@ -19,11 +19,11 @@ public:
     UpdateState(ContentView& view, ChangeNotifier& notifier);
 
     QString footer() const;
-    bool shown() const;
+    bool shown() const { return view().showUpdateAlert.get() && view().remoteInfo.get().has_value(); }
     QString notes() const;
 
     Q_INVOKABLE void download();
-    Q_INVOKABLE void dismiss();
+    Q_INVOKABLE void dismiss() { view().showUpdateAlert.set(false); }
 };
 
 } // namespace orvalen

@@ -145,40 +145,8 @@ void WantedState::paste(int from, int to, bool markedElsewhere) {
     }
 }
 
-void WantedState::clearList() {
-    view().matchInput.set({});
-}
-
-int WantedState::inputMode() const {
-    return static_cast<int>(view().inputMode.get());
-}
-
-void WantedState::setInputMode(int mode) {
-    view().inputMode.set(static_cast<InputMode>(mode));
-}
-
-int WantedState::formatIndex() const {
-    return view().matchInputFormat.get() == artistTitleFormat ? 0 : 1;
-}
-
 void WantedState::setFormatIndex(int index) {
     view().matchInputFormat.set(index == 0 ? artistTitleFormat : titleArtistFormat);
-}
-
-QString WantedState::spotifyAddress() const {
-    return toQString(view().spotifyURLInput.get());
-}
-
-void WantedState::setSpotifyAddress(const QString& address) {
-    view().spotifyURLInput.set(toUtf8(address));
-}
-
-bool WantedState::ignoreDoNotPlay() const {
-    return view().ignoreDoNotPlay.get();
-}
-
-void WantedState::setIgnoreDoNotPlay(bool ignore) {
-    view().ignoreDoNotPlay.set(ignore);
 }
 
 bool WantedState::canMatch() const {
@@ -195,36 +163,12 @@ bool WantedState::canMatch() const {
     return false;
 }
 
-bool WantedState::canReturn() const {
-    return !view().matchedTracks.get().empty() && !view().showResultsPage.get();
-}
-
-bool WantedState::matching() const {
-    return view().isMatching.get();
-}
-
-QString WantedState::matchingText() const {
-    return "Matching " + toQString(view().scanningFileName.get()) + "…";
-}
-
-bool WantedState::matchBarVisible() const {
-    return matchProgress() > 0 && matchProgress() < 1;
-}
-
-double WantedState::matchProgress() const {
-    return view().matchProgress.get();
-}
-
 void WantedState::match() {
     later([this](ContentView& state) {
         commitEdits();
         if (canMatch())
             startMatching(state);
     });
-}
-
-void WantedState::showResults() {
-    view().showResultsPage.set(true);
 }
 
 void WantedState::importDJEP() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/window/bridge/QtText.h"
 #include "app/window/bridge/StateProperties.h"
 
 #include <QQuickItem>
@@ -34,33 +35,33 @@ public:
     WantedState(ContentView& view, ChangeNotifier& notifier);
 
     /// 0 track list, 1 playlist address, 2 DJEP file.
-    int inputMode() const;
-    void setInputMode(int mode);
+    int inputMode() const { return static_cast<int>(view().inputMode.get()); }
+    void setInputMode(int mode) { view().inputMode.set(static_cast<InputMode>(mode)); }
     /// 0 artist first, 1 title first.
-    int formatIndex() const;
+    int formatIndex() const { return view().matchInputFormat.get() == artistTitleFormat ? 0 : 1; }
     void setFormatIndex(int index);
-    QString spotifyAddress() const;
-    void setSpotifyAddress(const QString& address);
-    bool ignoreDoNotPlay() const;
-    void setIgnoreDoNotPlay(bool ignore);
+    QString spotifyAddress() const { return toQString(view().spotifyURLInput.get()); }
+    void setSpotifyAddress(const QString& address) { view().spotifyURLInput.set(toUtf8(address)); }
+    bool ignoreDoNotPlay() const { return view().ignoreDoNotPlay.get(); }
+    void setIgnoreDoNotPlay(bool ignore) { view().ignoreDoNotPlay.set(ignore); }
     /// The state's list would take the editor minutes to lay out, so it shows none.
     bool tooLongToShow() const { return tooLongToShow_; }
     bool canMatch() const;
     /// Whether there are results whose page is closed.
-    bool canReturn() const;
-    bool matching() const;
-    QString matchingText() const;
-    bool matchBarVisible() const;
-    double matchProgress() const;
+    bool canReturn() const { return !view().matchedTracks.get().empty() && !view().showResultsPage.get(); }
+    bool matching() const { return view().isMatching.get(); }
+    QString matchingText() const { return "Matching " + toQString(view().scanningFileName.get()) + "…"; }
+    bool matchBarVisible() const { return matchProgress() > 0 && matchProgress() < 1; }
+    double matchProgress() const { return view().matchProgress.get(); }
 
     /// Follows the editor's document from now on and asks for it to be filled.
     Q_INVOKABLE void edit(QQuickTextDocument* document, QQuickItem* editor);
     /// Replaces a part of the editor's text by the clipboard's text, or by what is marked elsewhere. A text
     /// that is too long to show becomes the whole list, and so does every paste over such a list.
     Q_INVOKABLE void paste(int from, int to, bool markedElsewhere);
-    Q_INVOKABLE void clearList();
+    Q_INVOKABLE void clearList() { view().matchInput.set({}); }
     Q_INVOKABLE void match();
-    Q_INVOKABLE void showResults();
+    Q_INVOKABLE void showResults() { view().showResultsPage.set(true); }
     Q_INVOKABLE void importDJEP();
 
     /// Hands what was typed to the state now.
