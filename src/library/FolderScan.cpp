@@ -10,6 +10,7 @@
 #include "library/PlaylistDatabaseManager.h"
 #include "platform/Dialogs.h"
 #include "platform/MainQueue.h"
+#include "platform/MediaAsset.h"
 #include "platform/Sound.h"
 #include "platform/WorkerQueue.h"
 
@@ -33,12 +34,15 @@ public:
     /// Main thread: the choices that it keeps are those of its start.
     Scan(ContentView& view, std::vector<std::string> folders)
         : view_(view), platform_(view.platform), walk_(std::move(folders), view.platform.console),
+          readAhead_(view.platform.mediaAssets.startReadAhead()),
           preferred_(view.database().wholePreferredMatches()) {}
 
     /// Reads one folder, or the tags of one file; false when the scan is over. Tag queue.
     bool step();
 
 private:
+    void expectFiles(const std::vector<std::string>& items);
+    void passFile();
     void beginReading();
     bool readNextFile();
     void report(std::size_t item);
@@ -47,6 +51,10 @@ private:
     ContentView& view_;
     Platform& platform_;
     FolderWalk walk_;
+    /// Begins with the first files while the folders are still listed.
+    std::unique_ptr<MediaReadAhead> readAhead_;
+    std::size_t expected_ = 0;   ///< number of items whose audio files are expected
+    std::size_t filesAhead_ = 0; ///< expected files that are not yet read
     bool isListed_ = false;
     std::vector<std::string> items_;
     std::size_t nextItem_ = 0;
@@ -56,7 +64,9 @@ private:
 
 bool Scan::step() {
     if (!isListed_) {
-        if (!walk_.step())
+        const bool goesOn = walk_.step();
+        expectFiles(walk_.items());
+        if (!goesOn)
             beginReading();
         return true;
     }
@@ -64,6 +74,22 @@ bool Scan::step() {
         return true;
     complete();
     return false;
+}
+
+void Scan::expectFiles(const std::vector<std::string>& items) {
+    for (; readAhead_ && expected_ < items.size() && filesAhead_ < MediaReadAhead::mostFiles; ++expected_)
+        if (isAudio(items[expected_])) {
+            readAhead_->expect(items[expected_]);
+            ++filesAhead_;
+        }
+}
+
+void Scan::passFile() {
+    if (!readAhead_)
+        return;
+    readAhead_->passOne();
+    --filesAhead_;
+    expectFiles(items_);
 }
 
 void Scan::beginReading() {
@@ -76,8 +102,10 @@ bool Scan::readNextFile() {
     while (nextItem_ < items_.size()) {
         const std::size_t item = nextItem_++;
         const bool audio = isAudio(items_[item]);
-        if (audio)
+        if (audio) {
             tracks_.fileTrack(readTrackMetadata(platform_.mediaAssets, platform_.console, items_[item]));
+            passFile();
+        }
         report(item);
         if (audio)
             return true;

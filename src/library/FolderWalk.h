@@ -21,6 +21,8 @@ public:
 
     /// Goes on until one more folder has been read; false when everything is listed.
     bool step();
+    /// The absolute paths listed so far; more are appended.
+    const std::vector<std::string>& items() const { return items_; }
     /// Absolute paths; call when step() has given false.
     std::vector<std::string> takeItems() { return std::move(items_); }
 

@@ -30,12 +30,28 @@ public:
     virtual Expected<std::vector<MetadataItem>> id3Metadata() = 0;
 };
 
+/// Asks the system to have the tags of files at hand before a single reader opens them. Errors are ignored.
+/// One thread; no call waits for a drive.
+class MediaReadAhead {
+public:
+    virtual ~MediaReadAhead() = default;
+    /// The caller expects at most so many files that the reader has not passed.
+    static constexpr std::size_t mostFiles = 256;
+
+    /// Appends a file to those that the reader will open, in this order.
+    virtual void expect(const std::string& path) = 0;
+    /// Tells that the reader has done with the next expected file.
+    virtual void passOne() = 0;
+};
+
 /// Opens assets. Any thread, one file at a time.
 class MediaAssets {
 public:
     virtual ~MediaAssets() = default;
     /// Never null; a file that cannot be opened answers its first load with the error.
     virtual std::unique_ptr<MediaAsset> open(const std::string& path) = 0;
+    /// Starts to read ahead for one reader until the result is deleted. Null where that has no use.
+    virtual std::unique_ptr<MediaReadAhead> startReadAhead() { return nullptr; }
 };
 
 } // namespace orvalen

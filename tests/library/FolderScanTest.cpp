@@ -124,6 +124,19 @@ TEST_F(FolderScan, KeepsPreferredMatchesThatItCouldNotReadAtItsStart) {
     EXPECT_THAT(world.database().allPreferredMatches(), ElementsAre(Pair("before", "/b.mp3")));
 }
 
+TEST_F(FolderScan, AnnouncesEachAudioFileInTheOrderOfReadingWhileFoldersAreStillListed) {
+    for (const char* file : {"a/1.mp3", "a/2.txt", "a/3.wav", "b/4.mp3"})
+        music.write(file);
+    scanLibrary(world.view);
+    for (int step = 0; step < 3; ++step) // the music folder, "a", "b"
+        world.tagQueue.runOne();
+    EXPECT_EQ(world.mediaAssets.expected.size(), 2U);
+    EXPECT_THAT(world.mediaAssets.opened, IsEmpty());
+    world.settle();
+    EXPECT_EQ(world.mediaAssets.expected, world.mediaAssets.opened);
+    EXPECT_EQ(world.mediaAssets.passed, 3U);
+}
+
 TEST_F(FolderScan, AFileThatIsBrowsedToNeedNotWaitForTheWholeScan) {
     for (int i = 0; i < 10; ++i)
         music.write(std::to_string(i) + ".mp3");

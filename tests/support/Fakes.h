@@ -82,8 +82,20 @@ public:
         return std::make_unique<Asset>(tags[path]);
     }
 
+    std::unique_ptr<MediaReadAhead> startReadAhead() override {
+        struct ReadAhead : MediaReadAhead {
+            explicit ReadAhead(FakeMediaAssets& assets_) : assets(assets_) {}
+            void expect(const std::string& path) override { assets.expected.push_back(path); }
+            void passOne() override { ++assets.passed; }
+            FakeMediaAssets& assets;
+        };
+        return std::make_unique<ReadAhead>(*this);
+    }
+
     std::map<std::string, FakeTags> tags; ///< a path without tags has none
     std::vector<std::string> opened;
+    std::vector<std::string> expected; ///< announced to be read
+    std::size_t passed = 0;            ///< of them, done with
 };
 
 /// What a fake player did and what it reports; outlives the player so that a test can ask afterwards.

@@ -1,6 +1,7 @@
 #include "platform/tags/FileMediaAssets.h"
 
 #include "platform/tags/FileTags.h"
+#include "platform/tags/ReadAhead.h"
 
 #include <exception>
 #include <optional>
@@ -58,6 +59,10 @@ private:
 
 std::unique_ptr<MediaAsset> FileMediaAssets::open(const std::string& path) {
     return std::make_unique<FileMediaAsset>(path);
+}
+
+std::unique_ptr<MediaReadAhead> FileMediaAssets::startReadAhead() {
+    return std::make_unique<ReadAhead>();
 }
 
 } // namespace orvalen

@@ -9,6 +9,7 @@ namespace orvalen {
 class FileMediaAssets : public MediaAssets {
 public:
     std::unique_ptr<MediaAsset> open(const std::string& path) override;
+    std::unique_ptr<MediaReadAhead> startReadAhead() override;
 };
 
 } // namespace orvalen
