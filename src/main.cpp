@@ -80,6 +80,8 @@ int main(int argc, char** argv) {
     program.window.show();
     serveOnceShown(bus, program);
 
-    // Quitting writes nothing and waits for nothing: a scan of a slow drive may be in the middle of a file.
-    std::_Exit(QApplication::exec());
+    // Quitting waits for no worker: a scan of a slow drive may be in the middle of a file.
+    const int result = QApplication::exec();
+    program.console.flush();
+    std::_Exit(result);
 }

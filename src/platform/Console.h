@@ -4,7 +4,8 @@
 
 namespace orvalen {
 
-/// The diagnostic output: one line a message. Any thread; lines never mix.
+/// The diagnostic output: one line for each message. Thread-safe; lines never mix. A line may be written
+/// after the call has returned, and may be lost when nobody reads the output.
 class Console {
 public:
     virtual ~Console() = default;

@@ -1,6 +1,8 @@
 #include "platform/system/StandardConsole.h"
 
 #include <algorithm>
+#include <chrono>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <map>
 #include <sstream>
@@ -12,6 +14,9 @@
 namespace orvalen::test {
 namespace {
 
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
 struct Pipe {
     Pipe() { EXPECT_EQ(::pipe(ends), 0); }
     ~Pipe() {
@@ -20,6 +25,15 @@ struct Pipe {
     }
     int writer() const { return ends[1]; }
     void closeReader() { ::close(std::exchange(ends[0], -1)); }
+    /// Fills the pipe, so that the next write has to wait; returns how many bytes were written.
+    std::size_t fill() {
+        ::fcntl(ends[1], F_SETFL, O_NONBLOCK);
+        std::size_t written = 0;
+        while (::write(ends[1], "x", 1) == 1)
+            ++written;
+        ::fcntl(ends[1], F_SETFL, 0);
+        return written;
+    }
     /// What is there; waits for as much as this.
     std::string read(std::size_t least) {
         std::string text;
@@ -30,17 +44,38 @@ struct Pipe {
         }
         return text;
     }
+    /// What is there up to and with the text.
+    std::string readUntil(std::string_view end) {
+        std::string text = read(1);
+        while (text.find(end) == std::string::npos)
+            text += read(1);
+        return text;
+    }
 
     int ends[2] = {-1, -1};
 };
 
-TEST(StandardConsole, WritesEachMessageAsOneLineAtOnce) {
+TEST(StandardConsole, WritesEachMessageAsOneLine) {
+    const struct {
+        std::string_view message;
+        std::string_view line;
+    } cases[] = {
+        {"✅ Persistent library saved to /home/dj/Größe", "✅ Persistent library saved to /home/dj/Größe\n"},
+        {"", "\n"},
+        {"Error: first\nsecond\r\nthird", "Error: first second  third\n"},
+        {"tab\tstays, \x1B[2J and \x07 and \x7F do not",
+         "tab\tstays, \\u001B[2J and \\u0007 and \\u007F do not\n"},
+        {"\u009B31m, \u0085, but \u00A0 and é", "\\u009B31m, \\u0085, but \u00A0 and é\n"},
+        {"raw \x9B"
+         "31m",
+         "raw \uFFFD31m\n"},
+    };
     Pipe pipe;
     StandardConsole console(pipe.writer());
-    console.line("✅ Persistent library saved to /home/dj/Größe");
-    console.line("");
-    console.line("Error: first\nsecond\r\nthird");
-    EXPECT_EQ(pipe.read(1), "✅ Persistent library saved to /home/dj/Größe\n\nError: first second  third\n");
+    for (const auto& c : cases) {
+        console.line(c.message);
+        EXPECT_EQ(pipe.read(c.line.size()), c.line);
+    }
 }
 
 TEST(StandardConsole, LinesOfSeveralThreadsNeverMix) {
@@ -64,12 +99,54 @@ TEST(StandardConsole, LinesOfSeveralThreadsNeverMix) {
         EXPECT_EQ(count, lines) << line.substr(0, 10);
 }
 
+TEST(StandardConsole, LeavesOutTheNewestLinesWhileNobodyReads) {
+    constexpr int lines = 5000;
+    Pipe pipe;
+    const std::size_t filled = pipe.fill();
+    StandardConsole console(pipe.writer());
+    const auto start = Clock::now();
+    for (int i = 0; i < lines; ++i)
+        console.line(std::to_string(i) + std::string(1000, '.'));
+    EXPECT_LT(Clock::now() - start, 1s) << "the caller waits once";
+
+    std::istringstream stream(pipe.readUntil("left out\n").substr(filled));
+    int kept = 0;
+    std::string line;
+    while (std::getline(stream, line) && line == std::to_string(kept) + std::string(1000, '.'))
+        ++kept;
+    EXPECT_GT(kept, 900) << "a megabyte is queued";
+    EXPECT_EQ(line, std::to_string(lines - kept) + " lines left out");
+    EXPECT_FALSE(std::getline(stream, line));
+    console.line("afterwards");
+    EXPECT_EQ(pipe.readUntil("\n"), "afterwards\n");
+}
+
+TEST(StandardConsole, WritesTheQueueAtTheEndButNeverWaitsLongForIt) {
+    Pipe pipe;
+    const std::size_t filled = pipe.fill();
+    auto console = std::make_unique<StandardConsole>(pipe.writer());
+    console->line("queued");
+    {
+        const std::jthread reader([&] {
+            std::this_thread::sleep_for(50ms);
+            EXPECT_EQ(pipe.read(filled + 7).substr(filled), "queued\n");
+        });
+        console->flush();
+    }
+    pipe.fill();
+    console->line("stuck");
+    const auto start = Clock::now();
+    console.reset();
+    EXPECT_LT(Clock::now() - start, 1500ms);
+}
+
 TEST(StandardConsole, SurvivesAReaderThatHasGone) {
     Pipe pipe;
     pipe.closeReader();
     StandardConsole console(pipe.writer());
     console.line("nobody reads this");
     console.line("nor this");
+    console.flush();
 }
 
 } // namespace

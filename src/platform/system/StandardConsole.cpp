@@ -1,63 +1,194 @@
 #include "platform/system/StandardConsole.h"
 
+#include "core/Text.h"
+
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <chrono>
+#include <condition_variable>
 #include <csignal>
-#include <ctime>
+#include <cstdio>
+#include <deque>
+#include <mutex>
+#include <poll.h>
 #include <string>
 #include <unistd.h>
+#include <utility>
 
 namespace orvalen {
 namespace {
 
-/// Keeps the signal of a closed pipe from this thread. One that arose meanwhile is taken back, unless it was
-/// waiting already; the rest of the program, and what it starts, keep their own ways with the signal.
-class WithoutPipeSignal {
-public:
-    WithoutPipeSignal() {
-        sigset_t waiting;
-        sigemptyset(&waiting);
-        sigpending(&waiting);
-        wasWaiting_ = sigismember(&waiting, SIGPIPE) == 1;
-        sigemptyset(&pipeSignal_);
-        sigaddset(&pipeSignal_, SIGPIPE);
-        pthread_sigmask(SIG_BLOCK, &pipeSignal_, &before_);
-    }
-    ~WithoutPipeSignal() {
-        const timespec atOnce{};
-        if (!wasWaiting_)
-            sigtimedwait(&pipeSignal_, nullptr, &atOnce);
-        pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-    }
-    WithoutPipeSignal(const WithoutPipeSignal&) = delete;
-    WithoutPipeSignal& operator=(const WithoutPipeSignal&) = delete;
+constexpr std::size_t queueLimit = std::size_t{1} << 20; ///< bytes
+/// Bytes for one call of the system: small, so that a slow reader's progress is noticed.
+constexpr std::size_t writeLimit = std::size_t{16} * 1024;
+constexpr std::chrono::milliseconds roomLimit{100};
+constexpr std::chrono::seconds flushLimit{1};
 
-private:
-    sigset_t pipeSignal_{};
-    sigset_t before_{};
-    bool wasWaiting_ = false;
-};
+bool isControl(unsigned char byte) {
+    return (byte < 0x20 && byte != '\t') || byte == 0x7F;
+}
+
+/// Whether a C1 control character (U+0080 to U+009F) begins at the index.
+bool isSecondControl(std::string_view text, std::size_t index) {
+    return text[index] == '\xC2' && index + 1 < text.size() &&
+           static_cast<unsigned char>(text[index + 1]) < 0xA0;
+}
+
+std::string escaped(unsigned code) {
+    std::array<char, 8> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "\\u%04X", code);
+    return buffer.data();
+}
+
+std::string singleLine(std::string_view text) {
+    if (!isValidUtf8(text))
+        return singleLine(toValidUtf8(text));
+    std::string line;
+    line.reserve(text.size() + 1);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if (byte == '\n' || byte == '\r')
+            line += ' ';
+        else if (isControl(byte))
+            line += escaped(byte);
+        else if (isSecondControl(text, i))
+            line += escaped(static_cast<unsigned char>(text[++i]));
+        else
+            line += text[i];
+    }
+    return line += '\n';
+}
+
+/// Writes all bytes; gives up on an error, as when the reader has gone.
+void writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), std::min(bytes.size(), writeLimit));
+        if (written >= 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno == EAGAIN) { // another program set the shared descriptor to non-blocking
+            pollfd room{descriptor, POLLOUT, 0};
+            ::poll(&room, 1, -1);
+        } else if (errno != EINTR) {
+            return;
+        }
+    }
+}
 
 } // namespace
 
+/// The queue and the work of the thread that empties it.
+class StandardConsole::Writer {
+public:
+    explicit Writer(int descriptor) : descriptor_(descriptor) {}
+
+    void put(std::string line) {
+        std::unique_lock lock(mutex_);
+        if (isFull() && !stalled_)
+            stalled_ = !room_.wait_for(lock, roomLimit, [this] { return !isFull(); });
+        if (isFull()) {
+            ++leftOut_;
+            return;
+        }
+        queueNotice();
+        push(std::move(line));
+        lock.unlock();
+        work_.notify_one();
+    }
+
+    bool waitUntilWritten() {
+        std::unique_lock lock(mutex_);
+        return written_.wait_for(lock, flushLimit, [this] { return isDone(); });
+    }
+
+    void stop() {
+        const std::lock_guard lock(mutex_);
+        stopping_ = true;
+        work_.notify_one();
+    }
+
+    void run() {
+        // Signals are for the other threads; above all, a closed pipe must not end the program.
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_BLOCK, &all, nullptr);
+
+        std::unique_lock lock(mutex_);
+        for (;;) {
+            work_.wait(lock, [this] { return !lines_.empty() || leftOut_ > 0 || stopping_; });
+            const std::string batch = takeBatch();
+            if (batch.empty())
+                return;
+            isWriting_ = true;
+            lock.unlock();
+            room_.notify_all();
+            writeAll(descriptor_, batch);
+            lock.lock();
+            isWriting_ = stalled_ = false;
+            if (isDone())
+                written_.notify_all();
+        }
+    }
+
+private:
+    bool isFull() const { return queued_ >= queueLimit; }
+    bool isDone() const { return lines_.empty() && leftOut_ == 0 && !isWriting_; }
+
+    void push(std::string line) {
+        queued_ += line.size();
+        lines_.push_back(std::move(line));
+    }
+
+    void queueNotice() {
+        if (const auto count = std::exchange(leftOut_, 0))
+            push(std::to_string(count) + (count == 1 ? " line left out\n" : " lines left out\n"));
+    }
+
+    /// Whole lines from the front of the queue; empty when nothing is queued.
+    std::string takeBatch() {
+        std::string batch;
+        if (lines_.empty())
+            queueNotice();
+        while (!lines_.empty() && (batch.empty() || batch.size() + lines_.front().size() <= writeLimit)) {
+            batch += lines_.front();
+            lines_.pop_front();
+        }
+        queued_ -= batch.size();
+        return batch;
+    }
+
+    const int descriptor_;
+    std::mutex mutex_; ///< guards everything below
+    std::condition_variable work_;
+    std::condition_variable room_;
+    std::condition_variable written_;
+    std::deque<std::string> lines_;
+    std::size_t queued_ = 0; ///< bytes in lines_
+    std::size_t leftOut_ = 0;
+    bool stalled_ = false; ///< a line waited in vain, and nothing was written since
+    bool isWriting_ = false;
+    bool stopping_ = false;
+};
+
 StandardConsole::StandardConsole() : StandardConsole(STDOUT_FILENO) {}
 
-void StandardConsole::line(std::string_view text) {
-    std::string bytes(text);
-    std::replace_if(
-        bytes.begin(), bytes.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    bytes += '\n';
+StandardConsole::StandardConsole(int descriptor)
+    : writer_(std::make_shared<Writer>(descriptor)), thread_([writer = writer_] { writer->run(); }) {}
 
-    const std::lock_guard lock(mutex_);
-    const WithoutPipeSignal guard;
-    for (std::string_view rest = bytes; !rest.empty();) {
-        const ssize_t written = ::write(descriptor_, rest.data(), rest.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return;
-        rest.remove_prefix(static_cast<std::size_t>(written));
-    }
+StandardConsole::~StandardConsole() {
+    writer_->stop();
+    if (writer_->waitUntilWritten())
+        thread_.join();
+    else
+        thread_.detach();
+}
+
+void StandardConsole::line(std::string_view text) {
+    writer_->put(singleLine(text));
+}
+
+void StandardConsole::flush() {
+    writer_->waitUntilWritten();
 }
 
 } // namespace orvalen
