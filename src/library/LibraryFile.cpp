@@ -23,9 +23,8 @@ void appendFolders(ContentView& view, const std::vector<Location>& folders) {
     if (folders.empty())
         return;
     view.musicFolderURLs.update([&](std::vector<Location>& listed) {
-        for (const Location& folder : folders)
-            if (view.platform.folderAccess.start(folder))
-                listed.push_back(folder);
+        for (const Location& folder : view.platform.folderAccess.startAll(folders))
+            listed.push_back(folder);
     });
 }
 

@@ -51,9 +51,8 @@ void addMusicLocations(ContentView& view) {
 
 void addMusicLocations(ContentView& view, const std::vector<Location>& locations) {
     view.musicFolderURLs.update([&](std::vector<Location>& listed) {
-        for (const Location& location : locations)
-            if (view.platform.folderAccess.start(location) &&
-                std::find(listed.begin(), listed.end(), location) == listed.end())
+        for (const Location& location : view.platform.folderAccess.startAll(locations))
+            if (std::find(listed.begin(), listed.end(), location) == listed.end())
                 listed.push_back(location);
     });
     saveFolderBookmarks(view);
@@ -89,12 +88,12 @@ void loadFolderBookmarks(ContentView& view) {
     if (!bookmarks)
         return;
     FolderAccess& access = view.platform.folderAccess;
-    std::vector<Location> restored;
+    std::vector<Location> resolved;
     for (const std::string& bookmark : *bookmarks)
-        if (const auto location = access.resolveBookmark(bookmark); location && access.start(*location))
-            restored.push_back(*location);
+        if (const auto location = access.resolveBookmark(bookmark))
+            resolved.push_back(*location);
     view.platform.mainQueue.post(
-        [&view, restored = std::move(restored)] { view.musicFolderURLs.set(restored); });
+        [&view, restored = access.startAll(resolved)] { view.musicFolderURLs.set(restored); });
 }
 
 } // namespace orvalen

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -127,6 +128,16 @@ protected:
         qputenv("HOME", folder.path().c_str());
         qunsetenv("XDG_CONFIG_HOME");
     }
+
+    ~QtDialogsTest() override {
+        EXPECT_TRUE(turnUntil([] {
+            const QWidgetList widgets = QApplication::topLevelWidgets();
+            return std::none_of(widgets.begin(), widgets.end(),
+                                [](const QWidget* widget) { return widget->inherits("QDialog"); });
+        })) << "a dialog was never deleted";
+    }
+    QtDialogsTest(const QtDialogsTest&) = delete;
+    QtDialogsTest& operator=(const QtDialogsTest&) = delete;
 
     /// The add dialog: files and folders together.
     std::vector<std::string> add(std::function<void(QDialog*)> act) {

@@ -24,6 +24,7 @@ class Journey:
         self.home = self.folder / "home"
         self.data = self.home / "data"
         self.screen = None
+        self.environment = {}  # of the program, beside that of the desktop
         self._desktop = VirtualDesktop(self.folder / "logs")
         self._process = None
         self._starts = 0
@@ -51,7 +52,8 @@ class Journey:
             HOME=str(self.home), XDG_DATA_HOME=str(self.data), XDG_CONFIG_HOME=str(self.home / "config"),
             XDG_CACHE_HOME=str(self.home / "cache"))
         with open(self._console_file(), "wb") as console, open(self.folder / "logs/program.log", "ab") as log:
-            self._process = subprocess.Popen([self.program], env=self._desktop.environment, cwd=self.home,
+            self._process = subprocess.Popen([self.program], env=self._desktop.environment | self.environment,
+                                             cwd=self.home,
                                              stdin=subprocess.DEVNULL, stdout=console, stderr=log)
         self.screen = Screen(self._desktop, self._process)
         wait_until(lambda: self.screen.application, "the program's accessibility tree", 60)

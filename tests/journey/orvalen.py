@@ -103,9 +103,13 @@ class Orvalen:
             self.screen.press("alt+y")
         self.screen.wait_until_gone("text", "File name:")
 
+    def press_play(self, row):
+        """Presses the button of the row's choice; whether it plays is another matter."""
+        self.screen.click(self._in_row(row, "Play"))
+
     def play(self, row):
         """Starts the preview of the row's choice."""
-        self.screen.click(self._in_row(row, "Play"))
+        self.press_play(row)
         wait_until(lambda: self._in_row(row, "Pause"), "the preview to play")
 
     def save_session(self, path):

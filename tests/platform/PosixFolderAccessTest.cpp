@@ -2,13 +2,18 @@
 
 #include "support/TemporaryFolder.h"
 
+#include <chrono>
 #include <filesystem>
+#include <future>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace orvalen::test {
 namespace {
 
+using namespace std::chrono_literals;
 using namespace std::string_view_literals;
+using Clock = std::chrono::steady_clock;
 
 TEST(PosixFolderAccess, StartsOnWhatIsThereAndCanBeRead) {
     TemporaryFolder folder;
@@ -27,6 +32,46 @@ TEST(PosixFolderAccess, StartsOnWhatIsThereAndCanBeRead) {
     PosixFolderAccess access;
     for (const auto& [path, starts] : cases)
         EXPECT_EQ(access.start({path}), starts) << path;
+}
+
+std::vector<std::string> paths(const std::vector<Location>& locations) {
+    std::vector<std::string> result;
+    for (const Location& location : locations)
+        result.push_back(location.path);
+    return result;
+}
+
+TEST(PosixFolderAccess, GrantsADriveThatDoesNotAnswerAndWaitsForItOnlyOnce) {
+    std::promise<void> awake;
+    std::shared_future<void> isAwake = awake.get_future().share();
+    PosixFolderAccess access([isAwake](const std::string& path) {
+        if (path.starts_with("/asleep"))
+            isAwake.wait();
+        return path == "/there";
+    });
+    std::vector<Location> locations{{"/there"}, {"/gone"}, {"relative"}};
+    for (int i = 0; i < 5; ++i)
+        locations.push_back({"/asleep/" + std::to_string(i)});
+    const std::vector<std::string> expected{"/there",    "/asleep/0", "/asleep/1",
+                                            "/asleep/2", "/asleep/3", "/asleep/4"};
+    const auto start = Clock::now();
+    EXPECT_EQ(paths(access.startAll(locations)), expected);
+    EXPECT_LT(Clock::now() - start, 1500ms);
+    const auto again = Clock::now();
+    EXPECT_EQ(paths(access.startAll(locations)), expected);
+    EXPECT_TRUE(access.start({"/asleep/0"}));
+    EXPECT_FALSE(access.start({"/gone"}));
+    EXPECT_LT(Clock::now() - again, 400ms);
+
+    std::vector<Location> many;
+    for (int i = 5; i < 20; ++i)
+        many.push_back({"/asleep/" + std::to_string(i)});
+    EXPECT_EQ(access.startAll(many), many) << "more than the threads that ask";
+    awake.set_value();
+    const auto limit = Clock::now() + 5s;
+    while (access.start({"/asleep/0"}) && Clock::now() < limit)
+        std::this_thread::yield();
+    EXPECT_LT(Clock::now(), limit) << "an answer counts when it comes";
 }
 
 TEST(PosixFolderAccess, ABookmarkBringsItsLocationBackEvenWhileTheDiskIsAway) {

@@ -1,6 +1,7 @@
 #include "platform/desktop/MpvAudioPlayers.h"
 
 #include "platform/desktop/MpvCore.h"
+#include "platform/system/DetachedQueue.h"
 #include "platform/tags/ByteSource.h"
 
 #include <algorithm>
@@ -14,7 +15,16 @@ namespace orvalen {
 
 namespace {
 
-constexpr std::chrono::seconds openLimit{3};
+using Clock = std::chrono::steady_clock;
+
+/// For opening a file. Asking its folder for access may have taken half a second of the three that a user
+/// waits.
+constexpr std::chrono::milliseconds openLimit{2500};
+
+std::chrono::milliseconds timeLeft(Clock::time_point deadline) {
+    return std::max(std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()),
+                    std::chrono::milliseconds(0));
+}
 
 /// How long the clock goes on from one answer of the core.
 constexpr std::chrono::milliseconds answerLife{200};
@@ -31,17 +41,17 @@ std::string toText(double seconds) {
 /// each question is answered from the last answer of the core and the clock.
 class MpvAudioPlayer : public AudioPlayer {
 public:
-    Expected<void> open(std::string path) {
+    Expected<void> open(std::string path, std::chrono::milliseconds limit) {
         path_ = std::move(path);
         core_.observeFlag("eof-reached");
-        return load(0);
+        return load(0, limit);
     }
 
     void prepareToPlay() override {}
 
     void play() override {
         followEvents();
-        if (!loaded_ && !load(position_.seconds))
+        if (!loaded_ && !load(position_.seconds, openLimit))
             return;
         if (isAtEnd())
             seek(0);
@@ -93,17 +103,15 @@ public:
     double duration() const override { return duration_; }
 
 private:
-    using Clock = std::chrono::steady_clock;
-
     /// Where the playback stood at a time.
     struct Position {
         double seconds = 0;
         Clock::time_point at = Clock::now();
     };
 
-    Expected<void> load(double start) {
+    Expected<void> load(double start, std::chrono::milliseconds limit) {
         core_.set("start", toText(start).c_str());
-        if (auto loaded = core_.load(path_, openLimit); !loaded)
+        if (auto loaded = core_.load(path_, limit); !loaded)
             return loaded;
         loaded_ = true;
         ended_ = false;
@@ -192,15 +200,20 @@ private:
 } // namespace
 
 Expected<std::unique_ptr<AudioPlayer>> MpvAudioPlayers::open(const std::string& path) {
-    if (const auto file = openRegularFile(path); !file)
-        return tl::make_unexpected(file.error());
+    const auto deadline = Clock::now() + openLimit;
+    DetachedQueue queue;
+    const auto file = queue.ask(openLimit, [path] { return openRegularFile(path); });
+    if (!file)
+        return failure("The drive does not answer");
+    if (!*file)
+        return tl::make_unexpected(file->error());
     std::error_code error;
     // An absolute path is never taken for an address.
     const std::filesystem::path absolute = std::filesystem::absolute(path, error);
     if (error)
         return failure(error.message());
     auto player = std::make_unique<MpvAudioPlayer>();
-    if (auto opened = player->open(absolute.string()); !opened)
+    if (auto opened = player->open(absolute.string(), timeLeft(deadline)); !opened)
         return tl::make_unexpected(opened.error());
     return player;
 }

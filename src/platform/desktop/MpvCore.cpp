@@ -10,6 +10,9 @@ namespace orvalen {
 
 namespace {
 
+constexpr std::chrono::milliseconds answerLimit{500};
+constexpr std::chrono::milliseconds endLimit{300};
+
 struct Option {
     const char* name;
     const char* value;
@@ -87,6 +90,20 @@ mpv_handle* start() {
     return nullptr;
 }
 
+template <typename Value>
+std::optional<Value> read(DetachedQueue& calls, mpv_handle* handle, const char* property, mpv_format format) {
+    if (!handle)
+        return std::nullopt;
+    const auto value =
+        calls.ask(answerLimit, [handle, property = std::string(property), format]() -> std::optional<Value> {
+            Value result{};
+            if (mpv_get_property(handle, property.c_str(), format, &result) < 0)
+                return std::nullopt;
+            return result;
+        });
+    return value.value_or(std::nullopt);
+}
+
 } // namespace
 
 MpvCore::MpvCore() : handle_(start()) {
@@ -97,15 +114,25 @@ MpvCore::MpvCore() : handle_(start()) {
 }
 
 MpvCore::~MpvCore() {
-    if (handle_)
-        mpv_terminate_destroy(handle_);
+    if (!handle_)
+        return;
+    mpv_set_wakeup_callback(handle_, nullptr, nullptr);
+    calls_.ask(endLimit, [handle = handle_] {
+        mpv_terminate_destroy(handle);
+        return true;
+    });
 }
 
 void MpvCore::command(std::initializer_list<const char*> arguments) {
-    std::vector<const char*> terminated(arguments);
-    terminated.push_back(nullptr);
-    if (handle_)
-        mpv_command(handle_, terminated.data());
+    if (!handle_)
+        return;
+    calls_.post([handle = handle_, words = std::vector<std::string>(arguments.begin(), arguments.end())] {
+        std::vector<const char*> terminated;
+        for (const std::string& word : words)
+            terminated.push_back(word.c_str());
+        terminated.push_back(nullptr);
+        mpv_command(handle, terminated.data());
+    });
 }
 
 Expected<void> MpvCore::load(const std::string& location, std::chrono::milliseconds limit) {
@@ -121,7 +148,7 @@ Expected<void> MpvCore::awaitLoaded(std::chrono::milliseconds limit) {
     for (;;) {
         const std::chrono::duration<double> left = deadline - std::chrono::steady_clock::now();
         if (left.count() <= 0)
-            return failure("The file takes too long to open");
+            return failure("The drive does not answer");
         const mpv_event* event = mpv_wait_event(handle_, left.count());
         if (event->event_id == MPV_EVENT_START_FILE)
             started = true;
@@ -134,23 +161,20 @@ Expected<void> MpvCore::awaitLoaded(std::chrono::milliseconds limit) {
     }
 }
 
-std::optional<double> MpvCore::number(const char* property) const {
-    double value = 0;
-    if (!handle_ || mpv_get_property(handle_, property, MPV_FORMAT_DOUBLE, &value) < 0)
-        return {};
-    return value;
+std::optional<double> MpvCore::number(const char* property) {
+    return read<double>(calls_, handle_, property, MPV_FORMAT_DOUBLE);
 }
 
-std::optional<bool> MpvCore::flag(const char* property) const {
-    int value = 0;
-    if (!handle_ || mpv_get_property(handle_, property, MPV_FORMAT_FLAG, &value) < 0)
-        return {};
-    return value != 0;
+std::optional<bool> MpvCore::flag(const char* property) {
+    const auto value = read<int>(calls_, handle_, property, MPV_FORMAT_FLAG);
+    return value ? std::optional(*value != 0) : std::nullopt;
 }
 
 void MpvCore::set(const char* property, const char* value) {
     if (handle_)
-        mpv_set_property_string(handle_, property, value);
+        calls_.post([handle = handle_, property = std::string(property), value = std::string(value)] {
+            mpv_set_property_string(handle, property.c_str(), value.c_str());
+        });
 }
 
 void MpvCore::requestNumber(const char* property) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Error.h"
+#include "platform/system/DetachedQueue.h"
 
 #include <atomic>
 #include <chrono>
@@ -14,25 +15,28 @@ struct mpv_event;
 namespace orvalen {
 
 /// One player of libmpv: sound only, no user configuration, no scripts, and nothing opened but what it is
-/// told to load. Plays silently, in real time, where no sound device is to be had. Main thread.
+/// told to load. Plays silently, in real time, without a sound device. Main thread.
+///
+/// libmpv answers calls on its own thread, which hangs while it waits for a drive. A background thread
+/// therefore makes the calls, in order, and the main thread waits only as long as stated here.
 class MpvCore {
 public:
     /// Needs the "C" locale for numbers, which it sets for the process.
     MpvCore();
+    /// Ends the player; waits at most 300 ms. One that hangs is left to the background.
     ~MpvCore();
     MpvCore(const MpvCore&) = delete;
     MpvCore& operator=(const MpvCore&) = delete;
 
-    /// False when libmpv could not be started; everything else then does nothing.
-    explicit operator bool() const { return handle_ != nullptr; }
-
+    /// Returns at once, as `set` does.
     void command(std::initializer_list<const char*> arguments);
     /// Loads the file and waits until it can be played, but no longer than the limit.
     Expected<void> load(const std::string& location, std::chrono::milliseconds limit);
 
-    /// Waits for the core; nothing when the property has no value now.
-    std::optional<double> number(const char* property) const;
-    std::optional<bool> flag(const char* property) const;
+    /// The property's value after the calls before; nullopt when it has none now, or when the player does not
+    /// answer within half a second.
+    std::optional<double> number(const char* property);
+    std::optional<bool> flag(const char* property);
     void set(const char* property, const char* value);
 
     // The core answers these with events, so that nobody waits for it.
@@ -47,7 +51,8 @@ public:
 private:
     Expected<void> awaitLoaded(std::chrono::milliseconds limit);
 
-    mpv_handle* handle_;
+    mpv_handle* handle_; ///< null when libmpv could not be started; every call then does nothing
+    DetachedQueue calls_;
     std::atomic<bool> news_ = true;
 };
 

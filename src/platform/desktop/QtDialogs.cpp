@@ -1,5 +1,6 @@
 #include "platform/desktop/QtDialogs.h"
 
+#include "platform/desktop/DialogEnd.h"
 #include "platform/desktop/DialogLook.h"
 #include "platform/desktop/FileTypes.h"
 #include "platform/desktop/LocationDialog.h"
@@ -109,7 +110,8 @@ std::vector<Location> QtDialogs::remembered(const QFileDialog& dialog, std::vect
 }
 
 std::vector<Location> QtDialogs::chooseToOpen(const OpenOptions& options) {
-    LocationDialog dialog(options, QString::fromStdString(folder_));
+    const OwnedDialog<LocationDialog> owned(new LocationDialog(options, QString::fromStdString(folder_)));
+    LocationDialog& dialog = *owned;
     prepareDialog(dialog);
     placeOverWindow(dialog);
     if (dialog.exec() != QDialog::Accepted)
@@ -120,19 +122,20 @@ std::vector<Location> QtDialogs::chooseToOpen(const OpenOptions& options) {
 void QtDialogs::chooseToOpenLater(const OpenOptions& options,
                                   std::function<void(std::vector<Location>)> answer) {
     auto* dialog = new LocationDialog(options, QString::fromStdString(folder_));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
     prepareDialog(*dialog);
     placeOverWindow(*dialog);
     QObject::connect(dialog, &QDialog::finished, dialog,
                      [this, dialog, answer = std::move(answer)](int code) {
                          answer(code == QDialog::Accepted ? remembered(*dialog, locations(dialog->chosen()))
                                                           : std::vector<Location>());
+                         deleteWhenIdle(dialog);
                      });
     dialog->show();
 }
 
 std::optional<Location> QtDialogs::chooseToSave(const SaveOptions& options) {
-    SaveDialog dialog(options.types);
+    const OwnedDialog<SaveDialog> owned(new SaveDialog(options.types));
+    SaveDialog& dialog = *owned;
     // Native dialogs may add an extension of their own and have no place for the message.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::HideNameFilterDetails);

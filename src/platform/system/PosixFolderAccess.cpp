@@ -2,9 +2,16 @@
 
 #include "core/Text.h"
 
+#include <algorithm>
+#include <condition_variable>
 #include <fcntl.h>
+#include <mutex>
+#include <optional>
+#include <set>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace orvalen {
 namespace {
@@ -12,20 +19,116 @@ namespace {
 /// What our bookmarks begin with; the digit at the end is the version of what follows.
 constexpr std::string_view bookmarkMark = "orvalen-location-1:";
 
+constexpr std::chrono::milliseconds oneLimit{500};
+constexpr std::chrono::seconds allLimit{1};
+/// Enough that some drives that hang do not keep the others from being asked.
+constexpr std::size_t mostThreads = 8;
+
 bool isUsablePath(std::string_view path) {
     return path.starts_with('/') && path.find('\0') == std::string_view::npos && isValidUtf8(path);
 }
 
-} // namespace
-
-bool PosixFolderAccess::start(const Location& location) {
-    if (!isUsablePath(location.path))
-        return false;
+bool isReadable(const std::string& path) {
     struct stat status {};
-    if (::stat(location.path.c_str(), &status) != 0)
+    if (::stat(path.c_str(), &status) != 0)
         return false;
     const int needed = S_ISDIR(status.st_mode) ? R_OK | X_OK : R_OK;
-    return ::faccessat(AT_FDCWD, location.path.c_str(), needed, AT_EACCESS) == 0;
+    return ::faccessat(AT_FDCWD, path.c_str(), needed, AT_EACCESS) == 0;
+}
+
+} // namespace
+
+/// The paths that a background thread is asking for.
+struct PosixFolderAccess::Unanswered {
+    std::mutex mutex;
+    std::set<std::string> paths;
+};
+
+/// Some paths and the answers to them, shared by the threads that ask.
+class PosixFolderAccess::Questions {
+public:
+    Questions(std::vector<std::string> paths, Question question, std::shared_ptr<Unanswered> unanswered)
+        : paths_(std::move(paths)), answers_(paths_.size()), question_(std::move(question)),
+          unanswered_(std::move(unanswered)) {
+        const std::lock_guard lock(unanswered_->mutex);
+        unanswered_->paths.insert(paths_.begin(), paths_.end());
+    }
+
+    static void askAll(const std::shared_ptr<Questions>& questions) {
+        for (std::size_t i = std::min(questions->paths_.size(), mostThreads); i > 0; --i)
+            std::thread([questions] { questions->run(); }).detach();
+    }
+
+    /// The answers by then, in the order of the paths.
+    std::vector<std::optional<bool>> await(std::chrono::milliseconds limit) {
+        std::unique_lock lock(mutex_);
+        changed_.wait_for(lock, limit, [this] { return answered_ == paths_.size(); });
+        return answers_;
+    }
+
+private:
+    void run() {
+        std::unique_lock lock(mutex_);
+        while (next_ < paths_.size()) {
+            const std::size_t index = next_++;
+            lock.unlock();
+            const bool answer = question_(paths_[index]);
+            {
+                const std::lock_guard unansweredLock(unanswered_->mutex);
+                unanswered_->paths.erase(paths_[index]);
+            }
+            lock.lock();
+            answers_[index] = answer;
+            ++answered_;
+            changed_.notify_one();
+        }
+    }
+
+    const std::vector<std::string> paths_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::size_t next_ = 0;                     // under mutex_
+    std::size_t answered_ = 0;                 // under mutex_
+    std::vector<std::optional<bool>> answers_; // under mutex_
+    const Question question_;
+    const std::shared_ptr<Unanswered> unanswered_;
+};
+
+PosixFolderAccess::PosixFolderAccess() : PosixFolderAccess(isReadable) {}
+
+PosixFolderAccess::PosixFolderAccess(Question isReadable)
+    : isReadable_(std::move(isReadable)), unanswered_(std::make_shared<Unanswered>()) {}
+
+bool PosixFolderAccess::start(const Location& location) {
+    return !granted({location}, oneLimit).empty();
+}
+
+std::vector<Location> PosixFolderAccess::startAll(const std::vector<Location>& locations) {
+    return granted(locations, allLimit);
+}
+
+std::vector<Location> PosixFolderAccess::granted(const std::vector<Location>& locations,
+                                                 std::chrono::milliseconds limit) {
+    std::vector<std::string> asked;
+    {
+        const std::lock_guard lock(unanswered_->mutex);
+        for (const Location& location : locations)
+            if (isUsablePath(location.path) && !unanswered_->paths.contains(location.path))
+                asked.push_back(location.path);
+    }
+    const auto questions = std::make_shared<Questions>(asked, isReadable_, unanswered_);
+    Questions::askAll(questions);
+    const auto answers = questions->await(limit);
+
+    std::set<std::string> refused;
+    for (std::size_t i = 0; i < asked.size(); ++i)
+        if (!answers[i].value_or(true))
+            refused.insert(asked[i]);
+    std::vector<Location> result;
+    for (const Location& location : locations)
+        if (isUsablePath(location.path) && !refused.contains(location.path))
+            result.push_back(location);
+    return result;
 }
 
 void PosixFolderAccess::stop(const Location&) {}

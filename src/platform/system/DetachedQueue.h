@@ -1,0 +1,55 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <future>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+namespace orvalen {
+
+/// One thread that runs jobs in order, for calls into a drive that may never return. Nobody waits for a job
+/// longer than the time given. Destruction returns at once: the thread runs the remaining jobs and ends by
+/// itself, so jobs must own what they use. One thread at a time.
+class DetachedQueue {
+public:
+    DetachedQueue();
+    ~DetachedQueue();
+    DetachedQueue(const DetachedQueue&) = delete;
+    DetachedQueue& operator=(const DetachedQueue&) = delete;
+
+    void post(std::function<void()> job);
+
+    /// Runs the call after the jobs before it and returns its result, or nullopt when there is none within
+    /// the limit. While an earlier call is still overdue, nothing is waited for.
+    template <typename Call>
+    std::optional<std::invoke_result_t<Call>> ask(std::chrono::milliseconds limit, Call call) {
+        using Result = std::invoke_result_t<Call>;
+        const auto answer = std::make_shared<std::promise<Result>>();
+        auto arrival = answer->get_future();
+        post([answer, call = std::move(call)]() mutable { answer->set_value(call()); });
+        if (overdue_ && overdue_->wait_for(std::chrono::seconds(0)) != std::future_status::ready)
+            return std::nullopt;
+        overdue_.reset();
+        if (arrival.wait_for(limit) == std::future_status::ready)
+            return arrival.get();
+        markOverdue();
+        return std::nullopt;
+    }
+
+private:
+    struct Jobs;
+    static void run(Jobs& jobs);
+    void markOverdue();
+
+    std::shared_ptr<Jobs> jobs_;
+    std::optional<std::future<void>> overdue_; ///< ready once everything that was overdue has run
+};
+
+} // namespace orvalen
