@@ -1,6 +1,7 @@
 #include "ReviewedRows.h"
 #include "app/window/MainWindow.h"
 #include "matching/MatchReview.h"
+#include "platform/system/ConsoleLog.h"
 #include "support/TestPlatform.h"
 
 #include <QClipboard>
@@ -28,7 +29,7 @@ double secondsSince(Clock::time_point begin) {
 class Stage {
 public:
     Stage() {
-        window_ = std::make_unique<MainWindow>(platform.view);
+        window_ = std::make_unique<MainWindow>(platform.view, log);
         window_->show();
         QObject::connect(window_->window(), &QQuickWindow::frameSwapped, [this] { ++frames_; });
         rest();
@@ -80,6 +81,7 @@ public:
     }
 
     TestPlatform platform;
+    ConsoleLog log{platform.console};
     ContentView& view = platform.view;
 
 private:
@@ -108,7 +110,8 @@ void firstFrame(benchmark::State& state) {
     for (auto _ : state) {
         TestPlatform platform;
         const auto begin = Clock::now();
-        MainWindow window(platform.view);
+        ConsoleLog log(platform.console);
+        MainWindow window(platform.view, log);
         bool shown = false;
         QObject::connect(window.window(), &QQuickWindow::frameSwapped, [&] { shown = true; });
         window.show();

@@ -11,6 +11,7 @@
 #include "platform/desktop/QtDialogs.h"
 #include "platform/desktop/QtHttpSession.h"
 #include "platform/desktop/QtMainQueue.h"
+#include "platform/system/ConsoleLog.h"
 #include "platform/system/PosixFolderAccess.h"
 #include "platform/system/StandardConsole.h"
 #include "platform/system/ThreadWorkerQueue.h"
@@ -22,7 +23,8 @@ namespace orvalen {
 /// The whole program, wired: every service of the desktop, the state over them and the window over the state.
 /// Main thread, with a QApplication standing.
 struct Program {
-    StandardConsole console;
+    StandardConsole standardOutput;
+    ConsoleLog console{standardOutput};
     QtMainQueue mainQueue;
     ThreadWorkerQueue matchQueue;
     ThreadWorkerQueue tagQueue;
@@ -43,7 +45,7 @@ struct Program {
     ContentView view{platform, [this]() -> PlaylistDatabaseManager& {
                          return PlaylistDatabaseManager::shared(userFolders, console);
                      }};
-    MainWindow window{view};
+    MainWindow window{view, console};
 };
 
 } // namespace orvalen

@@ -82,6 +82,6 @@ int main(int argc, char** argv) {
 
     // Quitting waits for no worker: a scan of a slow drive may be in the middle of a file.
     const int result = QApplication::exec();
-    program.console.flush();
+    program.standardOutput.flush();
     std::_Exit(result);
 }

@@ -5,7 +5,9 @@
 #include "library/LibraryFile.h"
 #include "matching/MatchRun.h"
 #include "platform/Bundle.h"
+#include "platform/Console.h"
 #include "platform/MainQueue.h"
+#include "platform/UserFolders.h"
 #include "session/SessionFiles.h"
 
 #include <chrono>
@@ -27,6 +29,8 @@ TimerHandle installAutoSave(ContentView& view) {
 }
 
 void contentAppeared(ContentView& view) {
+    if (!view.platform.userFolders.applicationSupport())
+        view.platform.console.line("No home folder: the library, the sessions and the choices are not kept");
     prepareMatchingOnLibraryChange(view);
     loadPersistentLibrary(view);
     const std::string version = infoString(view.platform.bundle, "CFBundleShortVersionString");

@@ -161,6 +161,18 @@ std::string behindLinks(const std::string& path) {
     return place.string();
 }
 
+/// Why a file could not be opened for writing. Where its folder is missing because nobody may create it, that
+/// is the reason, and not that it is missing.
+Expected<void> openFailure(const std::string& path, int error) {
+    std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    std::error_code ignored;
+    while (folder.has_relative_path() && !std::filesystem::exists(folder, ignored))
+        folder = folder.parent_path();
+    if (error == ENOENT && ::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
+        error = errno;
+    return systemFailure(error);
+}
+
 /// A replaced file keeps its permissions; file systems without any are left alone.
 void keepPermissions(int file, const std::string& destination) {
     struct stat status {};
@@ -197,7 +209,7 @@ Expected<void> writeWholeFile(const std::string& path, std::string_view bytes) {
     // Without waiting, as above; nobody reads from a pipe that stands where a file of ours should be.
     Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
     if (!file.isOpen())
-        return errno == ENXIO ? failure(notAFile) : systemFailure(errno);
+        return errno == ENXIO ? failure(notAFile) : openFailure(place, errno);
     auto written = replaceContent(file, bytes);
     if (!written && isNew)
         ::unlink(place.c_str()); // where no file was, no broken one is left

@@ -50,6 +50,13 @@ TEST(ContentAppeared, RestoresTheLibraryBeforeItAsksForANewerVersion) {
     EXPECT_THAT(view.matchedTracks.get(), IsEmpty()) << "no session comes back by itself";
 }
 
+TEST(ContentAppeared, SaysThatNothingIsKeptWithoutAHome) {
+    TestPlatform test;
+    test.userFolders.folder.reset();
+    contentAppeared(test.view);
+    EXPECT_THAT(test.console.lines(), testing::ElementsAre(testing::HasSubstr("No home folder")));
+}
+
 TEST(ContentAppeared, PresentsANewerVersionOnceItIsKnown) {
     TestPlatform test;
     ContentView& view = test.view;

@@ -112,6 +112,17 @@ TEST_P(WritingFiles, SayWhyTheyFailAndLeaveNothingBeside) {
     EXPECT_EQ(entries(folder), 1U);
 }
 
+TEST_F(Files, SayThatAMissingFolderMayNotBeCreated) {
+    folder.makeFolder("read-only");
+    ASSERT_EQ(::chmod(folder.path("read-only").c_str(), 0555), 0);
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+    const bool isRoot = ::geteuid() == 0; // whom no permission stops
+    ASSERT_TRUE(!isRoot || ::seteuid(65534) == 0);
+    const std::string error = errorOf(writeWholeFile(folder.path("read-only/Orvalen/library.orvl"), "x"));
+    ASSERT_TRUE(!isRoot || ::seteuid(0) == 0);
+    EXPECT_EQ(error, "Permission denied");
+}
+
 TEST_P(WritingFiles, KeepTheOldBytesWhenTheDiskFillsUpMidway) {
     const std::string path = folder.write("list", "old");
     {

@@ -2,6 +2,7 @@
 #include "support/Builders.h"
 #include "window/WindowHarness.h"
 
+#include <QElapsedTimer>
 #include <QQuickItem>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -64,6 +65,21 @@ TEST_F(ResultsPage, ShowsTheTextsOfASessionThatWasEditedByHand) {
     open();
     EXPECT_EQ(window.all("Night Band – By Hand", QAccessible::Grouping).size(), 1U);
     EXPECT_EQ(window.all(several, QAccessible::Grouping).size(), 0U);
+}
+
+TEST_F(ResultsPage, ShowsLongNamesShortenedAndMarksALineBreakInAPath) {
+    EXPECT_FALSE(window.shows("Line break in the file name"));
+    const std::string longName(300'000, 'x');
+    const std::string shown = "A – " + std::string(996, 'x') + "…";
+    QElapsedTimer clock;
+    clock.start();
+    view.matchedTracks.set({row("A", longName, {track("A", longName, {}, "/Music/one\ntwo.mp3")}),
+                            row("B", "T", {track("B", "T", {}, "/Music/" + longName)})});
+    window.expectShown(QString::fromStdString(shown), QAccessible::Grouping);
+    window.expectShown(QString::fromStdString("File: /Music/" + std::string(987, 'x') + "…"));
+    EXPECT_LT(clock.elapsed(), 2000);
+    EXPECT_EQ(window.all("Line break in the file name").size(), 1U);
+    EXPECT_EQ(rows()[0].title, longName) << "the record keeps it all";
 }
 
 TEST_F(ResultsPage, PicksByKeys) {

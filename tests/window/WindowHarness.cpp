@@ -34,7 +34,7 @@ void eachItemBelow(const QQuickItem& item, const std::function<void(const QQuick
 
 } // namespace
 
-WindowHarness::WindowHarness() : window_(std::make_unique<MainWindow>(platform.view)) {
+WindowHarness::WindowHarness() : window_(std::make_unique<MainWindow>(platform.view, log)) {
     window_->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window()));
     window()->requestActivate();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/window/MainWindow.h"
+#include "platform/system/ConsoleLog.h"
 #include "support/TestPlatform.h"
 
 #include <QAccessible>
@@ -68,6 +69,7 @@ public:
 
     TestPlatform platform;
     ContentView& view = platform.view;
+    ConsoleLog log{platform.console}; ///< what the window shows; the state writes to platform.console
 
 private:
     std::unique_ptr<MainWindow> window_;

@@ -6,6 +6,7 @@
 #include "app/window/bridge/Drops.h"
 #include "app/window/bridge/ExportState.h"
 #include "app/window/bridge/LibraryState.h"
+#include "app/window/bridge/LogModel.h"
 #include "app/window/bridge/PreviewState.h"
 #include "app/window/bridge/ReviewState.h"
 #include "app/window/bridge/UpdateState.h"
@@ -49,10 +50,10 @@ void boundRendererPool() {
 
 class MainWindow::Parts : public QObject {
 public:
-    explicit Parts(ContentView& state)
+    Parts(ContentView& state, ConsoleLog& consoleLog)
         : view(state), library(state, notifier), wanted(state, notifier), review(state, notifier),
           exports(state, notifier, wanted), preview(state, notifier), update(state, notifier),
-          drops(state, notifier) {
+          drops(state, notifier), log(consoleLog) {
         qml_register_types_Orvalen();
         installControlAccessible();
         boundRendererPool();
@@ -66,7 +67,8 @@ public:
                                      {"exports", QVariant::fromValue(&exports)},
                                      {"preview", QVariant::fromValue(&preview)},
                                      {"update", QVariant::fromValue(&update)},
-                                     {"drops", QVariant::fromValue(&drops)}});
+                                     {"drops", QVariant::fromValue(&drops)},
+                                     {"log", QVariant::fromValue(&log)}});
         engine.load(QUrl("qrc:/qt/qml/Orvalen/pages/Main.qml"));
         if (engine.rootObjects().isEmpty())
             qFatal("The window cannot be made");
@@ -94,13 +96,14 @@ public:
     PreviewState preview;
     UpdateState update;
     Drops drops;
+    LogModel log;
     QQmlApplicationEngine engine;
     QQuickWindow* window = nullptr;
     TimerHandle autoSave;
     bool appeared = false;
 };
 
-MainWindow::MainWindow(ContentView& view) : parts_(std::make_unique<Parts>(view)) {}
+MainWindow::MainWindow(ContentView& view, ConsoleLog& log) : parts_(std::make_unique<Parts>(view, log)) {}
 
 MainWindow::~MainWindow() = default;
 

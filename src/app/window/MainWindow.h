@@ -6,14 +6,15 @@ class QQuickWindow;
 
 namespace orvalen {
 
+class ConsoleLog;
 struct ContentView;
 
 /// The one window of the program over its state. It restores the library once its first frame is shown, and
 /// saves the session now and then as long as it lives. Main thread, with an application object; the state
-/// outlives it.
+/// and the log outlive it.
 class MainWindow {
 public:
-    explicit MainWindow(ContentView& view);
+    MainWindow(ContentView& view, ConsoleLog& log);
     ~MainWindow();
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;

@@ -10,7 +10,7 @@ namespace orvalen {
 
 namespace {
 
-constexpr int answerLimit = 5000; ///< milliseconds
+constexpr int answerLimit = 2000; ///< milliseconds
 
 QDBusMessage notifyCall(const Notification& notification) {
     const uint replacesNothing = 0;

@@ -1,14 +1,12 @@
 #include "platform/system/StandardConsole.h"
 
-#include "core/Text.h"
+#include "platform/system/ConsoleText.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>
 #include <csignal>
-#include <cstdio>
 #include <deque>
 #include <mutex>
 #include <poll.h>
@@ -24,41 +22,6 @@ constexpr std::size_t queueLimit = std::size_t{1} << 20; ///< bytes
 constexpr std::size_t writeLimit = std::size_t{16} * 1024;
 constexpr std::chrono::milliseconds roomLimit{100};
 constexpr std::chrono::seconds flushLimit{1};
-
-bool isControl(unsigned char byte) {
-    return (byte < 0x20 && byte != '\t') || byte == 0x7F;
-}
-
-/// Whether a C1 control character (U+0080 to U+009F) begins at the index.
-bool isSecondControl(std::string_view text, std::size_t index) {
-    return text[index] == '\xC2' && index + 1 < text.size() &&
-           static_cast<unsigned char>(text[index + 1]) < 0xA0;
-}
-
-std::string escaped(unsigned code) {
-    std::array<char, 8> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "\\u%04X", code);
-    return buffer.data();
-}
-
-std::string singleLine(std::string_view text) {
-    if (!isValidUtf8(text))
-        return singleLine(toValidUtf8(text));
-    std::string line;
-    line.reserve(text.size() + 1);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        if (byte == '\n' || byte == '\r')
-            line += ' ';
-        else if (isControl(byte))
-            line += escaped(byte);
-        else if (isSecondControl(text, i))
-            line += escaped(static_cast<unsigned char>(text[++i]));
-        else
-            line += text[i];
-    }
-    return line += '\n';
-}
 
 /// Writes all bytes; gives up on an error, as when the reader has gone.
 void writeAll(int descriptor, std::string_view bytes) {
@@ -184,7 +147,7 @@ StandardConsole::~StandardConsole() {
 }
 
 void StandardConsole::line(std::string_view text) {
-    writer_->put(singleLine(text));
+    writer_->put(consoleText(text) + '\n');
 }
 
 void StandardConsole::flush() {

@@ -11,10 +11,7 @@ namespace orvalen {
 /// queues, so that a reader who stops reading (a full pipe, a paused terminal) never stops the caller for
 /// good: when the queue of one megabyte is full, a line waits at most 100 ms for room and is then left out.
 /// In its place the output has a line "N lines left out" once the reader goes on. Lines keep their order.
-/// Lines are lost silently when the reader has gone.
-///
-/// A line break within a message becomes a space. Other control characters except the tab are written as
-/// ‘\u001B’, so that a title cannot control a terminal; invalid UTF-8 is replaced.
+/// Lines are lost silently when the reader has gone. Control characters are written as `consoleText` says.
 class StandardConsole : public Console {
 public:
     StandardConsole();

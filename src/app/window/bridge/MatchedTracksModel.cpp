@@ -31,7 +31,7 @@ QStringList optionLabels(const MatchedTrack& row) {
         return labels;
     labels.reserve(static_cast<qsizetype>(row.options.size()));
     for (const Track& option : row.options)
-        labels.append(toQString(optionLabel(option)));
+        labels.append(toShownText(optionLabel(option)));
     return labels;
 }
 
@@ -101,9 +101,9 @@ QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
     const auto& track = row.selectedTrack;
     switch (role) {
     case label:
-        return toQString(rowLabel(row));
+        return toShownText(rowLabel(row));
     case header:
-        return toQString(rowHeader(row));
+        return toShownText(rowHeader(row));
     case bold:
         return isHeaderBold(row, view_.selectedTrack.get());
     case options:
@@ -113,7 +113,9 @@ QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
     case hasTrack:
         return track.has_value();
     case fileLine:
-        return track ? toQString(fileText(*track)) : QString();
+        return track ? toShownText(fileText(*track)) : QString();
+    case splitsPlaylist:
+        return track && track->path.find_first_of("\r\n") != std::string::npos;
     case tempoLine:
         return track ? toQString(tempoText(*track)) : QString();
     case hasTempo:
@@ -132,10 +134,13 @@ QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> MatchedTracksModel::roleNames() const {
-    return {{label, "label"},       {header, "header"},     {bold, "bold"},         {options, "options"},
-            {picked, "picked"},     {hasTrack, "hasTrack"}, {fileLine, "fileLine"}, {tempoLine, "tempoLine"},
-            {hasTempo, "hasTempo"}, {pauses, "pauses"},     {playing, "playing"},   {included, "included"},
-            {decision, "decision"}};
+    return {{label, "label"},         {header, "header"},
+            {bold, "bold"},           {options, "options"},
+            {picked, "picked"},       {hasTrack, "hasTrack"},
+            {fileLine, "fileLine"},   {splitsPlaylist, "splitsPlaylist"},
+            {tempoLine, "tempoLine"}, {hasTempo, "hasTempo"},
+            {pauses, "pauses"},       {playing, "playing"},
+            {included, "included"},   {decision, "decision"}};
 }
 
 } // namespace orvalen

@@ -25,6 +25,7 @@ public:
         picked,
         hasTrack,
         fileLine,
+        splitsPlaylist,
         tempoLine,
         hasTempo,
         pauses,

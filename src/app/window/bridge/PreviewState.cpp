@@ -16,7 +16,7 @@ PreviewState::PreviewState(ContentView& view, ChangeNotifier& notifier) : StateP
 
 QString PreviewState::title() const {
     const auto& track = view().selectedTrack.get();
-    return track ? "Now Playing: " + toQString(track->path) : QString();
+    return track ? "Now Playing: " + toShownText(track->path) : QString();
 }
 
 QString PreviewState::position() const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Excerpt.h"
+
 #include <QString>
 #include <string>
 #include <string_view>
@@ -8,6 +10,11 @@ namespace orvalen {
 
 inline QString toQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// For texts of any length from outside: their first 1,000 characters.
+inline QString toShownText(std::string_view text) {
+    return toQString(excerpt(text));
 }
 
 inline std::string toUtf8(const QString& text) {

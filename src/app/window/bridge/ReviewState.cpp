@@ -64,7 +64,7 @@ QStringList ReviewState::optionPaths(int row) const {
     QStringList paths;
     if (const MatchedTrack* match = rowAt(view(), row))
         for (const Track& option : match->options)
-            paths.append(toQString(option.path));
+            paths.append(toShownText(option.path));
     return paths;
 }
 

@@ -13,6 +13,7 @@ Window {
     required property PreviewState preview
     required property UpdateState update
     required property Drops drops
+    required property LogModel log
 
     /// The frame of the window's title bar and edges, about.
     readonly property int frame: 48
@@ -38,6 +39,14 @@ Window {
         library: window.library
         wanted: window.wanted
         update: window.update
+        log: window.log
+        onLogAsked: logPage.open()
+    }
+
+    LogPage {
+        id: logPage
+
+        log: window.log
     }
 
     DropOverlay {

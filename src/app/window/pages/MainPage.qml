@@ -10,6 +10,8 @@ Flickable {
     required property LibraryState library
     required property WantedState wanted
     required property UpdateState update
+    required property LogModel log
+    signal logAsked()
 
     contentWidth: width
     contentHeight: Math.max(height, stack.implicitHeight + stack.anchors.topMargin + 8)
@@ -77,13 +79,28 @@ Flickable {
 
         Item { Layout.fillHeight: true }
 
-        Label {
+        Item {
             Layout.fillWidth: true
-            text: page.update.footer
-            font.pixelSize: Theme.footnote
-            color: Theme.secondary
-            horizontalAlignment: Text.AlignHCenter
-            elide: Text.ElideMiddle
+            implicitHeight: logButton.height
+
+            Label {
+                anchors.horizontalCenter: parent.horizontalCenter
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, parent.width - 2 * (logButton.width + 8))
+                text: page.update.footer
+                font.pixelSize: Theme.footnote
+                color: Theme.secondary
+                elide: Text.ElideMiddle
+            }
+            PushButton {
+                id: logButton
+
+                anchors.right: parent.right
+                text: page.log.unseen > 0 ? "Log (" + page.log.unseen + ")" : "Log"
+                plain: true
+                textSize: Theme.footnote
+                onClicked: page.logAsked()
+            }
         }
     }
 }

@@ -14,6 +14,7 @@ Item {
     required property int picked
     required property bool hasTrack
     required property string fileLine
+    required property bool splitsPlaylist
     required property string tempoLine
     required property bool hasTempo
     required property bool pauses
@@ -146,6 +147,7 @@ Item {
             Layout.fillWidth: true
             visible: row.hasTrack
             fileLine: row.fileLine
+            splitsPlaylist: row.splitsPlaylist
             tempoLine: row.tempoLine
             hasTempo: row.hasTempo
             pauses: row.pauses

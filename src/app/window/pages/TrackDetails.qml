@@ -7,6 +7,7 @@ Item {
     id: details
 
     required property string fileLine
+    required property bool splitsPlaylist ///< the path has a line break, so the playlist gets two lines for it
     required property string tempoLine
     required property bool hasTempo
     required property bool pauses
@@ -61,6 +62,21 @@ Item {
             font.pixelSize: Theme.caption
             elide: Text.ElideMiddle
             maximumLineCount: 1
+        }
+        Label {
+            visible: details.splitsPlaylist
+            text: "Line break in the file name"
+            font.pixelSize: Theme.caption
+            color: Theme.danger
+            Accessible.description: tip.text
+
+            HoverHandler { id: pointer }
+            HoverTip {
+                id: tip
+
+                text: "The playlist gets two lines for this file. Rename the file and scan again."
+                shown: pointer.hovered
+            }
         }
         Label {
             text: details.tempoLine

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QString>
+#include <QTimer>
+#include <QtQml/qqmlregistration.h>
+#include <atomic>
+#include <cstddef>
+#include <deque>
+
+namespace orvalen {
+
+class ConsoleLog;
+
+/// The console lines of this run, the newest last. Main thread; the log may be written on any thread.
+class LogModel : public QAbstractListModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the window")
+    /// How many lines came since the log was last looked at.
+    Q_PROPERTY(int unseen READ unseen NOTIFY changed)
+    /// While true, the user sees the lines: none is unseen.
+    Q_PROPERTY(bool shown READ shown WRITE setShown NOTIFY changed)
+
+public:
+    explicit LogModel(ConsoleLog& log);
+    ~LogModel() override;
+    LogModel(const LogModel&) = delete;
+    LogModel& operator=(const LogModel&) = delete;
+
+    int unseen() const;
+    bool shown() const { return shown_; }
+    void setShown(bool shown);
+    /// Copies the rows from one to the other, in either order, to the clipboard.
+    Q_INVOKABLE void copy(int from, int to) const;
+    Q_INVOKABLE void copyAll() const;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+signals:
+    void changed();
+
+private:
+    void follow();
+
+    ConsoleLog& log_;
+    std::atomic<bool> isFollowing_ = false; ///< a call of follow() is under way
+    QTimer timer_;
+    std::deque<QString> lines_;
+    std::size_t next_ = 0; ///< the number of the first line that is not in lines_ yet
+    std::size_t seen_ = 0; ///< the number of the first line that is unseen
+    bool shown_ = false;
+};
+
+} // namespace orvalen
