@@ -8,10 +8,12 @@
 #include <QApplication>
 #include <QQuickWindow>
 #include <QUrl>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace orvalen {
@@ -25,6 +27,17 @@ void fillStandardStreams() {
     while (descriptor >= 0 && descriptor <= STDERR_FILENO)
         descriptor = ::open("/dev/null", O_RDWR);
     ::close(descriptor);
+}
+
+/// Display, sound and files share the process's descriptors: without one left, the display ends the program.
+/// The limit that a user may set is mostly far above the usual one.
+void raiseDescriptorLimit() {
+    constexpr rlim_t plenty = 65'536;
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0 || limit.rlim_cur >= plenty)
+        return;
+    limit.rlim_cur = std::min(limit.rlim_max, plenty);
+    ::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
 /// A second process on the same data files would overwrite what the first one writes.
@@ -58,6 +71,7 @@ int main(int argc, char** argv) {
     using namespace orvalen;
 
     fillStandardStreams();
+    raiseDescriptorLimit();
     // A reader of our output that goes away must not take the program with it.
     std::signal(SIGPIPE, SIG_IGN);
     // Nor must a file that may not grow any further: the write says so.

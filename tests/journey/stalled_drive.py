@@ -2,6 +2,7 @@
 """A drive stops answering, at the start, on Play and while a file dialog is open: the window goes on.
 Usage: stalled_drive.py PROGRAM FOLDER SLOW_DRIVE_LIBRARY"""
 
+import pathlib
 import sys
 import time
 
@@ -49,7 +50,7 @@ def cancel_file_dialog(user):
 def main(program, folder, library):
     with Journey(program, folder) as journey:
         drive = Drive(journey)
-        journey.environment.update(drive.environment, LD_PRELOAD=library)
+        journey.environment.update(drive.environment, LD_PRELOAD=str(pathlib.Path(library).resolve(strict=True)))
         user = journey.start()
         fill_library(user, drive.folder / "House")
         user.add_location(drive.folder / "Wedding")
