@@ -32,7 +32,7 @@ public:
     bool scanning() const { return scanProgress() > 0; }
     bool scanBarVisible() const { return scanProgress() > 0 && scanProgress() < 1; }
     double scanProgress() const { return view().scanProgress.get(); }
-    QString scanFileName() const { return toQString(view().scanningFileName.get()); }
+    QString scanFileName() const { return toShownText(view().scanningFileName.get()); }
     QString scanButtonText() const;
     bool canScan() const { return hasFolders() && !scanning(); }
     QString indexedText() const { return "Tracks Indexed: " + QString::number(view().trackCount.get()); }

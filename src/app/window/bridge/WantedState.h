@@ -50,7 +50,7 @@ public:
     /// Whether there are results whose page is closed.
     bool canReturn() const { return !view().matchedTracks.get().empty() && !view().showResultsPage.get(); }
     bool matching() const { return view().isMatching.get(); }
-    QString matchingText() const { return "Matching " + toQString(view().scanningFileName.get()) + "…"; }
+    QString matchingText() const { return "Matching " + toShownText(view().scanningFileName.get()) + "…"; }
     bool matchBarVisible() const { return matchProgress() > 0 && matchProgress() < 1; }
     double matchProgress() const { return view().matchProgress.get(); }
 
