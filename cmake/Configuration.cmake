@@ -20,6 +20,11 @@ foreach(text ORVALEN_SITE_NAME ORVALEN_UPDATE_URL ORVALEN_SPOTIFY_ACCOUNTS_URL O
     message(FATAL_ERROR "${text} must hold no quotation mark, backslash or line break")
   endif()
 endforeach()
+include(UpdateAddress)
+is_update_address("${ORVALEN_UPDATE_URL}" is_valid)
+if(NOT is_valid)
+  message(FATAL_ERROR "ORVALEN_UPDATE_URL must be https://HOST/latest.json; plain http is for loopback addresses only")
+endif()
 # Paths that begin with a slash are put behind the base addresses.
 foreach(address ORVALEN_SPOTIFY_ACCOUNTS_URL ORVALEN_SPOTIFY_API_URL)
   string(REGEX REPLACE "/+$" "" ${address} "${${address}}")
