@@ -4,8 +4,10 @@
 #include "matching/ArtistTable.h"
 #include "matching/FileNameTable.h"
 #include "matching/GramBitmaps.h"
+#include "search/WordTable.h"
 
 #include <algorithm>
+#include <mutex>
 #include <optional>
 
 namespace orvalen {
@@ -30,6 +32,8 @@ struct LibraryCatalog::Tables {
     ArtistTable artists;
     GramBitmaps titles;
     FileNameTable fileNames;
+    mutable std::once_flag wordsMade;
+    mutable std::optional<WordTable> words;
 };
 
 LibraryCatalog::LibraryCatalog(LibraryIndex index)
@@ -40,6 +44,11 @@ LibraryCatalog::LibraryCatalog(LibraryIndex index)
 
 std::vector<std::size_t> LibraryCatalog::withFileNameKey(std::string_view key) const {
     return tables_->fileNames.find(index_, key);
+}
+
+const WordTable& LibraryCatalog::words() const {
+    std::call_once(tables_->wordsMade, [this] { tables_->words.emplace(index_); });
+    return *tables_->words;
 }
 
 std::optional<std::vector<std::size_t>> LibraryCatalog::Tables::tracksOfFew(const LibraryIndex& index,

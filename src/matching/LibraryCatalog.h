@@ -9,6 +9,8 @@
 
 namespace orvalen {
 
+class WordTable;
+
 /// A library prepared for searching. The first catalog of an index takes up to half a microsecond a track to
 /// make, so never on the main thread; the work is kept as long as the index's tracks live, and every later
 /// catalog of the same tracks is there at once. Immutable; any thread.
@@ -22,6 +24,9 @@ public:
     std::vector<std::size_t> withFileNameKey(std::string_view key) const;
     /// Positions in library order whose normalised artist and title contain the needles, already normalised.
     std::vector<std::size_t> containing(std::string_view artistNeedle, std::string_view titleNeedle) const;
+    /// The words of the library, for searches by similarity. Made by the first call while others wait, which
+    /// takes about two microseconds a track, so never on the main thread; kept like the rest.
+    const WordTable& words() const;
 
 private:
     struct Tables;

@@ -26,6 +26,7 @@ const std::map<std::string, int> layers = {
     {"import", 3},
     {"export", 3},
     {"preview", 3},
+    {"search", 3},
     {"matching", 3},
     {"app", 3},
     {"platform/desktop", 4},

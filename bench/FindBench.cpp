@@ -1,0 +1,225 @@
+#include "BenchLibrary.h"
+
+#include "core/Keys.h"
+#include "matching/WantedList.h"
+#include "matching/TrackSearch.h"
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <random>
+#include <set>
+#include <sqlite3.h>
+#include <stdexcept>
+
+namespace orvalen::bench {
+namespace {
+
+/// A text to look for, and the name of the track that it was made from.
+struct Query {
+    std::string text;
+    std::string artist;
+    std::string title;
+};
+
+/// Leaves a letter out, exchanges two, or replaces one, in the longest word.
+std::string misspelt(std::string text, std::mt19937& random) {
+    std::size_t start = 0;
+    std::size_t length = 0;
+    for (std::size_t i = 0, first = 0; i <= text.size(); ++i)
+        if (i == text.size() || text[i] == ' ') {
+            if (i - first > length) {
+                start = first;
+                length = i - first;
+            }
+            first = i + 1;
+        }
+    if (length < 4)
+        return text;
+    const std::size_t place = start + 1 + random() % (length - 2);
+    switch (random() % 3) {
+    case 0:
+        return text.erase(place, 1);
+    case 1:
+        std::swap(text[place], text[place + 1]);
+        return text;
+    default:
+        text[place] = 'x';
+        return text;
+    }
+}
+
+/// Artist and title of tracks, each with a misspelt word.
+std::vector<Query> queries(const LibraryIndex& index, std::size_t count) {
+    std::mt19937 random(5);
+    std::vector<Query> result;
+    while (result.size() < count) {
+        const KeyHalves halves = index.keyHalves(random() % index.trackCount());
+        result.push_back(
+            {misspelt(std::string(halves.artist), random) + " " + misspelt(std::string(halves.title), random),
+             std::string(halves.artist), std::string(halves.title)});
+    }
+    return result;
+}
+
+/// Some of the texts on the way to the whole: the first letter, every fifth, the last.
+std::vector<std::string> keystrokes(const Query& query) {
+    std::vector<std::string> texts;
+    for (std::size_t length = 1; length < query.text.size(); length += 5)
+        texts.push_back(query.text.substr(0, length));
+    texts.push_back(query.text);
+    return texts;
+}
+
+bool holds(const LibraryIndex& index, const std::vector<std::size_t>& positions, const Query& query) {
+    return std::ranges::any_of(positions, [&](std::size_t position) {
+        const KeyHalves halves = index.keyHalves(position);
+        return halves.artist == query.artist && halves.title == query.title;
+    });
+}
+
+/// Runs every query to its end and counts the milliseconds of each keystroke and the queries whose track is
+/// among the first fifty.
+template <typename Find>
+void type(benchmark::State& state, const LibraryIndex& index, Find find) {
+    const std::vector<Query> wanted = queries(index, 20);
+    double slowest = 0;
+    double all = 0;
+    std::size_t strokes = 0;
+    std::size_t found = 0;
+    for (auto _ : state) {
+        slowest = all = 0;
+        strokes = found = 0;
+        for (const Query& query : wanted) {
+            std::vector<std::size_t> positions;
+            for (const std::string& text : keystrokes(query)) {
+                const double before = processorMilliseconds();
+                positions = find(text);
+                const double milliseconds = processorMilliseconds() - before;
+                slowest = std::max(slowest, milliseconds);
+                all += milliseconds;
+                ++strokes;
+            }
+            found += holds(index, positions, query);
+        }
+    }
+    state.counters["ms_keystroke"] = all / static_cast<double>(strokes);
+    state.counters["ms_slowest"] = slowest;
+    state.counters["found_share"] = static_cast<double>(found) / static_cast<double>(wanted.size());
+}
+
+void find(benchmark::State& state) {
+    const LibraryIndex index = unprepared(benchLibrary(static_cast<std::size_t>(state.range(0))).index);
+    const LibraryCatalog catalog(index);
+    const double before = processorMilliseconds();
+    catalog.words();
+    state.counters["ms_table"] = processorMilliseconds() - before;
+    type(state, index, [&](const std::string& text) { return findTracks(catalog, text); });
+}
+
+/// What SQLite offers for the same: a trigram table in memory, asked for the tracks with the most trigrams in
+/// common.
+class TrigramTable {
+public:
+    explicit TrigramTable(const LibraryIndex& index) {
+        sqlite3_open(":memory:", &db_);
+        run("CREATE VIRTUAL TABLE tracks USING fts5(name, tokenize = 'trigram')");
+        run("BEGIN");
+        sqlite3_stmt* insert = prepared("INSERT INTO tracks (rowid, name) VALUES (?, ?)");
+        for (std::size_t position = 0; position < index.trackCount(); ++position) {
+            const std::string_view key = index.key(position);
+            sqlite3_bind_int64(insert, 1, static_cast<sqlite3_int64>(position));
+            sqlite3_bind_text(insert, 2, key.data(), static_cast<int>(key.size()), SQLITE_TRANSIENT);
+            sqlite3_step(insert);
+            sqlite3_reset(insert);
+        }
+        sqlite3_finalize(insert);
+        run("COMMIT");
+        select_ = prepared("SELECT rowid FROM tracks WHERE tracks MATCH ? ORDER BY rank LIMIT 50");
+    }
+    ~TrigramTable() {
+        sqlite3_finalize(select_);
+        sqlite3_close(db_);
+    }
+    TrigramTable(const TrigramTable&) = delete;
+    TrigramTable& operator=(const TrigramTable&) = delete;
+
+    std::vector<std::size_t> find(const std::string& text) {
+        std::set<std::string> trigrams;
+        for (std::size_t i = 0; i + 3 <= text.size(); ++i)
+            trigrams.insert(text.substr(i, 3));
+        std::string match;
+        for (const std::string& trigram : trigrams)
+            match += (match.empty() ? "\"" : " OR \"") + trigram + "\"";
+        std::vector<std::size_t> positions;
+        if (match.empty())
+            return positions;
+        sqlite3_bind_text(select_, 1, match.data(), static_cast<int>(match.size()), SQLITE_TRANSIENT);
+        while (sqlite3_step(select_) == SQLITE_ROW)
+            positions.push_back(static_cast<std::size_t>(sqlite3_column_int64(select_, 0)));
+        sqlite3_reset(select_);
+        return positions;
+    }
+
+private:
+    void run(const char* sql) {
+        if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+            throw std::runtime_error(sqlite3_errmsg(db_));
+    }
+    sqlite3_stmt* prepared(const char* sql) {
+        sqlite3_stmt* statement = nullptr;
+        if (sqlite3_prepare_v2(db_, sql, -1, &statement, nullptr) != SQLITE_OK)
+            throw std::runtime_error(sqlite3_errmsg(db_));
+        return statement;
+    }
+
+    sqlite3* db_ = nullptr;
+    sqlite3_stmt* select_ = nullptr;
+};
+
+void findFts5(benchmark::State& state) {
+    const LibraryIndex& index = benchLibrary(static_cast<std::size_t>(state.range(0))).index;
+    const double before = processorMilliseconds();
+    TrigramTable table(index);
+    state.counters["ms_table"] = processorMilliseconds() - before;
+    type(state, index, [&](const std::string& text) { return table.find(text); });
+}
+
+/// Suggestions for misspelt lines, as the rows without a candidate ask for them.
+void suggest(benchmark::State& state) {
+    const BenchLibrary& library = benchLibrary(static_cast<std::size_t>(state.range(0)));
+    const LibraryCatalog catalog(library.index);
+    catalog.words();
+    std::mt19937 random(6);
+    std::vector<Request> requests;
+    for (const std::string& line : library.lines(100)) {
+        Request request = parseWantedLine(line, "artist-title").value();
+        requests.push_back({misspelt(request.artist, random), misspelt(request.title, random)});
+    }
+    std::size_t rows = 0;
+    const double before = processorMilliseconds();
+    for (auto _ : state)
+        for (const Request& request : requests) {
+            benchmark::DoNotOptimize(suggestTracks(catalog, request));
+            ++rows;
+        }
+    state.counters["ms_row"] = (processorMilliseconds() - before) / static_cast<double>(rows);
+}
+
+BENCHMARK(find)
+    ->Name("find")
+    ->ArgNames({"tracks"})
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Arg(1'000'000)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(findFts5)
+    ->Name("find_fts5")
+    ->ArgNames({"tracks"})
+    ->Arg(100'000)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(suggest)->Name("suggest")->ArgNames({"tracks"})->Arg(100'000)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace orvalen::bench
