@@ -45,10 +45,15 @@ std::string withPlainDashes(std::string_view line) {
 } // namespace
 
 std::vector<std::string> wantedLines(std::string_view text) {
-    std::vector<std::string> lines;
+    const std::vector<std::string_view> lines = wantedLineViews(text);
+    return {lines.begin(), lines.end()};
+}
+
+std::vector<std::string_view> wantedLineViews(std::string_view text) {
+    std::vector<std::string_view> lines;
     const auto add = [&lines](std::string_view piece) {
         if (const std::string_view line = trimmed(piece); !line.empty())
-            lines.emplace_back(line);
+            lines.push_back(line);
     };
     std::size_t start = 0;
     for (std::size_t place = 0;;) {

@@ -17,6 +17,8 @@ struct Request {
 
 /// The lines of the text, trimmed, without the empty ones, in text order; duplicates stay. Any thread.
 std::vector<std::string> wantedLines(std::string_view text);
+/// The same lines where they stand in the text.
+std::vector<std::string_view> wantedLineViews(std::string_view text);
 
 /// Splits a line at its one spaced dash; nothing when it has none or several. Any thread.
 std::optional<Request> parseWantedLine(std::string_view line, std::string_view format);

@@ -28,6 +28,7 @@ const std::map<std::string, int> layers = {
     {"preview", 3},
     {"search", 3},
     {"matching", 3},
+    {"tidy", 3},
     {"app", 3},
     {"platform/desktop", 4},
     {"app/window/accessible", 4},
