@@ -116,7 +116,8 @@ void attachBrowsedFile(ContentView& view, std::size_t row) {
     // open or the file is read, another wanted song may stand at the position by then: the file shows up
     // there under the name of the song that it was picked for, and the library never files it under a song it
     // is not.
-    Track track = namedAfter(view.matchedTracks.get()[row]);
+    const MatchedTrack& pressed = view.matchedTracks.get()[row];
+    Track track = namedAfter(pressed);
 
     OpenOptions options;
     options.types.families = {TypeFamily::mp3Audio, TypeFamily::mpeg4Audio, TypeFamily::wavAudio,

@@ -1,5 +1,6 @@
 #include "tidy/LineCheck.h"
 
+#include "core/LibraryIndexBuilder.h"
 #include "support/Builders.h"
 
 #include <gmock/gmock.h>
