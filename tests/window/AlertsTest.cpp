@@ -78,5 +78,44 @@ TEST_F(Alerts, StandOverTheResultsPage) {
     EXPECT_TRUE(view.showResultsPage.get()) << "Escape closes what is on top, and nothing else";
 }
 
+TEST_F(Alerts, StaysAboveAResultsPageThatOpensLater) {
+    view.remoteInfo.set(LatestInfo{"2.0", {}, {}});
+    view.showUpdateAlert.set(true);
+    window.expectShown("Later");
+    view.showResultsPage.set(true);
+    window.expectShown("Playlist Results");
+    QTest::qWait(350); // the results page rises
+    EXPECT_EQ(window.focused(), "Later");
+    window.key(Qt::Key_Tab);
+    EXPECT_EQ(window.focused(), "Download");
+    window.click("Later");
+    EXPECT_FALSE(view.showUpdateAlert.get());
+    EXPECT_TRUE(window.waitFor([&] { return window.focused() == "Results"; }))
+        << window.focused().toStdString();
+}
+
+TEST_F(Alerts, GiveTheFocusBack) {
+    const auto remove = window.control("Remove Saved Library");
+    remove.item->forceActiveFocus(Qt::TabFocusReason);
+    window.key(Qt::Key_Space);
+    window.expectShown("Delete Library");
+    window.key(Qt::Key_Escape);
+    window.expectGone("Delete Library");
+    EXPECT_EQ(window.focused(), "Remove Saved Library");
+
+    view.showResultsPage.set(true);
+    EXPECT_TRUE(window.waitFor([&] { return window.focused() == "Results"; }))
+        << window.focused().toStdString();
+    QTest::qWait(350); // the results page rises
+    window.control("Save Session").item->forceActiveFocus(Qt::TabFocusReason);
+    view.remoteInfo.set(LatestInfo{"2.0", {}, {}});
+    view.showUpdateAlert.set(true);
+    EXPECT_TRUE(window.waitFor([&] { return window.focused() == "Later"; }));
+    window.key(Qt::Key_Escape);
+    EXPECT_TRUE(window.waitFor([&] { return window.focused() == "Save Session"; }));
+    window.key(Qt::Key_Escape);
+    EXPECT_TRUE(window.waitFor([&] { return window.focused() == "Remove Saved Library"; }));
+}
+
 } // namespace
 } // namespace orvalen::test

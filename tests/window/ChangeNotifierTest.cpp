@@ -1,9 +1,11 @@
 #include "app/window/bridge/LibraryState.h"
+#include "app/window/bridge/PreviewState.h"
 #include "support/TestPlatform.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QSignalSpy>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace orvalen::test {
@@ -34,6 +36,31 @@ TEST(ChangeNotifier, TellsTheViewsSixtyTimesASecondAtMost) {
     while (clock.elapsed() < 450)
         QCoreApplication::processEvents();
     EXPECT_EQ(told.count(), atRest) << "nothing was written, nothing is told";
+}
+
+TEST(PreviewState, TellsOnlyWhatCanBeSeenToMove) {
+    TestPlatform platform;
+    platform.view.showResultsPage.set(true);
+    ChangeNotifier notifier;
+    PreviewState preview(platform.view, notifier);
+    preview.setProperty("steps", 500);
+    const QSignalSpy told(&preview, &StateProperties::changed);
+    const auto progress = [&](double value) {
+        platform.view.playbackProgress.set(value);
+        QTest::qWait(30);
+        return told.count();
+    };
+    EXPECT_EQ(progress(0.0009), 0) << "less than half a step";
+    EXPECT_EQ(progress(0.0021), 1);
+    EXPECT_DOUBLE_EQ(preview.progress(), 1.0 / 500);
+    EXPECT_EQ(progress(0.0022), 1);
+    platform.view.showResultsPage.set(false);
+    QTest::qWait(30);
+    const auto closed = told.count();
+    EXPECT_EQ(progress(0.5), closed) << "nobody can see it";
+    platform.view.showResultsPage.set(true);
+    QTest::qWait(30);
+    EXPECT_DOUBLE_EQ(preview.progress(), 0.5) << "and it is right when the page opens again";
 }
 
 } // namespace

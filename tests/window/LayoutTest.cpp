@@ -97,6 +97,42 @@ TEST(Layout, NothingOverlapsInOneColumn) {
     });
 }
 
+TEST(Layout, MovesNothingUnderThePointer) {
+    WindowHarness window;
+    const auto bottom = [&](const char* name) { return window.control(name).sceneRect().bottom(); };
+    const double match = bottom("Match Playlist");
+    window.view.scanProgress.set(0.5);
+    window.view.scanningFileName.set("a.mp3");
+    window.expectShown("a.mp3");
+    EXPECT_EQ(bottom("Match Playlist"), match);
+    window.view.showResultsPage.set(true);
+    window.expectShown("Playlist Results");
+    QTest::qWait(350); // the results page rises
+    const double save = bottom("Save Session");
+    window.view.selectedExportFormat.set("virtualdj");
+    window.settle();
+    EXPECT_EQ(bottom("Save Session"), save);
+}
+
+TEST(Layout, TakesBackTheHeightOfTheResultsPageUnlessTheUserResized) {
+    for (const int resized : {0, 820}) {
+        WindowHarness window;
+        window.window()->resize(720, 700);
+        window.settle();
+        const int least = window.window()->minimumHeight();
+        window.view.showResultsPage.set(true);
+        window.expectShown("Playlist Results");
+        EXPECT_EQ(window.window()->height(), window.window()->minimumHeight());
+        if (window.window()->minimumHeight() == least)
+            GTEST_SKIP() << "the screen has no room for more";
+        if (resized > 0)
+            window.window()->setHeight(resized);
+        window.view.showResultsPage.set(false);
+        window.settle();
+        EXPECT_EQ(window.window()->height(), resized > 0 ? resized : 700);
+    }
+}
+
 TEST(Layout, ScrollsToWhatTheKeysReach) {
     WindowHarness window;
     window.window()->setMinimumHeight(200);

@@ -14,11 +14,13 @@
 #include "app/window/style/ColorScheme.h"
 #include "app/window/symbols/SymbolProvider.h"
 
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
+#include <QSGRendererInterface>
 #include <utility>
 
 // Generated from the QML module; a static library is only registered when somebody asks for it.
@@ -46,6 +48,16 @@ void boundRendererPool() {
         qputenv(threshold, "64");
 }
 
+/// Without a graphics card the toolkit would draw each frame whole through an emulated one. Its own software
+/// renderer draws only what has changed.
+void chooseRenderer() {
+    const bool chosenByUser =
+        qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND");
+    const bool hasGraphicsCard = QFileInfo::exists("/dev/dri") || QFileInfo::exists("/dev/nvidiactl");
+    if (!chosenByUser && !hasGraphicsCard)
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
+
 } // namespace
 
 class MainWindow::Parts : public QObject {
@@ -57,6 +69,7 @@ public:
         qml_register_types_Orvalen();
         installControlAccessible();
         boundRendererPool();
+        chooseRenderer();
         QGuiApplication::setFont(applicationFont());
         QGuiApplication::setWindowIcon(QIcon(":/qt/qml/Orvalen/icon.svg"));
         engine.addImageProvider("symbol", new SymbolProvider);

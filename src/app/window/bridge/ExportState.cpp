@@ -44,6 +44,14 @@ QString ExportState::tip() const {
     return target == nullptr ? QString() : toQString(target->tip);
 }
 
+QString ExportState::longestTip() const {
+    QString longest;
+    for (const ExportTarget& target : exportTargets())
+        if (const QString tip = toQString(target.tip); tip.size() > longest.size())
+            longest = tip;
+    return longest;
+}
+
 bool ExportState::canExport() const {
     return orvalen::canExport(view());
 }

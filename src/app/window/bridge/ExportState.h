@@ -18,6 +18,7 @@ class ExportState : public orvalen::StateProperties {
     Q_PROPERTY(QList<QString> howTos READ howTos CONSTANT)
     Q_PROPERTY(int formatIndex READ formatIndex WRITE setFormatIndex NOTIFY changed)
     Q_PROPERTY(QString tip READ tip NOTIFY changed)
+    Q_PROPERTY(QString longestTip READ longestTip CONSTANT)
     Q_PROPERTY(bool canExport READ canExport NOTIFY changed)
     Q_PROPERTY(bool bannerShown READ bannerShown NOTIFY changed)
 
@@ -30,6 +31,7 @@ public:
     int formatIndex() const;
     void setFormatIndex(int index);
     QString tip() const;
+    QString longestTip() const;
     bool canExport() const;
     bool bannerShown() const { return view().showExportSuccessBanner.get(); }
 

@@ -5,18 +5,37 @@
 #include "preview/PreviewPlayer.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace orvalen {
 
 PreviewState::PreviewState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
     follow(view.audioPlayer);
     follow(view.selectedTrack);
-    follow(view.playbackProgress);
+    follow(view.showResultsPage);
+    follow(view.playbackProgress,
+           [this, &view] { return view.showResultsPage.get() && !(place() == shown_); });
+    shown_ = place();
+}
+
+void PreviewState::refresh() {
+    shown_ = place();
+    emit changed();
+}
+
+PreviewState::Place PreviewState::place() const {
+    const auto& player = view().audioPlayer.get();
+    return {static_cast<int>(std::lround(view().playbackProgress.get() * std::max(1, steps_))),
+            player ? static_cast<long long>(player->currentTime()) : 0};
 }
 
 QString PreviewState::title() const {
     const auto& track = view().selectedTrack.get();
     return track ? "Now Playing: " + toShownText(track->path) : QString();
+}
+
+double PreviewState::progress() const {
+    return static_cast<double>(shown_.step) / std::max(1, steps_);
 }
 
 QString PreviewState::position() const {

@@ -6,7 +6,8 @@
 
 namespace orvalen {
 
-/// The Now Playing panel.
+/// The Now Playing panel. The state's progress changes a hundred times a second; the views are told only
+/// while the results page is shown, and only when the slider moves by a step or a time label changes.
 class PreviewState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
@@ -16,13 +17,16 @@ class PreviewState : public orvalen::StateProperties {
     Q_PROPERTY(double progress READ progress NOTIFY changed)
     Q_PROPERTY(QString position READ position NOTIFY changed)
     Q_PROPERTY(QString length READ length NOTIFY changed)
+    /// How many places the slider can show: the device pixels of its groove.
+    Q_PROPERTY(int steps MEMBER steps_)
 
 public:
     PreviewState(ContentView& view, ChangeNotifier& notifier);
 
     bool shown() const { return view().selectedTrack.get().has_value(); }
     QString title() const;
-    double progress() const { return view().playbackProgress.get(); }
+    /// The played fraction, rounded to a step of the slider.
+    double progress() const;
     QString position() const;
     QString length() const;
 
@@ -32,6 +36,22 @@ public:
     Q_INVOKABLE void seekTo(double progress);
     /// A share of the length on from where the player is, or back; not past either end.
     Q_INVOKABLE void stepBy(double share);
+
+protected:
+    void refresh() override;
+
+private:
+    /// What of the playback can be seen to move.
+    struct Place {
+        int step = 0;
+        long long second = 0;
+        bool operator==(const Place&) const = default;
+    };
+
+    Place place() const;
+
+    int steps_ = 1000;
+    Place shown_; ///< at the last refresh
 };
 
 } // namespace orvalen

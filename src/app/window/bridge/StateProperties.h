@@ -34,6 +34,15 @@ protected:
         });
     }
 
+    /// Follows only the writes after which `matters()` is true.
+    template <typename T, typename Matters>
+    void follow(Field<T>& field, Matters matters) {
+        field.observe([guard = QPointer<StateProperties>(this), matters] {
+            if (guard && matters())
+                guard->markDirty();
+        });
+    }
+
     /// Runs an operation after the event that asked for it has been handled, so that a dialog which it opens
     /// does not keep a view's handler waiting.
     void later(std::function<void(ContentView&)> operation);

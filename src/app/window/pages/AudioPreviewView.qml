@@ -11,12 +11,19 @@ RowLayout {
     spacing: 12
 
     SeekSlider {
+        id: slider
+
         Layout.fillWidth: true
         position01: position.preview.progress
         Accessible.name: "Playback position"
         onDragged: value => position.preview.moveTo(value)
         onReleased: value => position.preview.seekTo(value)
         onStepped: by => position.preview.stepBy(by)
+    }
+    Binding {
+        target: position.preview
+        property: "steps"
+        value: Math.max(1, Math.round(slider.width * Screen.devicePixelRatio))
     }
     Column {
         Layout.minimumWidth: 38

@@ -45,11 +45,21 @@ PanelBox {
     }
     Label {
         Layout.fillWidth: true
-        visible: text !== ""
+        Layout.minimumHeight: roomiest.implicitHeight // reserved, so that a tip moves nothing below
         text: options.exports.tip
         font.pixelSize: Theme.caption
         color: Theme.secondary
         wrapMode: Text.Wrap
+
+        Label {
+            id: roomiest
+
+            visible: false
+            width: parent.width
+            text: options.exports.longestTip
+            font: parent.font
+            wrapMode: Text.Wrap
+        }
     }
     Flow {
         Layout.fillWidth: true

@@ -72,23 +72,30 @@ ColumnLayout {
         onClicked: controls.library.askToDelete()
     }
 
-    ColumnLayout {
+    Item {
         Layout.fillWidth: true
-        visible: controls.library.scanBarVisible
-        spacing: 4
+        implicitHeight: scan.implicitHeight // reserved, so that a scan moves nothing below
 
-        LinearProgress {
-            Layout.fillWidth: true
-            label: "Scanning…"
-            value: controls.library.scanProgress
-            thickness: 12
-        }
-        Label {
-            Layout.fillWidth: true
-            text: controls.library.scanFileName
-            font.pixelSize: Theme.caption
-            color: Theme.secondary
-            elide: Text.ElideMiddle
+        Column {
+            id: scan
+
+            width: parent.width
+            visible: controls.library.scanBarVisible
+            spacing: 4
+
+            LinearProgress {
+                width: parent.width
+                label: "Scanning…"
+                value: controls.library.scanProgress
+                thickness: 12
+            }
+            Label {
+                width: parent.width
+                text: controls.library.scanFileName
+                font.pixelSize: Theme.caption
+                color: Theme.secondary
+                elide: Text.ElideMiddle
+            }
         }
     }
 

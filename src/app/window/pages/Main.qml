@@ -15,21 +15,79 @@ Window {
     required property Drops drops
     required property LogModel log
 
-    /// The frame of the window's title bar and edges, about.
-    readonly property int frame: 48
+    /// Wayland compositors decide the size of a maximised window and end a client that draws another one.
+    readonly property bool onWayland: Qt.platform.pluginName.startsWith("wayland")
+    readonly property int greatestWidth: 900
+    /// Height of the title bar and edges. Wayland does not say which part of the screen its panels take.
+    readonly property int frame: onWayland ? 80 : 48
     readonly property int roomHeight: Math.max(320, Screen.desktopAvailableHeight - frame)
     readonly property int leastHeight: Math.min(roomHeight, review.shown ? results.leastHeight : 690)
 
     title: "Orvalen"
     color: Theme.window
     minimumWidth: Math.min(600, Screen.desktopAvailableWidth)
-    maximumWidth: 900
+    maximumWidth: onWayland ? 16777215 : greatestWidth
     minimumHeight: leastHeight
     // 300 points wide is asked for and too narrow for the content: it gets the width at which it looks best.
     width: Math.min(720, Screen.desktopAvailableWidth)
     height: Math.min(800, roomHeight)
 
-    onLeastHeightChanged: if (height < leastHeight) height = leastHeight
+    onWidthChanged: limitWidth()
+    onVisibilityChanged: limitWidth()
+    onLeastHeightChanged: fitHeight()
+    onActiveFocusItemChanged: rememberFocus()
+
+    function limitWidth() {
+        if (visibility === Window.Windowed && width > greatestWidth)
+            width = greatestWidth
+    }
+
+    property int heightBefore: 0 ///< before the results page made the window higher; 0 when it did not
+    property int heightMade: 0
+
+    /// Makes room for the results page, and takes it back afterwards unless the user has resized the window.
+    function fitHeight() {
+        if (visibility !== Window.Windowed)
+            return
+        if (height < leastHeight) {
+            heightBefore = height
+            height = heightMade = leastHeight
+        } else if (!review.shown && heightBefore > 0) {
+            if (height === heightMade)
+                height = heightBefore
+            heightBefore = 0
+        }
+    }
+
+    property Item focusedOnPage
+    property Item focusedOnResults
+
+    function rememberFocus() {
+        const item = activeFocusItem
+        if (contains(page, item))
+            focusedOnPage = item
+        else if (contains(results.contentItem, item))
+            focusedOnResults = item
+    }
+
+    function contains(root: Item, item: Item): bool {
+        for (let it = item; it; it = it.parent)
+            if (it === root)
+                return true
+        return false
+    }
+
+    /// Gives the keys to the topmost page or alert: where they were in it, else to its first control.
+    function restoreFocus() {
+        if (updateAlert.shown)
+            updateAlert.takeFocus()
+        else if (deletion.shown)
+            deletion.takeFocus()
+        else if (review.shown)
+            results.takeFocus(focusedOnResults)
+        else if (focusedOnPage && focusedOnPage.visible && focusedOnPage.enabled)
+            focusedOnPage.forceActiveFocus(Qt.TabFocusReason)
+    }
 
     MainPage {
         id: page
@@ -60,9 +118,16 @@ Window {
         review: window.review
         exports: window.exports
         preview: window.preview
+        onOpened: {
+            window.focusedOnResults = null
+            window.restoreFocus()
+        }
+        onClosed: window.restoreFocus()
     }
 
     Alert {
+        id: deletion
+
         shown: window.library.asksToDelete
         title: "Are you sure you want to delete the saved library?"
         acceptText: "Delete Library"
@@ -70,9 +135,12 @@ Window {
         destructive: true
         onConfirmed: window.library.deleteLibrary()
         onCancelled: window.library.keepLibrary()
+        onClosed: window.restoreFocus()
     }
 
     Alert {
+        id: updateAlert
+
         shown: window.update.shown
         title: "Update Available"
         message: window.update.notes
@@ -80,5 +148,6 @@ Window {
         cancelText: "Later"
         onConfirmed: window.update.download()
         onCancelled: window.update.dismiss()
+        onClosed: window.restoreFocus()
     }
 }

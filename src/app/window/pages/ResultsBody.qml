@@ -14,6 +14,7 @@ Flickable {
 
     function showRow(index: int) { list.positionViewAtIndex(index, ListView.Contain) }
 
+    readonly property Item rowList: list
     readonly property real bulkButtonsEnd: stack.x + bulkButtons.childrenRect.width
 
     contentWidth: width

@@ -33,6 +33,12 @@ T.Dialog {
     }
     Component.onCompleted: follow()
 
+    /// Gives the keys to the item, or to the list of rows when there is none any more.
+    function takeFocus(item: Item) {
+        const target = item && item !== body && item.visible && item.enabled ? item : results.rowList
+        target.forceActiveFocus(Qt.TabFocusReason)
+    }
+
     function follow() {
         if (review.shown)
             open()

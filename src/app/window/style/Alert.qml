@@ -18,8 +18,14 @@ T.Dialog {
     onShownChanged: shown ? open() : close()
     Component.onCompleted: if (shown) open()
 
-    // It may come up while somebody types: a key meant for elsewhere does no harm, and is seen to be taken.
-    onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
+    onOpened: takeFocus()
+
+    /// The user may be typing when an alert opens: a key meant for elsewhere only cancels.
+    function takeFocus() {
+        cancel.forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    z: 1 // above the results page, whichever opened first
 
     modal: true
     focus: true
