@@ -1,8 +1,8 @@
 #include "BenchLibrary.h"
 
 #include "core/Keys.h"
-#include "matching/WantedList.h"
 #include "matching/TrackSearch.h"
+#include "matching/WantedList.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
