@@ -19,12 +19,18 @@ std::string_view folderOf(std::string_view path) {
 
 FolderTable::FolderTable(const std::vector<TrackRecord>& records) {
     std::unordered_map<std::string_view, std::size_t> numbers;
+    std::string_view last;
+    std::size_t number = 0;
     for (std::size_t position = 0; position < records.size(); ++position) {
         const std::string_view path = folderOf(records[position].path());
-        const auto [number, isNew] = numbers.try_emplace(path, folders.size());
-        if (isNew)
-            folders.push_back({composed(path), {}, 0});
-        folders[number->second].positions.push_back(static_cast<std::uint32_t>(position));
+        if (folders.empty() || path != last) { // neighbours mostly lie in one folder
+            const auto [known, isNew] = numbers.try_emplace(path, folders.size());
+            if (isNew)
+                folders.push_back({composed(path), {}, 0});
+            number = known->second;
+            last = path;
+        }
+        folders[number].positions.push_back(static_cast<std::uint32_t>(position));
     }
     std::ranges::sort(folders, {}, &Folder::path);
     std::size_t count = 0;
