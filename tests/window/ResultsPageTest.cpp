@@ -2,7 +2,9 @@
 #include "support/Builders.h"
 #include "window/WindowHarness.h"
 
+#include <QClipboard>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QQuickItem>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -33,6 +35,14 @@ protected:
         window.expectShown("Playlist Results");
         QTest::qWait(350); // the sheet comes up
         window.settle();
+    }
+
+    /// The position of the row that has the keys; -1 for none.
+    int rowOfFocus() const {
+        for (QQuickItem* it = window.window()->activeFocusItem(); it != nullptr; it = it->parentItem())
+            if (it->property("label").isValid() && it->property("index").isValid())
+                return it->property("index").toInt();
+        return -1;
     }
 
     std::vector<MatchedTrack> rows() const { return view.matchedTracks.get(); }
@@ -172,6 +182,66 @@ TEST_F(ResultsPage, TellsWhichRowsNeedADecision) {
     EXPECT_EQ(said(single), "in the playlist");
 }
 
+TEST_F(ResultsPage, LeadsToWhatIsLeftToDo) {
+    const auto row = [&] { return rowOfFocus(); };
+    EXPECT_TRUE(window.shows("1 without a file"));
+    EXPECT_TRUE(window.shows("1 to choose"));
+    EXPECT_TRUE(window.shows("1 with a proposed file"));
+    EXPECT_FALSE(window.control("0 in the playlist").enabled());
+    window.click("1 with a proposed file");
+    EXPECT_EQ(row(), 1);
+    window.click("1 without a file");
+    EXPECT_EQ(row(), 2);
+    EXPECT_EQ(window.focused(), "Browse for file");
+    window.click("Select All");
+    window.click("2 in the playlist");
+    EXPECT_EQ(row(), 0);
+    for (const int expected : {1, 0}) {
+        window.key(Qt::Key_N);
+        EXPECT_EQ(row(), expected);
+    }
+    window.key(Qt::Key_N, Qt::ShiftModifier);
+    EXPECT_EQ(row(), 1);
+    window.key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(window.shows("0 tracks selected")) << "Select All is one step";
+
+    window.key(Qt::Key_F, Qt::ControlModifier);
+    window.type("nóthing");
+    window.key(Qt::Key_Escape);
+    EXPECT_EQ(row(), 2);
+    EXPECT_TRUE(view.showResultsPage.get()) << "Escape leaves the field first";
+    window.key(Qt::Key_F1);
+    window.expectShown("Keys", QAccessible::Dialog);
+    window.key(Qt::Key_Escape);
+    window.expectGone("Keys", QAccessible::Dialog);
+    EXPECT_TRUE(view.showResultsPage.get());
+}
+
+TEST_F(ResultsPage, SaysWhatAnExportLacks) {
+    const char* const caption = "2 files will be written; 1 selected row has no file";
+    EXPECT_FALSE(window.shows(caption));
+    window.click("Select All");
+    EXPECT_TRUE(window.shows(caption));
+    window.click("Copy Missing");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "Nobody – Nothing\n");
+}
+
+TEST_F(ResultsPage, PlaysACandidateWithoutChoosingIt) {
+    window.click(window.inRow(several, "Choose match"));
+    window.expectShown("Choose match", QAccessible::List);
+    window.key(Qt::Key_Down);
+    window.key(Qt::Key_P);
+    EXPECT_EQ(view.selectedTrack.get()->path, "/Music/b.mp3");
+    EXPECT_TRUE(view.isPlaying.get());
+    window.key(Qt::Key_P);
+    EXPECT_FALSE(view.isPlaying.get());
+    window.key(Qt::Key_Escape);
+    window.expectGone("Choose match", QAccessible::List);
+    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/a.mp3");
+    window.key(Qt::Key_P);
+    EXPECT_EQ(view.selectedTrack.get()->path, "/Music/a.mp3") << "the row's own file";
+}
+
 TEST_F(ResultsPage, PlaysPausesAndSeeks) {
     window.click(window.inRow(single, "Play"));
     ASSERT_EQ(window.platform.audioPlayers.playbacks.size(), 1U);
@@ -272,12 +342,6 @@ TEST_F(ResultsPage, LeadsTheKeysThroughRowsThatDoNotExistYet) {
         many.push_back(row("Artist", std::to_string(i), {track("Artist", std::to_string(i))}));
     view.matchedTracks.set(many);
     window.settle();
-    const auto rowOfFocus = [&] {
-        for (QQuickItem* it = window.window()->activeFocusItem(); it != nullptr; it = it->parentItem())
-            if (it->property("label").isValid() && it->property("index").isValid())
-                return it->property("index").toInt();
-        return -1;
-    };
     window.control("Deselect All").item->forceActiveFocus(Qt::TabFocusReason);
     for (int i = 0; i < 30; ++i)
         for (const char* name : {"Play", "Browse for file", "Include in playlist"}) {

@@ -3,8 +3,12 @@
 #include "app/window/bridge/QtText.h"
 #include "app/window/bridge/WantedState.h"
 #include "export/ExportTargets.h"
+#include "export/PlaylistCounts.h"
 #include "session/SessionFiles.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <algorithm>
 #include <string>
 
 namespace orvalen {
@@ -50,6 +54,19 @@ QString ExportState::longestTip() const {
         if (const QString tip = toQString(target.tip); tip.size() > longest.size())
             longest = tip;
     return longest;
+}
+
+QString ExportState::caption() const {
+    return toQString(playlistCaption(playlistCounts(view().matchedTracks.get())));
+}
+
+bool ExportState::lacksFiles() const {
+    return std::ranges::any_of(view().matchedTracks.get(),
+                               [](const MatchedTrack& row) { return !row.selectedTrack; });
+}
+
+void ExportState::copyMissing() {
+    QGuiApplication::clipboard()->setText(toQString(missingList(view().matchedTracks.get())));
 }
 
 bool ExportState::canExport() const {

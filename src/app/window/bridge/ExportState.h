@@ -19,6 +19,8 @@ class ExportState : public orvalen::StateProperties {
     Q_PROPERTY(int formatIndex READ formatIndex WRITE setFormatIndex NOTIFY changed)
     Q_PROPERTY(QString tip READ tip NOTIFY changed)
     Q_PROPERTY(QString longestTip READ longestTip CONSTANT)
+    Q_PROPERTY(QString caption READ caption NOTIFY changed)
+    Q_PROPERTY(bool lacksFiles READ lacksFiles NOTIFY changed)
     Q_PROPERTY(bool canExport READ canExport NOTIFY changed)
     Q_PROPERTY(bool bannerShown READ bannerShown NOTIFY changed)
 
@@ -32,10 +34,16 @@ public:
     void setFormatIndex(int index);
     QString tip() const;
     QString longestTip() const;
+    /// What the playlist will lack or repeat; empty when it is neither.
+    QString caption() const;
+    /// Whether a row has no file.
+    bool lacksFiles() const;
     bool canExport() const;
     bool bannerShown() const { return view().showExportSuccessBanner.get(); }
 
     Q_INVOKABLE void showHowTo(int index);
+    /// Puts the rows without a file on the clipboard, one "Artist – Title" a line.
+    Q_INVOKABLE void copyMissing();
     Q_INVOKABLE void exportPlaylist();
     Q_INVOKABLE void saveSession();
 

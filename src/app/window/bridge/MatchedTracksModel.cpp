@@ -88,6 +88,24 @@ bool MatchedTracksModel::stoodForPreview() const {
                        [](const ShownRow& shownRow) { return shownRow.bold; });
 }
 
+QList<int> MatchedTracksModel::decisionCounts() const {
+    QList<int> counts(Included + 1, 0);
+    for (const ShownRow& row : shownRows_)
+        ++counts[static_cast<int>(row.decision)];
+    return counts;
+}
+
+int MatchedTracksModel::nextRow(std::initializer_list<RowDecision> decisions, int from, int by) const {
+    const int count = rowCount();
+    for (int step = 1; step <= count; ++step) {
+        const int row = ((from + step * by) % count + count) % count;
+        if (std::ranges::find(decisions, shownRows_[static_cast<std::size_t>(row)].decision) !=
+            decisions.end())
+            return row;
+    }
+    return -1;
+}
+
 int MatchedTracksModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(shownRows_.size());
 }

@@ -5,6 +5,7 @@
 
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
+#include <initializer_list>
 #include <vector>
 
 namespace orvalen {
@@ -47,6 +48,12 @@ public:
     /// Whether a row stood for the previewed track, or for none while nothing was previewed, at the last
     /// refresh.
     bool stoodForPreview() const;
+
+    /// How many rows stand at each decision, by its value.
+    QList<int> decisionCounts() const;
+    /// The next row after `from`, or before it when `by` is -1, whose decision is among these; goes on at the
+    /// other end. -1 when there is none.
+    int nextRow(std::initializer_list<RowDecision> decisions, int from, int by) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;

@@ -60,4 +60,10 @@ void PreviewState::stepBy(double share) {
         seekTo(std::clamp(player->currentTime() / player->duration() + share, 0.0, 1.0));
 }
 
+void PreviewState::seekBySeconds(double seconds) {
+    const auto& player = view().audioPlayer.get();
+    if (player && player->duration() > 0)
+        stepBy(seconds / player->duration());
+}
+
 } // namespace orvalen

@@ -36,6 +36,7 @@ public:
     Q_INVOKABLE void seekTo(double progress);
     /// A share of the length on from where the player is, or back; not past either end.
     Q_INVOKABLE void stepBy(double share);
+    Q_INVOKABLE void seekBySeconds(double seconds);
 
 protected:
     void refresh() override;

@@ -2,6 +2,7 @@
 
 #include "app/window/bridge/Drops.h"
 #include "app/window/bridge/QtText.h"
+#include "core/Keys.h"
 #include "library/AudioMetadata.h"
 #include "matching/MatchReview.h"
 #include "preview/PreviewPlayer.h"
@@ -73,6 +74,36 @@ void ReviewState::browse(int row) {
         if (rowAt(state, row) != nullptr)
             attachBrowsedFile(state, static_cast<std::size_t>(row));
     });
+}
+
+QString ReviewState::playingPath() const {
+    const auto& track = view().selectedTrack.get();
+    return track && view().isPlaying.get() ? toQString(track->path) : QString();
+}
+
+void ReviewState::previewOption(int row, int option) {
+    const MatchedTrack* match = rowAt(view(), row);
+    if (match == nullptr || option < 0 || static_cast<std::size_t>(option) >= match->options.size())
+        return;
+    const Track track = match->options[static_cast<std::size_t>(option)];
+    orvalen::togglePreview(view(), track);
+}
+
+int ReviewState::next(int decision, int from, int by) const {
+    return decision < 0 ? rows_.nextRow({RowDecision::noFile, RowDecision::undecided}, from, by)
+                        : rows_.nextRow({static_cast<RowDecision>(decision)}, from, by);
+}
+
+int ReviewState::find(const QString& text, int from, int by) const {
+    const auto& rows = view().matchedTracks.get();
+    const int count = static_cast<int>(rows.size());
+    const std::string needle = normalize(toUtf8(text));
+    for (int step = 0; step < count; ++step) {
+        const int row = ((from + step * by) % count + count) % count;
+        if (containsNormalized(normalize(rowLabel(rows[static_cast<std::size_t>(row)])), needle))
+            return row;
+    }
+    return -1;
 }
 
 int ReviewState::undo() {

@@ -17,6 +17,8 @@ class ReviewState : public orvalen::StateProperties {
     Q_PROPERTY(orvalen::MatchedTracksModel* rows READ rows CONSTANT)
     Q_PROPERTY(bool shown READ shown NOTIFY changed)
     Q_PROPERTY(QString summary READ summary NOTIFY changed)
+    Q_PROPERTY(QList<int> counts READ counts NOTIFY changed)
+    Q_PROPERTY(QString playingPath READ playingPath NOTIFY changed)
     Q_PROPERTY(bool autoSaving READ autoSaving NOTIFY changed)
 
 public:
@@ -25,6 +27,10 @@ public:
     MatchedTracksModel* rows() { return &rows_; }
     bool shown() const { return view().showResultsPage.get(); }
     QString summary() const;
+    /// How many rows stand at each MatchedTracksModel::Decision, by its value.
+    QList<int> counts() const { return rows_.decisionCounts(); }
+    /// The file that is being played; empty for none.
+    QString playingPath() const;
     bool autoSaving() const { return view().isAutoSaving.get(); }
 
     Q_INVOKABLE void close() { view().showResultsPage.set(false); }
@@ -38,6 +44,13 @@ public:
     Q_INVOKABLE bool canTake(const QList<QUrl>& urls) const;
     Q_INVOKABLE void attach(int row, const QList<QUrl>& urls);
     Q_INVOKABLE void togglePreview(int row);
+    /// Plays or pauses a candidate without choosing it.
+    Q_INVOKABLE void previewOption(int row, int option);
+    /// The next row of the decision after `from`, before it when `by` is -1; with -1 for the decision, the
+    /// next row that has no file or needs a choice. -1 when there is none.
+    Q_INVOKABLE int next(int decision, int from, int by) const;
+    /// The next row whose label contains the text, from `from` on in steps of `by`; -1 when there is none.
+    Q_INVOKABLE int find(const QString& text, int from, int by) const;
     /// Takes back the last tick or choice. Returns the row concerned; -1 when there is nothing to take back.
     Q_INVOKABLE int undo();
 

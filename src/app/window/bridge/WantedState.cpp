@@ -1,5 +1,6 @@
 #include "app/window/bridge/WantedState.h"
 
+#include "app/window/bridge/Drops.h"
 #include "app/window/bridge/QtText.h"
 #include "core/Text.h"
 #include "import/DjepImport.h"
@@ -71,6 +72,8 @@ WantedState::WantedState(ContentView& view, ChangeNotifier& notifier) : StatePro
     follow(view.trackDict);
     follow(view.matchedTracks);
     follow(view.showResultsPage);
+    follow(view.showDeleteLibraryConfirmation);
+    follow(view.showUpdateAlert);
     follow(view.isMatching);
     follow(view.matchProgress);
     follow(view.scanningFileName);
@@ -161,6 +164,10 @@ bool WantedState::canMatch() const {
         return true;
     }
     return false;
+}
+
+bool WantedState::onTop() const {
+    return !view().showResultsPage.get() && !showsAlert(view());
 }
 
 void WantedState::match() {

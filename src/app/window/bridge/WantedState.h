@@ -25,6 +25,7 @@ class WantedState : public orvalen::StateProperties {
     Q_PROPERTY(bool ignoreDoNotPlay READ ignoreDoNotPlay WRITE setIgnoreDoNotPlay NOTIFY changed)
     Q_PROPERTY(bool tooLongToShow READ tooLongToShow NOTIFY changed)
     Q_PROPERTY(bool canMatch READ canMatch NOTIFY changed)
+    Q_PROPERTY(bool onTop READ onTop NOTIFY changed)
     Q_PROPERTY(bool canReturn READ canReturn NOTIFY changed)
     Q_PROPERTY(bool matching READ matching NOTIFY changed)
     Q_PROPERTY(QString matchingText READ matchingText NOTIFY changed)
@@ -47,6 +48,8 @@ public:
     /// The state's list would take the editor minutes to lay out, so it shows none.
     bool tooLongToShow() const { return tooLongToShow_; }
     bool canMatch() const;
+    /// Whether neither the results page nor an alert lies over the main page.
+    bool onTop() const;
     /// Whether there are results whose page is closed.
     bool canReturn() const { return !view().matchedTracks.get().empty() && !view().showResultsPage.get(); }
     bool matching() const { return view().isMatching.get(); }

@@ -12,19 +12,25 @@ PanelBox {
 
     title: "Export Options"
     symbol: "square.and.arrow.up"
-    contentSpacing: 8
+    contentSpacing: 6
+    padding: 10
 
-    Label {
-        text: "Export Format:"
-        font.pixelSize: Theme.subheadline
-    }
-    Segmented {
+    RowLayout {
         Layout.fillWidth: true
-        name: "Export Format"
-        textSize: Theme.caption
-        labels: options.exports.formats
-        currentIndex: options.exports.formatIndex
-        onChosen: index => options.exports.formatIndex = index
+        spacing: 10
+
+        Label {
+            text: "Export Format:"
+            font.pixelSize: Theme.subheadline
+        }
+        Segmented {
+            Layout.fillWidth: true
+            name: "Export Format"
+            textSize: Theme.caption
+            labels: options.exports.formats
+            currentIndex: options.exports.formatIndex
+            onChosen: index => options.exports.formatIndex = index
+        }
     }
     Flow {
         Layout.fillWidth: true
@@ -66,14 +72,43 @@ PanelBox {
         spacing: 12
 
         PushButton {
+            id: exportButton
+
             text: "Export Playlist"
             prominent: true
+            tip: "Ctrl+E"
             enabled: options.exports.canExport
             onClicked: options.exports.exportPlaylist()
         }
         PushButton {
+            id: saveButton
+
             text: "Save Session"
+            tip: "Ctrl+S"
             onClicked: options.exports.saveSession()
+        }
+        PushButton {
+            id: copyButton
+
+            text: "Copy Missing"
+            tip: "Copies the rows without a file, one a line"
+            visible: options.exports.lacksFiles
+            onClicked: options.exports.copyMissing()
+        }
+        Label {
+            readonly property real beside: options.width - 24 - exportButton.width - saveButton.width
+                                           - (copyButton.visible ? copyButton.width + 12 : 0) - 24
+
+            visible: text !== ""
+            width: Math.min(implicitWidth, Math.max(beside, 160))
+            height: exportButton.height
+            text: options.exports.caption
+            font.pixelSize: Theme.caption
+            color: Theme.secondary
+            verticalAlignment: Text.AlignVCenter
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
+            elide: Text.ElideRight
         }
     }
 }

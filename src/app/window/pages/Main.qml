@@ -125,6 +125,8 @@ Window {
         onClosed: window.restoreFocus()
     }
 
+    KeysHelp {}
+
     Alert {
         id: deletion
 

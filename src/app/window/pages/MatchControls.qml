@@ -10,6 +10,12 @@ ColumnLayout {
 
     spacing: 8
 
+    Shortcut {
+        sequences: ["Ctrl+Return", "Ctrl+Enter"]
+        enabled: controls.wanted.onTop && controls.wanted.canMatch
+        onActivated: controls.wanted.match()
+    }
+
     Flow {
         Layout.fillWidth: true
         spacing: 12
@@ -18,6 +24,7 @@ ColumnLayout {
             text: "Match Playlist"
             symbol: "music.note.list"
             prominent: true
+            tip: "Ctrl+Return"
             enabled: controls.wanted.canMatch
             onClicked: controls.wanted.match()
         }

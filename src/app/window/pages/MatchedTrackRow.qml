@@ -35,6 +35,7 @@ Item {
     signal dropped(var urls)
     signal ticked(bool on)
     signal chosen(int option)
+    signal optionPreviewed(int option)
     signal pickerOpened(Picker picker)
 
     /// In reading order.
@@ -62,10 +63,15 @@ Item {
         return true
     }
 
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_P && !(event.modifiers & Qt.ControlModifier)
+        if (event.accepted && hasTrack && !event.isAutoRepeat)
+            previewToggled()
+    }
     Keys.onUpPressed: leaving(-1, focusedControl())
     Keys.onDownPressed: leaving(1, focusedControl())
 
-    implicitHeight: column.implicitHeight + 12
+    implicitHeight: column.implicitHeight + 3
     height: implicitHeight
     Accessible.role: Accessible.Grouping
     Accessible.name: label
@@ -95,7 +101,7 @@ Item {
     DecisionMark {
         id: mark
 
-        y: 9
+        y: 6
         decision: row.decision
     }
 
@@ -103,9 +109,9 @@ Item {
         id: column
 
         x: 30
-        y: 6
+        y: 3
         width: row.width - x
-        spacing: 4
+        spacing: 2
 
         ColumnLayout {
             Layout.fillWidth: true
@@ -132,10 +138,12 @@ Item {
 
             Layout.fillWidth: true
             visible: row.options.length > 1
+            implicitHeight: 26
             labels: row.options
             currentIndex: row.picked
             spokenName: "Choose match"
             onChosen: option => row.chosen(option)
+            onPreviewed: option => row.optionPreviewed(option)
             onOpened: row.pickerOpened(this)
             onActiveFocusChanged: if (activeFocus) row.focused(this)
             Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(0)
@@ -165,6 +173,7 @@ Item {
                 id: browse
 
                 text: "Browse for file"
+                implicitHeight: 24
                 textSize: Theme.footnote
                 onClicked: row.browsed()
                 onActiveFocusChanged: if (activeFocus) row.focused(this)
@@ -176,6 +185,7 @@ Item {
                 Layout.fillWidth: true
                 Layout.maximumWidth: implicitWidth
                 text: "Include in playlist"
+                implicitHeight: 24
                 ticked: row.included
                 onSwitched: on => row.ticked(on)
                 onActiveFocusChanged: if (activeFocus) row.focused(this)
@@ -185,7 +195,6 @@ Item {
 
         Divider {
             Layout.fillWidth: true
-            Layout.topMargin: 4
         }
     }
 }

@@ -12,7 +12,29 @@ Flickable {
     required property ExportState exports
     required property PreviewState preview
 
+    property int lastAsked: -1 ///< the decision whose rows N goes through; -1 for all that are left to do
+
     function showRow(index: int) { list.positionViewAtIndex(index, ListView.Contain) }
+
+    function goToNext(decision: int, by: int) {
+        lastAsked = decision
+        const row = review.next(decision, list.lastRow < 0 ? list.firstInSight() - by : list.lastRow, by)
+        if (row >= 0)
+            list.reachRow(row, MatchedTrackRow.First)
+    }
+
+    function findRow() { findField.start() }
+
+    /// Moves the keys on to the next of the page's parts: rows, export, and what stands above the rows.
+    function goToNextPart(by: int) {
+        const parts = [bulkButtons, list, exportOptions]
+        const at = parts.findIndex(part => part.contains(part.mapFromItem(Window.activeFocusItem, 0, 0)))
+        const next = parts[(at < 0 ? 1 : at + by + 3) % 3]
+        if (next === list)
+            list.reachRow(list.currentRow(), MatchedTrackRow.First)
+        else
+            next.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+    }
 
     readonly property Item rowList: list
     readonly property real bulkButtonsEnd: stack.x + bulkButtons.childrenRect.width
@@ -24,7 +46,12 @@ Flickable {
     clip: true
     T.ScrollBar.vertical: ThinScrollBar {}
 
-    PickerList { id: pickerList; parent: T.Overlay.overlay }
+    PickerList {
+        id: pickerList
+
+        parent: T.Overlay.overlay
+        playingPath: body.review.playingPath
+    }
 
     ColumnLayout {
         id: stack
@@ -38,8 +65,8 @@ Flickable {
             id: bulkButtons
 
             Layout.fillWidth: true
-            Layout.topMargin: 10
-            Layout.bottomMargin: 6
+            Layout.topMargin: 6
+            Layout.bottomMargin: 3
             spacing: 8
 
             PushButton {
@@ -54,12 +81,28 @@ Flickable {
                 textSize: Theme.footnote
                 onClicked: body.review.includeAll(false)
             }
+            FindField {
+                id: findField
+
+                review: body.review
+                onShown: row => body.showRow(row)
+                onLeaving: list.reachRow(found < 0 ? list.currentRow() : found, MatchedTrackRow.First)
+            }
         }
-        Label {
-            Layout.bottomMargin: 6
-            text: body.review.summary
-            font.pixelSize: Theme.caption
-            color: Theme.secondary
+        RowLayout {
+            Layout.fillWidth: true
+            Layout.bottomMargin: 2
+
+            Label {
+                Layout.fillWidth: true
+                text: body.review.summary
+                font.pixelSize: Theme.caption
+                color: Theme.secondary
+            }
+            ResultsCounts {
+                review: body.review
+                onAsked: decision => body.goToNext(decision, 1)
+            }
         }
 
         FocusScope {
@@ -94,6 +137,8 @@ Flickable {
             preview: body.preview
         }
         ExportOptions {
+            id: exportOptions
+
             Layout.fillWidth: true
             Layout.topMargin: 8
             Layout.bottomMargin: 12

@@ -9,14 +9,14 @@ RowLayout {
     required property bool autoSaving
     signal closed()
 
-    height: 54
+    height: 46
     spacing: 0
 
     Label {
         Layout.fillWidth: true
         Layout.leftMargin: 16
-        Layout.topMargin: 11
-        Layout.bottomMargin: 11
+        Layout.topMargin: 7
+        Layout.bottomMargin: 7
         text: "Playlist Results"
         font.pixelSize: Theme.largeTitle
         font.weight: Font.Bold
@@ -51,6 +51,7 @@ RowLayout {
     PushButton {
         Layout.rightMargin: 16
         text: "Close"
+        tip: "Escape"
         onClicked: header.closed()
     }
 }

@@ -18,6 +18,7 @@ ListView {
     property int heldRow: -1 ///< the row that had the keys when it went out of sight; -1 while a row has them
     property int heldControl: 0
     property MatchedTrackRow focusedRow: null
+    property int lastRow: -1 ///< the row that had the keys last
     property bool returning: false
 
     implicitHeight: 190
@@ -51,6 +52,12 @@ ListView {
             const row = itemAtIndex(index) as MatchedTrackRow
             row?.reach(control)
         }
+    }
+
+    /// The row that has the keys, or would get them.
+    function currentRow(): int {
+        const focused = focusedRow && focusedRow.focusedControl() >= 0 ? focusedRow.index : heldRow
+        return focused < 0 ? firstInSight() : focused
     }
 
     function hasKeysItself(): bool {
@@ -113,14 +120,14 @@ ListView {
         target: list.model
         function onModelReset() {
             list.heldRow = -1
+            list.lastRow = -1
             list.focusedRow = null
         }
     }
 
     Keys.onPressed: event => {
-        const row = focusedRow && focusedRow.focusedControl() >= 0 ? focusedRow.index : heldRow
         const control = heldRow < 0 && focusedRow ? focusedRow.focusedControl() : heldControl
-        const from = row < 0 ? firstInSight() : row
+        const from = currentRow()
         const page = Math.max(1, lastInSight() - firstInSight())
         event.accepted = true
         switch (event.key) {
@@ -147,6 +154,7 @@ ListView {
         }
         onFocused: control => {
             list.focusedRow = row
+            list.lastRow = index
             list.heldRow = -1
             // A press must not move what is pressed away from the pointer.
             if (!list.returning && (control as T.Control)?.focusReason !== Qt.MouseFocusReason)
@@ -159,6 +167,7 @@ ListView {
         onDropped: urls => list.review.attach(index, urls)
         onTicked: on => list.review.include(index, on)
         onChosen: option => list.review.choose(index, option)
+        onOptionPreviewed: option => list.review.previewOption(index, option)
         onPickerOpened: picker => list.pickerList.openAt(picker, list.review.optionPaths(index))
     }
 }

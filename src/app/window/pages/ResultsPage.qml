@@ -76,11 +76,26 @@ T.Dialog {
         spacing: 0
         Keys.onEscapePressed: sheet.review.close()
         Keys.onPressed: event => {
+            event.accepted = true
+            const control = event.modifiers & Qt.ControlModifier
             if (event.matches(StandardKey.Undo)) {
                 const row = sheet.review.undo()
                 if (row >= 0)
                     results.showRow(row)
-                event.accepted = true
+            } else if (event.key === Qt.Key_F6) {
+                results.goToNextPart((event.modifiers & Qt.ShiftModifier) ? -1 : 1)
+            } else if (control && event.key === Qt.Key_F) {
+                results.findRow()
+            } else if (control && event.key === Qt.Key_E) {
+                sheet.exports.exportPlaylist()
+            } else if (control && event.key === Qt.Key_S) {
+                sheet.exports.saveSession()
+            } else if (control && (event.key === Qt.Key_Left || event.key === Qt.Key_Right)) {
+                sheet.preview.seekBySeconds(event.key === Qt.Key_Left ? -15 : 15)
+            } else if (!control && event.key === Qt.Key_N) {
+                results.goToNext(results.lastAsked, (event.modifiers & Qt.ShiftModifier) ? -1 : 1)
+            } else {
+                event.accepted = false
             }
         }
 

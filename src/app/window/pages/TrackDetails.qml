@@ -16,7 +16,7 @@ Item {
     signal focused()
     readonly property alias button: play
 
-    implicitHeight: 40
+    implicitHeight: 30
 
     // The shadow: a few soft frames, two points lower.
     Repeater {
@@ -42,7 +42,7 @@ Item {
     }
     RowLayout {
         anchors.fill: parent
-        anchors.leftMargin: 6
+        anchors.leftMargin: 4
         anchors.rightMargin: 10
         spacing: 10
 
@@ -52,6 +52,8 @@ Item {
             text: details.pauses ? "Pause" : "Play"
             symbol: details.pauses ? "pause.fill" : "play.fill"
             textSize: Theme.footnote
+            implicitHeight: 24
+            tip: "P"
             Layout.preferredWidth: Math.max(84, implicitWidth)
             onClicked: details.toggled()
             onActiveFocusChanged: if (activeFocus) details.focused()

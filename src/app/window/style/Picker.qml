@@ -9,6 +9,8 @@ Pressable {
     required property list<string> labels
     required property int currentIndex
     signal chosen(int index)
+    /// Asks to hear an entry, or to pause it, without choosing it.
+    signal previewed(int index)
     /// Asks the page for its list; the page answers the choice to `chosen`.
     signal opened()
 

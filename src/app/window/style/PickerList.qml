@@ -9,7 +9,8 @@ T.Popup {
     id: popup
 
     property Picker picker: null
-    property list<string> details ///< a second line for each entry
+    property list<string> details ///< a second line for each entry: where its file lies
+    property string playingPath ///< the file that is being played
 
     readonly property int gap: 4 ///< between the list and its picker
     readonly property int edge: 8 ///< kept free at the window's edges
@@ -95,6 +96,10 @@ T.Popup {
                 if (!event.isAutoRepeat)
                     popup.choose(currentIndex)
                 break
+            case Qt.Key_P:
+                if (currentIndex >= 0 && !event.isAutoRepeat)
+                    popup.picker?.previewed(currentIndex)
+                break
             case Qt.Key_Space: // chooses when it is let go, as otherwise the picker would get its release
                 break
             case Qt.Key_Home:
@@ -152,10 +157,27 @@ T.Popup {
                     size: 14
                     visible: entry.current
                 }
+                SymbolButton {
+                    readonly property bool playing: popup.playingPath !== "" && entry.spokenDetail === popup.playingPath
+
+                    anchors.right: parent.right
+                    anchors.rightMargin: 8
+                    anchors.verticalCenter: parent.verticalCenter
+                    focusPolicy: Qt.NoFocus
+                    text: playing ? "Pause" : "Play"
+                    symbol: playing ? "pause.fill" : "play.fill"
+                    color: Theme.secondary
+                    onClicked: popup.picker?.previewed(entry.index)
+
+                    HoverTip {
+                        text: "Listen without choosing (P)"
+                        shown: parent.hovered
+                    }
+                }
                 Column {
                     anchors.verticalCenter: parent.verticalCenter
                     x: 28
-                    width: parent.width - x - 12
+                    width: parent.width - x - 44
                     spacing: 1
 
                     Label {

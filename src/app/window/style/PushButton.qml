@@ -6,6 +6,7 @@ Pressable {
     id: button
 
     property string symbol
+    property string tip ///< hover help
     property bool prominent: false
     property bool plain: false
     property bool destructive: false
@@ -51,6 +52,16 @@ Pressable {
             color: button.ink
             elide: Text.ElideRight
             Accessible.ignored: true
+        }
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: button.tip !== "" && button.hovered
+
+        sourceComponent: HoverTip {
+            text: button.tip
+            shown: true
         }
     }
 

@@ -1,0 +1,99 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Orvalen
+
+/// All keys of the window, shown by F1 and hidden by the next key or click.
+T.Popup {
+    id: help
+
+    readonly property var keys: [
+        ["Ctrl+Return", "Match the playlist"],
+        ["Up, Down", "Go to the row above or below"],
+        ["Page Up, Page Down, Home, End", "Go further through the rows"],
+        ["N, Shift+N", "Go to the next row that is left to do, or back"],
+        ["Ctrl+F", "Find among the rows"],
+        ["Space", "Press or tick the control; in a picker, open the list"],
+        ["Alt+Down, F4", "Open the list of candidates"],
+        ["P", "Play or pause the row's file; in the list, the entry's"],
+        ["Ctrl+Left, Ctrl+Right", "Seek by 15 seconds"],
+        ["Ctrl+Z", "Undo the last tick or choice"],
+        ["F6, Shift+F6", "Go to the next part of the results page, or back"],
+        ["Ctrl+E", "Export the playlist"],
+        ["Ctrl+S", "Save the session"],
+        ["Escape", "Leave a list or field, or close the page"],
+        ["F1", "Show these keys"]
+    ]
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    width: Math.min(520, (parent?.width ?? 600) - 32)
+    height: Math.min(implicitContentHeight + padding * 2, (parent?.height ?? 600) - 32)
+    padding: 20
+    modal: true
+    focus: true
+    T.Overlay.modal: Rectangle { color: Theme.dim }
+
+    Shortcut {
+        sequence: "F1"
+        onActivated: help.visible ? help.close() : help.open()
+    }
+
+    contentItem: FocusScope {
+        focus: true
+        implicitHeight: stack.implicitHeight
+        Keys.onPressed: event => {
+            event.accepted = true
+            help.close()
+        }
+        Accessible.role: Accessible.Dialog
+        Accessible.name: "Keys"
+
+        ColumnLayout {
+            id: stack
+
+            width: parent.width
+            spacing: 5
+
+            Label {
+                Layout.bottomMargin: 6
+                text: "Keys"
+                font.pixelSize: Theme.headline
+                font.weight: Font.DemiBold
+                Accessible.role: Accessible.Heading
+            }
+            Repeater {
+                model: help.keys
+
+                RowLayout {
+                    id: line
+
+                    required property var modelData
+
+                    spacing: 16
+
+                    Label {
+                        Layout.preferredWidth: 190
+                        text: line.modelData[0]
+                        font.pixelSize: Theme.footnote
+                        font.weight: Font.DemiBold
+                        wrapMode: Text.Wrap
+                    }
+                    Label {
+                        Layout.fillWidth: true
+                        text: line.modelData[1]
+                        font.pixelSize: Theme.footnote
+                        wrapMode: Text.Wrap
+                    }
+                }
+            }
+        }
+    }
+    background: Rectangle {
+        radius: Theme.boxRadius
+        color: Theme.panel
+        border.color: Theme.controlLine
+    }
+}

@@ -1,0 +1,83 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Orvalen
+
+/// How many rows are left to do, by the marks of the rows. Pressing a count goes to the next such row.
+Row {
+    id: counts
+
+    required property ReviewState review
+    signal asked(int decision)
+
+    readonly property list<QtObject> kinds: [
+        Kind { decision: MatchedTracksModel.NoCandidate; rows: "without a file" },
+        Kind { decision: MatchedTracksModel.Undecided; rows: "to choose" },
+        Kind { decision: MatchedTracksModel.Proposed; rows: "with a proposed file" },
+        Kind { decision: MatchedTracksModel.Included; rows: "in the playlist" }
+    ]
+
+    component Kind: QtObject {
+        required property int decision
+        required property string rows
+    }
+
+    spacing: 2
+
+    Repeater {
+        model: counts.kinds
+
+        Pressable {
+            id: button
+
+            required property Kind modelData
+            readonly property int count: counts.review.counts[modelData.decision] ?? 0
+
+            implicitWidth: mark.width + number.implicitWidth + 16
+            implicitHeight: 22
+            enabled: count > 0
+            focusPolicy: Qt.NoFocus // N does the same by key, and Tab has enough stops before the rows
+            spokenName: count + " " + modelData.rows
+            spokenDetail: tip.text
+            onClicked: counts.asked(modelData.decision)
+
+            contentItem: Item {
+                DecisionMark {
+                    id: mark
+
+                    x: 5
+                    anchors.verticalCenter: parent.verticalCenter
+                    decision: button.modelData.decision
+                    size: 15
+                }
+                Label {
+                    id: number
+
+                    anchors.left: mark.right
+                    anchors.leftMargin: 5
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: button.count
+                    font.pixelSize: Theme.caption
+                    color: Theme.secondary
+                    Accessible.ignored: true
+                }
+            }
+            background: Rectangle {
+                radius: 5
+                color: button.wash
+
+                FocusRing {
+                    anchors.margins: -1
+                    inner: 5
+                    shown: button.visualFocus
+                }
+            }
+            HoverTip {
+                id: tip
+
+                text: button.count + " " + button.modelData.rows + ": go to the next (N), or back (Shift+N)"
+                shown: button.hovered
+            }
+        }
+    }
+}
