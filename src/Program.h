@@ -3,6 +3,7 @@
 #include "app/state/ContentView.h"
 #include "app/window/MainWindow.h"
 #include "library/PlaylistDatabaseManager.h"
+#include "library/SupportFolder.h"
 #include "platform/desktop/BuildBundle.h"
 #include "platform/desktop/DBusNotifications.h"
 #include "platform/desktop/MpvAudioPlayers.h"
@@ -28,11 +29,11 @@ struct Program {
     QtMainQueue mainQueue;
     ThreadWorkerQueue matchQueue;
     ThreadWorkerQueue tagQueue;
-    QtDialogs dialogs;
+    XdgUserFolders userFolders;
+    QtDialogs dialogs{supportFileURL(userFolders, "dialogs.ini").value_or(Location()).path};
     FileMediaAssets mediaAssets;
     MpvAudioPlayers audioPlayers;
     PosixFolderAccess folderAccess;
-    XdgUserFolders userFolders;
     DBusNotifications notifications;
     QtHttpSession httpSession;
     PlayerSound sound;

@@ -81,6 +81,8 @@ Expected<std::string> readText(const std::string& path) {
 void importDJEPCSV(ContentView& view) {
     OpenOptions options;
     options.types.families = {TypeFamily::commaSeparatedText};
+    options.title = "Import DJEP CSV";
+    options.kind = FileKind::eventList;
     view.platform.dialogs.chooseToOpenLater(options, [&view](const std::vector<Location>& chosen) {
         if (!chosen.empty())
             parseDJEPCSV(view, chosen.front());

@@ -54,6 +54,28 @@ void readAndAttach(ContentView& view, std::size_t row, Track track) {
     });
 }
 
+/// Where a file for the row is likely to be: beside its candidates, the chosen one first, else in the first
+/// music folder.
+std::vector<Location> foldersToBrowse(const ContentView& view, const MatchedTrack& row) {
+    constexpr std::size_t enough = 10;
+    std::vector<Location> folders;
+    const auto addFolderOf = [&](const std::string& path) {
+        const Location folder = locationOf(path.substr(0, path.rfind('/') + 1));
+        if (folders.size() < enough && std::find(folders.begin(), folders.end(), folder) == folders.end())
+            folders.push_back(folder);
+    };
+    if (row.selectedTrack)
+        addFolderOf(row.selectedTrack->path);
+    for (const Track& track : row.options)
+        addFolderOf(track.path);
+    if (!view.musicFolderURLs.get().empty()) {
+        const Location& first = view.musicFolderURLs.get().front();
+        folders.push_back(first);
+        addFolderOf(first.path); // it may be a single file
+    }
+    return folders;
+}
+
 } // namespace
 
 Track readTrackMetadata(MediaAssets& assets, Console& console, const std::string& path) {
@@ -123,6 +145,8 @@ void attachBrowsedFile(ContentView& view, std::size_t row) {
     options.types.families = {TypeFamily::mp3Audio, TypeFamily::mpeg4Audio, TypeFamily::wavAudio,
                               TypeFamily::movie};
     options.types.extensions = {"aiff", "aif"};
+    options.title = "Browse for file: " + pressed.artist + " – " + pressed.title;
+    options.openIn = foldersToBrowse(view, pressed);
     const auto chosen = view.platform.dialogs.chooseToOpen(options);
     if (chosen.empty())
         return;

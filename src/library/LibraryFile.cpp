@@ -75,6 +75,7 @@ void backupScannedLibrary(ContentView& view) {
     SaveOptions options;
     options.proposedName = "scanned_library.orvl";
     options.types.extensions = {"orvl"};
+    options.kind = FileKind::sessionOrLibrary;
     const auto destination = view.platform.dialogs.chooseToSave(options);
     if (!destination)
         return;
@@ -88,6 +89,8 @@ void backupScannedLibrary(ContentView& view) {
 void loadScannedLibrary(ContentView& view) {
     OpenOptions options;
     options.types.extensions = {"orvl"};
+    options.title = "Load Scanned Library";
+    options.kind = FileKind::sessionOrLibrary;
     const auto chosen = view.platform.dialogs.chooseToOpen(options);
     if (!chosen.empty())
         loadScannedLibraryFile(view, chosen.front());

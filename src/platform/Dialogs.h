@@ -19,19 +19,26 @@ struct AllowedTypes {
     bool anything() const { return families.empty() && extensions.empty(); }
 };
 
+/// The dialogs remember one folder for each kind.
+enum class FileKind { music, playlist, sessionOrLibrary, eventList };
+
 struct OpenOptions {
     bool files = true;
     bool folders = false;
     bool several = false;
-    AllowedTypes types;
-    std::string prompt; ///< of the confirming button; empty: the system's own
+    AllowedTypes types{};
+    std::string prompt{}; ///< of the confirming button; empty: the system's own
+    std::string title{};  ///< of the window; empty: the prompt
+    FileKind kind = FileKind::music;
+    std::vector<Location> openIn{}; ///< the first that exists is shown; without one, the kind's last folder
 };
 
 struct SaveOptions {
-    std::string proposedName;
-    std::string title;   ///< empty: the system's own
-    std::string message; ///< empty: none
-    AllowedTypes types;
+    std::string proposedName{};
+    std::string title{};   ///< empty: the system's own
+    std::string message{}; ///< empty: none
+    AllowedTypes types{};
+    FileKind kind = FileKind::playlist;
 };
 
 /// The system's file dialogs and its modal message. Main thread. Modal calls return when the user is done;

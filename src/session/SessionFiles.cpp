@@ -38,8 +38,8 @@ void showAutoSaveIndicator(ContentView& view) {
 } // namespace
 
 void saveSession(ContentView& view) {
-    const auto destination =
-        view.platform.dialogs.chooseToSave(SaveOptions{"playlist_session.orvs", {}, {}, sessionType()});
+    const auto destination = view.platform.dialogs.chooseToSave(
+        SaveOptions{"playlist_session.orvs", {}, {}, sessionType(), FileKind::sessionOrLibrary});
     if (!destination)
         return;
     if (const auto written = writeSession(view, *destination); !written)
@@ -63,6 +63,8 @@ void autoSaveSession(ContentView& view) {
 void loadSession(ContentView& view) {
     OpenOptions options;
     options.types = sessionType();
+    options.title = "Load Session";
+    options.kind = FileKind::sessionOrLibrary;
     const auto chosen = view.platform.dialogs.chooseToOpen(options);
     if (!chosen.empty())
         loadSessionFile(view, chosen.front());

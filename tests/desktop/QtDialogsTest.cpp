@@ -6,6 +6,8 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -324,6 +326,84 @@ TEST_F(QtDialogsTest, SavesUnderTheTypedNameWithTheOneExtensionThatIsAllowed) {
                   EXPECT_TRUE(asked && dialog->isVisible()) << "a file stands there already";
               }),
               "none");
+}
+
+TEST_F(QtDialogsTest, ReadsTheNameToSaveUnderAsOneName) {
+    const auto save = [&](const QString& typed) {
+        whileOpen([&](QDialog* dialog) { type(dialog, typed); });
+        const auto chosen = dialogs().chooseToSave({.proposedName = "playlist.m3u"});
+        return chosen ? chosen->path : std::string("none");
+    };
+    EXPECT_EQ(save("12\" Classics.m3u"), path("12\" Classics.m3u"));
+    EXPECT_EQ(save("\"Best\" of \"80s\""), path("\"Best\" of \"80s\""));
+    EXPECT_EQ(save("~/House/evening"), path("House/evening"));
+    EXPECT_EQ(save(text("House")), "none") << "a folder is entered";
+
+    whileOpen([&](QDialog* dialog) {
+        bool asked = false;
+        whileAsked(asked, [&](QMessageBox& box) {
+            EXPECT_TRUE(box.text().contains(text("missing"))) << box.text().toStdString();
+            box.reject();
+        });
+        type(dialog, text("missing/evening.m3u"));
+        EXPECT_TRUE(asked && dialog->isVisible());
+    });
+    EXPECT_FALSE(dialogs().chooseToSave({.proposedName = "playlist.m3u"}));
+}
+
+TEST_F(QtDialogsTest, RemembersAFolderForEachKindOfFileAcrossRestarts) {
+    const std::string memory = folder.path("dialogs.ini");
+    folder.makeFolder("Lists");
+    const auto shown = [&](FileKind kind) {
+        QtDialogs restarted(memory);
+        std::string place;
+        whileOpen([&](QDialog* dialog) {
+            place = qobject_cast<QFileDialog*>(dialog)->directory().path().toStdString();
+        });
+        restarted.chooseToSave({.kind = kind});
+        return place;
+    };
+    whileOpen([&](QDialog* dialog) { type(dialog, text("House/Night Band - Last Train Home.mp3")); });
+    EXPECT_EQ(QtDialogs(memory).chooseToOpen({.kind = FileKind::music}).size(), 1U);
+    whileOpen([&](QDialog* dialog) { type(dialog, text("Lists/a.m3u")); });
+    EXPECT_TRUE(QtDialogs(memory).chooseToSave({.kind = FileKind::playlist}));
+    EXPECT_EQ(shown(FileKind::music), path("House"));
+    EXPECT_EQ(shown(FileKind::playlist), path("Lists"));
+    EXPECT_EQ(shown(FileKind::sessionOrLibrary), folder.path());
+    ASSERT_TRUE(QDir().rmdir(text("Lists")));
+    EXPECT_EQ(shown(FileKind::playlist), folder.path()) << "the folder is gone";
+}
+
+TEST_F(QtDialogsTest, OpensInTheFirstFolderThatExistsUnderTheTitleAsked) {
+    whileOpen([&](QDialog* dialog) {
+        EXPECT_EQ(qobject_cast<QFileDialog*>(dialog)->directory().path(), text("House"));
+        EXPECT_EQ(dialog->windowTitle(), "Browse for file: A – T");
+    });
+    dialogs().chooseToOpen(
+        {.title = "Browse for file: A\n– T", .openIn = {Location{path("missing")}, Location{path("House")}}});
+    whileOpen([](QDialog* dialog) { EXPECT_EQ(dialog->windowTitle(), "Open"); });
+    dialogs().chooseToOpen({});
+}
+
+TEST_F(QtDialogsTest, ShowsThePlacesAtTheSideInFull) {
+    folder.makeFolder("Musica e grabaciones");
+    folder.write(".config/user-dirs.dirs", "XDG_MUSIC_DIR=\"$HOME/Musica e grabaciones\"\n");
+    whileOpen([](QDialog* dialog) {
+        const auto* sideBar = dialog->findChild<QAbstractItemView*>("sidebar");
+        EXPECT_TRUE(turnUntil([&] { return sideBar->model()->rowCount() >= 3; }));
+        EXPECT_GE(sideBar->viewport()->width(), sideBar->sizeHintForColumn(0));
+    });
+    dialogs().chooseToOpen({});
+}
+
+TEST_F(QtDialogsTest, AnswersAQuestionWithCancelUnlessItIsAccepted) {
+    const auto ask = [&](std::function<void(QDialog*)> act) {
+        whileOpen(std::move(act));
+        return dialogs().confirm("Load the library?", "It replaces <b>everything</b>.", "Load Library");
+    };
+    EXPECT_TRUE(ask([](QDialog* dialog) { button(dialog, "Load Library")->click(); }));
+    EXPECT_FALSE(ask([](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Return); }));
+    EXPECT_FALSE(ask([](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); }));
 }
 
 TEST_F(QtDialogsTest, ShowsAMessageAsPlainTextUntilOk) {

@@ -153,6 +153,21 @@ TEST_F(AttachBrowsedFile, TheDialogAsksForOneAudioOrMovieFile) {
     EXPECT_THAT(world.mediaAssets.opened, IsEmpty());
 }
 
+TEST_F(AttachBrowsedFile, TheDialogNamesTheWantedLineAndOpensBesideItsCandidates) {
+    world.view.musicFolderURLs.set({Location{"/Music"}, Location{"/More"}});
+    attachBrowsedFile(world.view, 1);
+    EXPECT_EQ(world.dialogs.opened.back().title, "Browse for file: Night Band – Last Train Home");
+    EXPECT_THAT(world.dialogs.opened.back().openIn, ElementsAre(Location{"/Music"}, Location{"/"}));
+
+    MatchedTrack row = second();
+    row.options = {{"T", "A", "", "/USB/House/1.mp3", {}}, {"T", "A", "", "/USB/2.mp3", {}}};
+    row.selectedTrack = row.options[1];
+    world.view.matchedTracks.set({row});
+    attachBrowsedFile(world.view, 0);
+    EXPECT_THAT(world.dialogs.opened.back().openIn,
+                ElementsAre(Location{"/USB"}, Location{"/USB/House"}, Location{"/Music"}, Location{"/"}));
+}
+
 TEST_F(AttachBrowsedFile, AFileWithoutReadableTempoIsAttachedWithoutOne) {
     world.mediaAssets.tags["/USB/x.mp3"].formats = failure("damaged");
     world.dialogs.willOpen({"/USB/x.mp3"});

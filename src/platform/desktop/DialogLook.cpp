@@ -5,8 +5,10 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSplitter>
 #include <QStandardPaths>
 #include <QTreeView>
 #include <QUrl>
@@ -14,6 +16,9 @@
 namespace orvalen {
 namespace {
 
+constexpr QSize dialogSize(780, 540);
+constexpr int leastSideBar = 150;
+constexpr int widestSideBar = 300;
 constexpr int messageWidth = 380;
 constexpr int messageIcon = 48;
 
@@ -46,10 +51,23 @@ QList<QUrl> placesOfMusic() {
     return places;
 }
 
+/// Makes the side bar wide enough for the names of the places; Qt's own width cuts them off.
+void fitSideBar(QFileDialog& dialog) {
+    auto* splitter = dialog.findChild<QSplitter*>("splitter");
+    auto* sideBar = dialog.findChild<QListView*>("sidebar");
+    if (!splitter || !sideBar)
+        return;
+    const int room = 2 * sideBar->frameWidth() + sideBar->fontMetrics().averageCharWidth();
+    const int width = qBound(leastSideBar, sideBar->sizeHintForColumn(0) + room, widestSideBar);
+    splitter->setSizes({width, dialogSize.width() - width});
+    splitter->setStretchFactor(0, 0);
+    splitter->setStretchFactor(1, 1);
+}
+
 } // namespace
 
 void prepareDialog(QFileDialog& dialog) {
-    dialog.resize(780, 540);
+    dialog.resize(dialogSize);
     dialog.setViewMode(QFileDialog::Detail);
     dialog.setSidebarUrls(placesOfMusic());
     const auto* list = dialog.findChild<QTreeView*>("treeView");
@@ -57,7 +75,14 @@ void prepareDialog(QFileDialog& dialog) {
         return;
     list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    fitSideBar(dialog);
     removeButtonIcons(dialog);
+}
+
+void explain(QDialog& dialog, const QString& text) {
+    QMessageBox box(QMessageBox::NoIcon, dialog.windowTitle(), text, QMessageBox::Ok, &dialog);
+    prepareDialog(box);
+    box.exec();
 }
 
 void addMessage(QFileDialog& dialog, const QString& message) {

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class QDialog;
 class QFileDialog;
 class QMessageBox;
 
@@ -17,5 +18,8 @@ void addMessage(QFileDialog& dialog, const QString& message);
 
 /// Makes ready a message: plain text only, a heading that stands out, wide enough for its title.
 void prepareDialog(QMessageBox& box);
+
+/// Shows the text over the dialog until the user confirms it.
+void explain(QDialog& dialog, const QString& text);
 
 } // namespace orvalen

@@ -2,19 +2,22 @@
 
 #include "platform/desktop/DialogLook.h"
 #include "platform/desktop/FileTypes.h"
+#include "platform/desktop/TypedPath.h"
 
 #include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QFileSystemModel>
 #include <QLineEdit>
 #include <QListView>
-#include <QMessageBox>
 #include <QPushButton>
 #include <utility>
 
 namespace orvalen {
 
 namespace {
+
+constexpr qsizetype longestTitle = 200;
+constexpr const char* wrongKind = "%1\nis not of a kind that can be chosen here.";
 
 QFileDialog::FileMode modeOf(const OpenOptions& options) {
     if (!options.files)
@@ -33,10 +36,12 @@ LocationDialog::LocationDialog(const OpenOptions& options, const QString& folder
     setDirectory(folder);
     if (!options.types.anything())
         setNameFilter(QString::fromStdString(nameFilter(options.types)));
-    if (!options.prompt.empty()) {
+    if (!options.prompt.empty())
         setLabelText(Accept, QString::fromStdString(options.prompt));
-        setWindowTitle(QString::fromStdString(options.prompt));
-    }
+    // A native dialog shows an empty title otherwise.
+    const std::string& title = options.title.empty() ? options.prompt : options.title;
+    setWindowTitle(title.empty() ? tr("Open")
+                                 : QString::fromStdString(title).simplified().left(longestTitle));
 
     nameField_ = findChild<QLineEdit*>("fileNameEdit");
     const auto* list = findChild<QListView*>("listView");
@@ -91,25 +96,18 @@ QString LocationDialog::selectionText() const {
     return names.join(' ');
 }
 
-QString LocationDialog::resolved(const QString& typed) const {
-    QString path = typed;
-    if (path == "~" || path.startsWith("~/"))
-        path.replace(0, 1, QDir::homePath());
-    return QDir::cleanPath(directory().absoluteFilePath(path));
-}
-
 /// The name field as one path where such a thing stands, else as names in quotation marks.
 QStringList LocationDialog::typedPaths() const {
     const QString text = nameField_->text();
     for (const QString& whole : {text, text.trimmed()})
-        if (QFileInfo::exists(resolved(whole)))
-            return {resolved(whole)};
+        if (QFileInfo::exists(typedPath(*this, whole)))
+            return {typedPath(*this, whole)};
     const QStringList pieces = text.split('"');
     if (pieces.size() < 3)
-        return {resolved(text.trimmed())};
+        return {typedPath(*this, text.trimmed())};
     QStringList paths;
     for (qsizetype i = 1; i < pieces.size(); i += 2)
-        paths.append(resolved(pieces[i]));
+        paths.append(typedPath(*this, pieces[i]));
     return paths;
 }
 
@@ -123,16 +121,10 @@ QStringList LocationDialog::candidates() const {
     return selected;
 }
 
-void LocationDialog::explain(const QString& text) {
-    QMessageBox box(QMessageBox::NoIcon, windowTitle(), text, QMessageBox::Ok, this);
-    prepareDialog(box);
-    box.exec();
-}
-
 bool LocationDialog::isAcceptable(const QString& path) {
     const QFileInfo info(path);
     if (!info.exists()) {
-        explain(tr("%1\nwas not found.").arg(path));
+        explain(*this, tr("%1\nwas not found.").arg(path));
         return false;
     }
     if (info.isDir() && !options_.folders) {
@@ -141,7 +133,7 @@ bool LocationDialog::isAcceptable(const QString& path) {
         return false;
     }
     if (!info.isDir() && (!options_.files || !mayBeChosen(path.toStdString(), options_.types))) {
-        explain(tr("%1\nis not of a kind that can be chosen here.").arg(path));
+        explain(*this, tr(wrongKind).arg(path));
         return false;
     }
     return true;
@@ -149,10 +141,11 @@ bool LocationDialog::isAcceptable(const QString& path) {
 
 void LocationDialog::accept() {
     if (!nameField_) {
-        chosen_.clear();
         for (const QString& path : selectedFiles())
             if (mayBeChosen(path.toStdString(), options_.types))
                 chosen_.append(path);
+            else
+                refused_ = path;
         QFileDialog::accept(); // tells whoever waits for the answer
         return;
     }
@@ -166,6 +159,13 @@ void LocationDialog::accept() {
             return;
     chosen_ = paths;
     done(Accepted);
+}
+
+bool LocationDialog::refused() {
+    if (!chosen_.isEmpty() || refused_.isEmpty())
+        return false;
+    explain(*this, tr(wrongKind).arg(std::exchange(refused_, {})));
+    return true;
 }
 
 } // namespace orvalen

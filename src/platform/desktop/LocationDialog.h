@@ -21,15 +21,17 @@ public:
     const QStringList& chosen() const { return chosen_; }
     void accept() override;
 
+    /// Whether a native dialog, which closes by itself, was closed over a file that cannot be chosen; says
+    /// so, and the caller shows the dialog again.
+    bool refused();
+
 private:
     void followSelection();
     QStringList selectedPaths() const;
     QString selectionText() const;
     QStringList typedPaths() const;
-    QString resolved(const QString& typed) const;
     QStringList candidates() const;
     bool isAcceptable(const QString& path);
-    void explain(const QString& text);
 
     OpenOptions options_;
     // Both belong to the dialog; without them it is a native one and looks after itself.
@@ -37,6 +39,7 @@ private:
     QItemSelectionModel* selection_ = nullptr;
     QString shownSelection_; ///< what the name field last showed of the selection
     QStringList chosen_;
+    QString refused_; ///< what a native dialog took and may not be chosen
 };
 
 } // namespace orvalen

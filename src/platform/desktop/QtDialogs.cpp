@@ -2,17 +2,14 @@
 
 #include "platform/desktop/DialogEnd.h"
 #include "platform/desktop/DialogLook.h"
-#include "platform/desktop/FileTypes.h"
 #include "platform/desktop/LocationDialog.h"
+#include "platform/desktop/SaveDialog.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPixmapCache>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QWindow>
 
 namespace orvalen {
@@ -48,27 +45,6 @@ std::vector<Location> locations(const QStringList& paths) {
     return result;
 }
 
-/// Completes a typed name where one extension is allowed: under another, nobody could choose the file again.
-class SaveDialog : public QFileDialog {
-public:
-    explicit SaveDialog(const AllowedTypes& types) {
-        if (const auto extensions = extensionsOf(types); extensions.size() == 1)
-            ending_ = '.' + QString::fromStdString(extensions.front());
-    }
-
-    void accept() override {
-        auto* field = findChild<QLineEdit*>("fileNameEdit");
-        const QString name = field->text();
-        const bool isFolder = QFileInfo(directory(), name).isDir();
-        if (!name.isEmpty() && !isFolder && !name.endsWith(ending_, Qt::CaseInsensitive))
-            field->setText(name + ending_);
-        QFileDialog::accept();
-    }
-
-private:
-    QString ending_;
-};
-
 /// A message over the program's window.
 class MessageBox : public QMessageBox {
 public:
@@ -89,71 +65,69 @@ public:
 
 } // namespace
 
-QtDialogs::QtDialogs() {
-    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
-    folder_ = (QFileInfo(music).isDir() ? music : QDir::homePath()).toStdString();
+QtDialogs::QtDialogs(const std::string& memoryFile) : folders_(QString::fromStdString(memoryFile)) {
     // Nobody else draws pixmaps, and every file dialog leaves its symbols in the cache: ten megabytes, by
     // default.
     QPixmapCache::setCacheLimit(1024);
 }
 
-/// The next dialog opens where something was chosen last.
-std::vector<Location> QtDialogs::remembered(const QFileDialog& dialog, std::vector<Location> chosen) {
-    if (chosen.empty())
-        return chosen;
-    const QString shown = dialog.directory().absolutePath();
-    const QString first = QString::fromStdString(chosen.front().path);
-    // A path that was typed may lead elsewhere.
-    const QString parent = QFileInfo(first).absolutePath();
-    folder_ = (first == shown ? shown : parent).toStdString();
-    return chosen;
+QString QtDialogs::firstFolder(const OpenOptions& options) const {
+    for (const Location& folder : options.openIn)
+        if (const QString path = QString::fromStdString(folder.path); QFileInfo(path).isDir())
+            return path;
+    return folders_.folder(options.kind);
+}
+
+/// The next dialog of the kind opens where something was chosen last. A typed path may lead elsewhere than to
+/// the folder that the dialog shows.
+std::vector<Location> QtDialogs::remembered(FileKind kind, const QFileDialog& dialog,
+                                            const QStringList& chosen) {
+    if (!chosen.isEmpty()) {
+        const QString shown = dialog.directory().absolutePath();
+        const QString& first = chosen.constFirst();
+        folders_.remember(kind, first == shown ? shown : QFileInfo(first).absolutePath());
+    }
+    return locations(chosen);
 }
 
 std::vector<Location> QtDialogs::chooseToOpen(const OpenOptions& options) {
-    const OwnedDialog<LocationDialog> owned(new LocationDialog(options, QString::fromStdString(folder_)));
+    const OwnedDialog<LocationDialog> owned(new LocationDialog(options, firstFolder(options)));
     LocationDialog& dialog = *owned;
     prepareDialog(dialog);
     placeOverWindow(dialog);
-    if (dialog.exec() != QDialog::Accepted)
-        return {};
-    return remembered(dialog, locations(dialog.chosen()));
+    do {
+        if (dialog.exec() != QDialog::Accepted)
+            return {};
+    } while (dialog.refused());
+    return remembered(options.kind, dialog, dialog.chosen());
 }
 
 void QtDialogs::chooseToOpenLater(const OpenOptions& options,
                                   std::function<void(std::vector<Location>)> answer) {
-    auto* dialog = new LocationDialog(options, QString::fromStdString(folder_));
+    auto* dialog = new LocationDialog(options, firstFolder(options));
     prepareDialog(*dialog);
     placeOverWindow(*dialog);
     QObject::connect(dialog, &QDialog::finished, dialog,
-                     [this, dialog, answer = std::move(answer)](int code) {
-                         answer(code == QDialog::Accepted ? remembered(*dialog, locations(dialog->chosen()))
-                                                          : std::vector<Location>());
+                     [this, dialog, kind = options.kind, answer = std::move(answer)](int code) {
+                         if (code != QDialog::Accepted)
+                             answer({});
+                         else if (dialog->refused())
+                             return dialog->show();
+                         else
+                             answer(remembered(kind, *dialog, dialog->chosen()));
                          deleteWhenIdle(dialog);
                      });
     dialog->show();
 }
 
 std::optional<Location> QtDialogs::chooseToSave(const SaveOptions& options) {
-    const OwnedDialog<SaveDialog> owned(new SaveDialog(options.types));
+    const OwnedDialog<SaveDialog> owned(new SaveDialog(options, folders_.folder(options.kind)));
     SaveDialog& dialog = *owned;
-    // Native dialogs may add an extension of their own and have no place for the message.
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setOption(QFileDialog::HideNameFilterDetails);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setDirectory(QString::fromStdString(folder_));
-    if (!options.types.anything())
-        dialog.setNameFilter(QString::fromStdString(nameFilter(options.types)));
-    dialog.selectFile(QString::fromStdString(options.proposedName));
-    dialog.setWindowTitle(options.title.empty() ? QStringLiteral("Save")
-                                                : QString::fromStdString(options.title));
-    if (!options.message.empty())
-        addMessage(dialog, QString::fromStdString(options.message));
     prepareDialog(dialog);
     placeOverWindow(dialog);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+    if (dialog.exec() != QDialog::Accepted)
         return {};
-    return remembered(dialog, {Location{dialog.selectedFiles().constFirst().toStdString()}}).front();
+    return remembered(options.kind, dialog, {dialog.chosen()}).front();
 }
 
 void QtDialogs::showMessage(const std::string& title, const std::string& informativeText) {

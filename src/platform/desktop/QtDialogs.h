@@ -1,16 +1,18 @@
 #pragma once
 
 #include "platform/Dialogs.h"
+#include "platform/desktop/DialogFolders.h"
 
 class QFileDialog;
 
 namespace orvalen {
 
-/// Qt's file dialogs and message box. They open in the folder of the last answer of this run, else in the
-/// user's music folder, else at home, and stay above the window that has the focus.
+/// Qt's file dialogs and message box. They open in the folder of the last answer for files of their kind,
+/// else in the user's music folder, else at home, and stay above the window that has the focus.
 class QtDialogs : public Dialogs {
 public:
-    QtDialogs();
+    /// The folders are remembered in the file, across restarts; with an empty name for this run only.
+    explicit QtDialogs(const std::string& memoryFile = {});
 
     std::vector<Location> chooseToOpen(const OpenOptions& options) override;
     void chooseToOpenLater(const OpenOptions& options,
@@ -21,9 +23,10 @@ public:
                  const std::string& acceptText) override;
 
 private:
-    std::vector<Location> remembered(const QFileDialog& dialog, std::vector<Location> chosen);
+    QString firstFolder(const OpenOptions& options) const;
+    std::vector<Location> remembered(FileKind kind, const QFileDialog& dialog, const QStringList& chosen);
 
-    std::string folder_; ///< where the next dialog opens
+    DialogFolders folders_;
 };
 
 } // namespace orvalen

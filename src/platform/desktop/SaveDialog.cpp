@@ -1,0 +1,65 @@
+#include "platform/desktop/SaveDialog.h"
+
+#include "platform/desktop/DialogLook.h"
+#include "platform/desktop/FileTypes.h"
+#include "platform/desktop/TypedPath.h"
+
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMessageBox>
+
+namespace orvalen {
+
+SaveDialog::SaveDialog(const SaveOptions& options, const QString& folder) {
+    // Native dialogs may add an extension of their own and have no place for the message.
+    setOption(DontUseNativeDialog);
+    setOption(HideNameFilterDetails);
+    setAcceptMode(AcceptSave);
+    setFileMode(AnyFile);
+    setDirectory(folder);
+    if (!options.types.anything())
+        setNameFilter(QString::fromStdString(nameFilter(options.types)));
+    if (const auto extensions = extensionsOf(options.types); extensions.size() == 1)
+        ending_ = '.' + QString::fromStdString(extensions.front());
+    nameField_ = findChild<QLineEdit*>("fileNameEdit");
+    nameField_->setText(QString::fromStdString(options.proposedName));
+    setWindowTitle(options.title.empty() ? tr("Save") : QString::fromStdString(options.title));
+    if (!options.message.empty())
+        addMessage(*this, QString::fromStdString(options.message));
+}
+
+bool SaveDialog::mayReplace(const QString& path) {
+    if (!QFileInfo::exists(path))
+        return true;
+    QMessageBox box(QMessageBox::NoIcon, windowTitle(),
+                    tr("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(path).fileName()),
+                    QMessageBox::Yes | QMessageBox::No, this);
+    box.setDefaultButton(QMessageBox::No);
+    prepareDialog(box);
+    return box.exec() == QMessageBox::Yes;
+}
+
+void SaveDialog::accept() {
+    const QString name = nameField_->text();
+    if (name.isEmpty())
+        return;
+    QString path = typedPath(*this, name);
+    if (QFileInfo(path).isDir()) {
+        setDirectory(path);
+        nameField_->clear();
+        return;
+    }
+    if (!path.endsWith(ending_, Qt::CaseInsensitive))
+        path += ending_;
+    const QString folder = QFileInfo(path).absolutePath();
+    if (name.endsWith('/') || !QFileInfo(folder).isDir()) {
+        explain(*this, tr("The folder\n%1\nwas not found.").arg(name.endsWith('/') ? path : folder));
+        return;
+    }
+    if (!mayReplace(path))
+        return;
+    chosen_ = path;
+    done(Accepted);
+}
+
+} // namespace orvalen
