@@ -15,16 +15,25 @@ PanelBox {
     contentSpacing: 6
     padding: 10
 
-    RowLayout {
+    // No layout of its own: the choice's height follows its width, which a row of a layout would give it too late.
+    Item {
         Layout.fillWidth: true
-        spacing: 10
+        implicitHeight: format.height
 
         Label {
+            id: caption
+
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.ceil(implicitWidth)
             text: "Export Format:"
             font.pixelSize: Theme.subheadline
         }
         Segmented {
-            Layout.fillWidth: true
+            id: format
+
+            anchors.left: caption.right
+            anchors.leftMargin: 10
+            anchors.right: parent.right
             name: "Export Format"
             textSize: Theme.caption
             labels: options.exports.formats

@@ -64,7 +64,7 @@ Row {
             }
             background: Rectangle {
                 radius: 5
-                color: button.wash
+                color: button.stateTint
 
                 FocusRing {
                     anchors.margins: -1
