@@ -27,12 +27,15 @@ void inEveryState(const std::function<void(const std::string& state, WindowHarne
              view.isMatching.set(true);
              view.matchProgress.set(0.5);
          }},
+        {"left-out lines", [](ContentView& view) { view.matchInput.set("no dash here\nA – B – C"); }},
         {"playlist address", [](ContentView& view) { view.inputMode.set(InputMode::spotify); }},
         {"event list", [](ContentView& view) { view.inputMode.set(InputMode::djep); }},
         {"results",
          [](ContentView& view) {
+             replaceIndex(view, buildIndex(std::vector{track("ABBA", "Dancing Queen")}));
              view.matchedTracks.set(
-                 {row("ABBA", "SOS", {track("ABBA", "SOS", 120), track("ABBA", "SOS", 121, "/x")})});
+                 {row("ABBA", "SOS", {track("ABBA", "SOS", 120), track("ABBA", "SOS", 121, "/x")}),
+                  row("Aba", "Dancing Qeen")});
              view.selectedExportFormat.set("virtualdj");
              view.showResultsPage.set(true);
              view.selectedTrack.set(track("ABBA", "SOS", 120));

@@ -344,7 +344,7 @@ TEST_F(ResultsPage, LeadsTheKeysThroughRowsThatDoNotExistYet) {
     window.settle();
     window.control("Deselect All").item->forceActiveFocus(Qt::TabFocusReason);
     for (int i = 0; i < 30; ++i)
-        for (const char* name : {"Play", "Browse for file", "Include in playlist"}) {
+        for (const char* name : {"Play", "Browse for file", "Find in library", "Include in playlist"}) {
             window.key(Qt::Key_Tab);
             ASSERT_EQ(window.focused(), name) << "row " << i;
             ASSERT_EQ(rowOfFocus(), i) << name;

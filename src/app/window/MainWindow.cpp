@@ -6,9 +6,11 @@
 #include "app/window/bridge/Drops.h"
 #include "app/window/bridge/ExportState.h"
 #include "app/window/bridge/LibraryState.h"
+#include "app/window/bridge/ListHelpState.h"
 #include "app/window/bridge/LogModel.h"
 #include "app/window/bridge/PreviewState.h"
 #include "app/window/bridge/ReviewState.h"
+#include "app/window/bridge/SearchState.h"
 #include "app/window/bridge/UpdateState.h"
 #include "app/window/bridge/WantedState.h"
 #include "app/window/style/ColorScheme.h"
@@ -63,9 +65,9 @@ void chooseRenderer() {
 class MainWindow::Parts : public QObject {
 public:
     Parts(ContentView& state, ConsoleLog& consoleLog)
-        : view(state), library(state, notifier), wanted(state, notifier), review(state, notifier),
-          exports(state, notifier, wanted), preview(state, notifier), update(state, notifier),
-          drops(state, notifier), log(consoleLog) {
+        : view(state), library(state, notifier), wanted(state, notifier), listHelp(state, notifier, wanted),
+          review(state, notifier), search(state, notifier), exports(state, notifier, wanted),
+          preview(state, notifier), update(state, notifier), drops(state, notifier), log(consoleLog) {
         qml_register_types_Orvalen();
         installControlAccessible();
         boundRendererPool();
@@ -76,7 +78,9 @@ public:
         engine.addImportPath(":/qt/qml");
         engine.setInitialProperties({{"library", QVariant::fromValue(&library)},
                                      {"wanted", QVariant::fromValue(&wanted)},
+                                     {"listHelp", QVariant::fromValue(&listHelp)},
                                      {"review", QVariant::fromValue(&review)},
+                                     {"search", QVariant::fromValue(&search)},
                                      {"exports", QVariant::fromValue(&exports)},
                                      {"preview", QVariant::fromValue(&preview)},
                                      {"update", QVariant::fromValue(&update)},
@@ -104,7 +108,9 @@ public:
     ColorScheme colorScheme;
     LibraryState library;
     WantedState wanted;
+    ListHelpState listHelp;
     ReviewState review;
+    SearchState search;
     ExportState exports;
     PreviewState preview;
     UpdateState update;

@@ -11,6 +11,7 @@ T.Popup {
 
     readonly property var keys: [
         ["Ctrl+Return", "Match the playlist"],
+        ["A, L", "In Tidy List: change the line as proposed, or leave it"],
         ["Up, Down", "Go to the row above or below"],
         ["Page Up, Page Down, Home, End", "Go further through the rows"],
         ["N, Shift+N", "Go to the next row that is left to do, or back"],

@@ -8,7 +8,9 @@ Window {
 
     required property LibraryState library
     required property WantedState wanted
+    required property ListHelpState listHelp
     required property ReviewState review
+    required property SearchState search
     required property ExportState exports
     required property PreviewState preview
     required property UpdateState update
@@ -96,6 +98,7 @@ Window {
         visible: results.risen < 1
         library: window.library
         wanted: window.wanted
+        listHelp: window.listHelp
         update: window.update
         log: window.log
         onLogAsked: logPage.open()
@@ -116,6 +119,8 @@ Window {
         id: results
 
         review: window.review
+        search: window.search
+        leftOut: window.listHelp.leftOutOfRun
         exports: window.exports
         preview: window.preview
         onOpened: {

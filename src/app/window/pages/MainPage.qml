@@ -9,6 +9,7 @@ Flickable {
 
     required property LibraryState library
     required property WantedState wanted
+    required property ListHelpState listHelp
     required property UpdateState update
     required property LogModel log
     signal logAsked()
@@ -64,12 +65,13 @@ Flickable {
                 Layout.fillWidth: true
                 library: page.library
                 // As many as leave the rest of the page in sight.
-                foldersAtOnce: Math.max(3, Math.floor((page.height - 664) / 28))
+                foldersAtOnce: Math.max(3, Math.floor((page.height - 696) / 28))
             }
             Divider { Layout.fillWidth: true }
             WantedInput {
                 Layout.fillWidth: true
                 wanted: page.wanted
+                listHelp: page.listHelp
             }
             MatchControls {
                 Layout.fillWidth: true

@@ -21,6 +21,7 @@ Item {
     required property bool playing
     required property bool included
     required property int decision
+    required property list<string> suggestions ///< names of tracks that may be meant
     required property var takes ///< whether files that are held over the row can be dropped there
 
     /// What `reach` and `leaving` take beside a position in `controls`.
@@ -32,6 +33,8 @@ Item {
     signal leaving(int by, int control)
     signal previewToggled()
     signal browsed()
+    signal findOpened(Item control)
+    signal suggestionTaken(int suggestion)
     signal dropped(var urls)
     signal ticked(bool on)
     signal chosen(int option)
@@ -39,7 +42,7 @@ Item {
     signal pickerOpened(Picker picker)
 
     /// In reading order.
-    readonly property var controls: [picker, details.button, browse, include]
+    readonly property var controls: [picker, details.button, ...suggested.buttons, browse, find, include]
 
     function firstControl(): int {
         return controls.findIndex(control => control.visible)
@@ -165,6 +168,16 @@ Item {
             button.Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(1)
         }
 
+        Suggestions {
+            id: suggested
+
+            Layout.fillWidth: true
+            names: row.suggestions
+            onTaken: suggestion => row.suggestionTaken(suggestion)
+            onFocused: control => row.focused(control)
+            Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(row.focusedControl())
+        }
+
         RowLayout {
             Layout.fillWidth: true
             spacing: 14
@@ -177,7 +190,16 @@ Item {
                 textSize: Theme.footnote
                 onClicked: row.browsed()
                 onActiveFocusChanged: if (activeFocus) row.focused(this)
-                Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(2)
+                Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(row.controls.indexOf(browse))
+            }
+            PushButton {
+                id: find
+
+                text: "Find in library"
+                implicitHeight: 24
+                textSize: Theme.footnote
+                onClicked: row.findOpened(this)
+                onActiveFocusChanged: if (activeFocus) row.focused(this)
             }
             TickBox {
                 id: include

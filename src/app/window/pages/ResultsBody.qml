@@ -9,6 +9,8 @@ Flickable {
     id: body
 
     required property ReviewState review
+    required property SearchState search
+    required property string leftOut ///< what the run says about the list
     required property ExportState exports
     required property PreviewState preview
 
@@ -52,6 +54,7 @@ Flickable {
         parent: T.Overlay.overlay
         playingPath: body.review.playingPath
     }
+    SearchList { id: searchList; parent: T.Overlay.overlay; search: body.search }
 
     ColumnLayout {
         id: stack
@@ -92,12 +95,19 @@ Flickable {
         RowLayout {
             Layout.fillWidth: true
             Layout.bottomMargin: 2
+            spacing: 12
 
             Label {
-                Layout.fillWidth: true
                 text: body.review.summary
                 font.pixelSize: Theme.caption
                 color: Theme.secondary
+            }
+            Label {
+                Layout.fillWidth: true
+                text: body.leftOut
+                font.pixelSize: Theme.caption
+                color: Theme.secondary
+                elide: Text.ElideRight
             }
             ResultsCounts {
                 review: body.review
@@ -119,6 +129,8 @@ Flickable {
             Layout.fillHeight: true
             review: body.review
             pickerList: pickerList
+            search: body.search
+            searchList: searchList
             onPassed: forwards => (forwards ? after.nextItemInFocusChain(true) : before.nextItemInFocusChain(false))
                 .forceActiveFocus(forwards ? Qt.TabFocusReason : Qt.BacktabFocusReason)
         }

@@ -11,6 +11,8 @@ ListView {
 
     required property ReviewState review
     required property PickerList pickerList
+    required property SearchState search
+    required property SearchList searchList
 
     /// The keys go on to what stands after or before the rows.
     signal passed(bool forwards)
@@ -163,6 +165,12 @@ ListView {
         onLeaving: (by, control) => list.reachRow(index + by, control)
         onPreviewToggled: list.review.togglePreview(index)
         onBrowsed: list.review.browse(index)
+        onFindOpened: control => list.searchList.openAt(control, index)
+        suggestions: {
+            void list.search.suggestionCount
+            return hasTrack ? [] : list.search.suggestionsOf(index)
+        }
+        onSuggestionTaken: suggestion => list.search.take(index, suggestion)
         takes: urls => list.review.canTake(urls)
         onDropped: urls => list.review.attach(index, urls)
         onTicked: on => list.review.include(index, on)

@@ -9,6 +9,8 @@ T.Dialog {
     id: sheet
 
     required property ReviewState review
+    required property SearchState search
+    required property string leftOut
     required property ExportState exports
     required property PreviewState preview
 
@@ -111,6 +113,8 @@ T.Dialog {
             Layout.fillWidth: true
             Layout.fillHeight: true
             review: sheet.review
+            search: sheet.search
+            leftOut: sheet.leftOut
             exports: sheet.exports
             preview: sheet.preview
         }

@@ -7,6 +7,7 @@ Rectangle {
     id: editor
 
     required property WantedState wanted
+    readonly property alias textDocument: area.textDocument
 
     implicitHeight: 120
     color: Theme.inset
@@ -18,6 +19,12 @@ Rectangle {
     Connections {
         target: editor.wanted
         function onTextReplaced() { area.cursorPosition = 0 }
+    }
+
+    /// Selects a part of the text and brings it in sight.
+    function show(position: int, length: int) {
+        area.select(position + length, position)
+        view.contentY = Math.max(0, Math.min(area.cursorRectangle.y - 40, view.contentHeight - view.height))
     }
 
     function paste() { wanted.paste(area.selectionStart, area.selectionEnd, false) }

@@ -7,6 +7,7 @@ ColumnLayout {
     id: input
 
     required property WantedState wanted
+    required property ListHelpState listHelp
 
     spacing: 8
 
@@ -69,8 +70,20 @@ ColumnLayout {
             }
         }
         WantedEditor {
+            id: editor
+
             Layout.fillWidth: true
             wanted: input.wanted
+            Component.onCompleted: input.listHelp.edit(editor.textDocument)
+        }
+        ListHelp {
+            Layout.fillWidth: true
+            help: input.listHelp
+
+            Connections {
+                target: input.listHelp
+                function onLineShown(position: int, length: int) { editor.show(position, length) }
+            }
         }
     }
 

@@ -1,0 +1,201 @@
+#include "app/window/bridge/SearchState.h"
+
+#include "app/window/bridge/QtText.h"
+#include "library/AudioMetadata.h"
+#include "matching/MatchReview.h"
+#include "matching/TrackSearch.h"
+#include "platform/MainQueue.h"
+#include "platform/WorkerQueue.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace orvalen {
+namespace {
+
+/// So many rows at once, so that a search waits for few of them.
+constexpr std::size_t rowsAtOnce = 8;
+
+std::vector<FoundTrack> shown(const LibraryCatalog& catalog, const std::vector<std::size_t>& positions) {
+    std::vector<FoundTrack> tracks;
+    for (const std::size_t position : positions) {
+        const Track track = catalog.index().track(position).toTrack();
+        tracks.push_back({toQString(optionLabel(track)), track.path});
+    }
+    return tracks;
+}
+
+QStringList labelsOf(const std::vector<FoundTrack>& tracks) {
+    QStringList labels;
+    for (const FoundTrack& track : tracks)
+        labels.append(track.label);
+    return labels;
+}
+
+} // namespace
+
+SearchState::SearchState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
+    follow(view.matchedTracks);
+    follow(view.showResultsPage);
+    // Written whenever another library takes the place of this one, but not when a file is attached.
+    view.trackCount.observe([guard = QPointer<SearchState>(this)] {
+        if (SearchState* state = guard.data())
+            state->index_.reset();
+    });
+}
+
+void SearchState::refresh() {
+    const auto& rows = view().matchedTracks.get();
+    const std::optional<UUID> first = rows.empty() ? std::nullopt : std::optional(rows.front().id);
+    if (first != firstRow_) {
+        firstRow_ = first;
+        looked_ = 0;
+        suggestions_.clear();
+        emit suggested();
+    }
+    if (view().showResultsPage.get())
+        suggest();
+    else
+        index_.reset();
+    emit changed();
+}
+
+const LibraryIndex& SearchState::index() {
+    if (!index_)
+        index_ = view().trackDict.get();
+    return *index_;
+}
+
+QStringList SearchState::labels() const {
+    return labelsOf(found_);
+}
+
+QStringList SearchState::paths() const {
+    QStringList paths;
+    for (const FoundTrack& track : found_)
+        paths.append(toQString(track.path));
+    return paths;
+}
+
+QString SearchState::begin(int row) {
+    const auto& rows = view().matchedTracks.get();
+    end();
+    if (row < 0 || static_cast<std::size_t>(row) >= rows.size())
+        return {};
+    const MatchedTrack& match = rows[static_cast<std::size_t>(row)];
+    row_ = match.id;
+    QString text = toQString(match.artist + " " + match.title);
+    look(text);
+    return text;
+}
+
+void SearchState::end() {
+    row_.reset();
+    wantedText_.reset();
+    receive({}, {});
+}
+
+void SearchState::look(const QString& text) {
+    wantedText_ = text;
+    if (!searching_)
+        search();
+}
+
+void SearchState::search() {
+    searching_ = true;
+    const QString text = std::exchange(wantedText_, std::nullopt).value_or(QString());
+    view().platform.matchQueue.post(
+        [&queue = view().platform.mainQueue, guard = QPointer<SearchState>(this), index = index(), text] {
+            const LibraryCatalog catalog(index);
+            auto tracks =
+                std::make_shared<std::vector<FoundTrack>>(shown(catalog, findTracks(catalog, toUtf8(text))));
+            queue.post([guard, text, tracks] {
+                SearchState* state = guard.data();
+                if (state == nullptr)
+                    return;
+                state->searching_ = false;
+                if (state->wantedText_)
+                    state->search();
+                else if (state->row_)
+                    state->receive(text, std::move(*tracks));
+            });
+        });
+}
+
+void SearchState::receive(const QString& text, std::vector<FoundTrack> tracks) {
+    answered_ = text;
+    found_ = std::move(tracks);
+    emit found();
+}
+
+void SearchState::attach(int found) {
+    if (row_ && found >= 0 && static_cast<std::size_t>(found) < found_.size())
+        attachTo(*row_, found_[static_cast<std::size_t>(found)].path);
+}
+
+std::vector<SearchState::Wanted> SearchState::nextRowsToSuggest() {
+    const auto& rows = view().matchedTracks.get();
+    std::vector<Wanted> wanted;
+    for (; looked_ < rows.size() && wanted.size() < rowsAtOnce; ++looked_)
+        if (const MatchedTrack& row = rows[looked_]; row.options.empty())
+            wanted.push_back({row.id, row.artist, row.title});
+    return wanted;
+}
+
+void SearchState::suggest() {
+    if (suggesting_)
+        return;
+    std::vector<Wanted> wanted = nextRowsToSuggest();
+    if (wanted.empty())
+        return;
+    suggesting_ = true;
+    view().platform.matchQueue.post([&queue = view().platform.mainQueue, guard = QPointer<SearchState>(this),
+                                     index = index(), wanted = std::move(wanted)] {
+        const LibraryCatalog catalog(index);
+        auto suggestions = std::make_shared<std::vector<Suggestions>>();
+        for (const Wanted& row : wanted)
+            suggestions->push_back({row.id, shown(catalog, suggestTracks(catalog, {row.artist, row.title}))});
+        queue.post([guard, suggestions] {
+            if (SearchState* state = guard.data())
+                state->receiveSuggestions(std::move(*suggestions));
+        });
+    });
+}
+
+void SearchState::receiveSuggestions(std::vector<Suggestions> suggestions) {
+    suggesting_ = false;
+    for (Suggestions& row : suggestions)
+        suggestions_.insert_or_assign(row.id, std::move(row.tracks));
+    emit suggested();
+    if (view().showResultsPage.get())
+        suggest();
+}
+
+QStringList SearchState::suggestionsOf(int row) const {
+    const auto& rows = view().matchedTracks.get();
+    if (row < 0 || static_cast<std::size_t>(row) >= rows.size())
+        return {};
+    const MatchedTrack& match = rows[static_cast<std::size_t>(row)];
+    const auto known = suggestions_.find(match.id);
+    return known == suggestions_.end() || !match.options.empty() ? QStringList() : labelsOf(known->second);
+}
+
+void SearchState::take(int row, int suggestion) {
+    const auto& rows = view().matchedTracks.get();
+    if (row < 0 || static_cast<std::size_t>(row) >= rows.size())
+        return;
+    const UUID id = rows[static_cast<std::size_t>(row)].id;
+    const auto known = suggestions_.find(id);
+    if (known != suggestions_.end() && suggestion >= 0 &&
+        static_cast<std::size_t>(suggestion) < known->second.size())
+        attachTo(id, known->second[static_cast<std::size_t>(suggestion)].path);
+}
+
+void SearchState::attachTo(const UUID& id, const std::string& path) {
+    const auto& rows = view().matchedTracks.get();
+    const auto row = std::ranges::find(rows, id, &MatchedTrack::id);
+    if (row != rows.end())
+        attachFile(view(), static_cast<std::size_t>(row - rows.begin()), path);
+}
+
+} // namespace orvalen

@@ -1,0 +1,122 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Orvalen
+
+/// What is said about the wanted list: how many lines are read, which are not, and what tidying asks.
+ColumnLayout {
+    id: box
+
+    required property ListHelpState help
+
+    spacing: 4
+
+    RowLayout {
+        Layout.fillWidth: true
+        spacing: 10
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 1
+
+            Label {
+                Layout.fillWidth: true
+                text: box.help.caption
+                font.pixelSize: Theme.caption
+                color: Theme.secondary
+                elide: Text.ElideRight
+            }
+            Label {
+                Layout.fillWidth: true
+                visible: box.help.hint !== ""
+                text: box.help.hint
+                font.pixelSize: Theme.caption
+                color: Theme.accentText
+                wrapMode: Text.Wrap
+            }
+        }
+        PushButton {
+            id: tidy
+
+            text: "Tidy List"
+            tip: "Removes numbers, bullets, emoji and notes, and writes dashes with blanks. Ctrl+Z takes it back."
+            textSize: Theme.footnote
+            enabled: box.help.canTidy
+            onClicked: box.help.tidy()
+        }
+    }
+
+    TidyQuestion {
+        Layout.fillWidth: true
+        visible: asks
+        help: box.help
+        onEnded: tidy.forceActiveFocus(Qt.OtherFocusReason)
+    }
+
+    Disclosure {
+        Layout.fillWidth: true
+        visible: box.help.leftOut.length > 0
+        title: "Lines that are left out"
+        textSize: Theme.caption
+
+        ListView {
+            id: lines
+
+            Layout.fillWidth: true
+            implicitHeight: Math.min(contentHeight, 108)
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            model: box.help.leftOut
+            T.ScrollBar.vertical: ThinScrollBar {}
+            Accessible.role: Accessible.List
+            Accessible.name: "Lines that are left out"
+
+            delegate: Pressable {
+                id: entry
+
+                required property int index
+                required property string modelData
+
+                text: modelData
+                spokenDetail: box.help.reasons[index] ?? ""
+                width: lines.width - 12
+                implicitHeight: 27
+                onClicked: box.help.show(index)
+                onActiveFocusChanged: if (activeFocus) lines.positionViewAtIndex(index, ListView.Contain)
+
+                contentItem: Item {
+                    Label {
+                        anchors.left: parent.left
+                        anchors.leftMargin: 6
+                        anchors.right: reason.left
+                        anchors.rightMargin: 10
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: entry.text
+                        font.pixelSize: Theme.caption
+                        elide: Text.ElideRight
+                        Accessible.ignored: true
+                    }
+                    Label {
+                        id: reason
+
+                        anchors.right: parent.right
+                        anchors.rightMargin: 6
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: entry.spokenDetail
+                        font.pixelSize: Theme.smallestCaption
+                        color: Theme.secondary
+                        Accessible.ignored: true
+                    }
+                }
+                background: Rectangle {
+                    radius: 5
+                    color: entry.stateTint
+
+                    FocusRing { shown: entry.visualFocus }
+                }
+            }
+        }
+    }
+}
