@@ -41,7 +41,9 @@ ColumnLayout {
             id: tidy
 
             text: "Tidy List"
-            tip: "Removes numbers, bullets, emoji and notes, and writes dashes with blanks. Ctrl+Z takes it back."
+            // Hidden while there is a question, which stands where the tip would.
+            tip: box.help.readings.length > 0 ? ""
+                : "Removes numbers, bullets, emoji and notes, and writes dashes with blanks. Ctrl+Z takes it back."
             textSize: Theme.footnote
             enabled: box.help.canTidy
             onClicked: box.help.tidy()
