@@ -13,6 +13,7 @@
 #include "platform/desktop/QtHttpSession.h"
 #include "platform/desktop/QtMainQueue.h"
 #include "platform/system/ConsoleLog.h"
+#include "platform/system/MountWatch.h"
 #include "platform/system/PosixFolderAccess.h"
 #include "platform/system/StandardConsole.h"
 #include "platform/system/ThreadWorkerQueue.h"
@@ -39,10 +40,11 @@ struct Program {
     PlayerSound sound;
     QtBrowser browser;
     BuildBundle bundle;
+    MountWatch driveWatch{mainQueue};
 
     Platform platform{console,     mainQueue,    matchQueue,   tagQueue,    dialogs,
                       mediaAssets, audioPlayers, folderAccess, userFolders, notifications,
-                      httpSession, sound,        browser,      bundle};
+                      httpSession, sound,        browser,      bundle,      driveWatch};
     ContentView view{platform, [this]() -> PlaylistDatabaseManager& {
                          return PlaylistDatabaseManager::shared(userFolders, console);
                      }};

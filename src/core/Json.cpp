@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
-#include <simdjson.h>
 #include <utility>
 
 namespace orvalen {
@@ -107,18 +106,7 @@ std::string encodeTexts(const std::vector<std::string>& texts) {
 }
 
 Expected<std::vector<std::string>> decodeTexts(std::string_view bytes) {
-    simdjson::dom::parser parser;
-    simdjson::dom::array array;
-    if (const auto error = parser.parse(bytes.data(), bytes.size()).get(array))
-        return failure(simdjson::error_message(error));
-    std::vector<std::string> texts;
-    for (const simdjson::dom::element value : array) {
-        std::string_view text;
-        if (value.get(text))
-            return failure("The array holds something other than strings.");
-        texts.emplace_back(text);
-    }
-    return texts;
+    return readJsonTexts(std::string(bytes));
 }
 
 } // namespace orvalen

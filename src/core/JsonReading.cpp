@@ -1,6 +1,10 @@
 #include "core/JsonReading.h"
 
+#include "core/JsonNumbers.h"
+
+#include <cerrno>
 #include <cmath>
+#include <new>
 #include <simdjson.h>
 
 namespace orvalen {
@@ -25,6 +29,20 @@ namespace {
 std::string wrongKind(std::string_view key, std::string_view kind) {
     std::string description(1, '"');
     return description.append(key).append("\" is missing or is not ").append(kind).append(".");
+}
+
+/// Parses the bytes in place.
+Expected<element> parse(simdjson::dom::parser& parser, std::string& bytes) {
+    bytes.reserve(bytes.size() + simdjson::SIMDJSON_PADDING); // the parser looks past the end in blocks
+    const std::size_t start = bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0;
+    element document;
+    auto error = parser.parse(bytes.data() + start, bytes.size() - start, false).get(document);
+    // A member that we do not know may hold a number of any size.
+    if (error == simdjson::NUMBER_ERROR)
+        error = parser.parse(withoutOversizedNumbers(std::string_view(bytes).substr(start))).get(document);
+    if (error)
+        return failure(simdjson::error_message(error));
+    return document;
 }
 
 std::optional<std::int64_t> toWholeNumber(const element& value) {
@@ -127,19 +145,39 @@ bool JsonObject::readPart(const Reader& read) const {
     return outcome.has_value();
 }
 
-Expected<void> readJsonObject(std::string bytes, const JsonObject::Reader& read) {
-    bytes.reserve(bytes.size() + simdjson::SIMDJSON_PADDING); // the parser looks past the end in blocks
-    const std::size_t start = bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0;
+Expected<void> readJsonObject(std::string bytes, const JsonObject::Reader& read) try {
     simdjson::dom::parser parser;
-    element document;
-    if (const auto error = parser.parse(bytes.data() + start, bytes.size() - start, false).get(document))
-        return failure(simdjson::error_message(error));
+    const auto document = parse(parser, bytes);
+    if (!document)
+        return tl::unexpected(document.error());
     Expected<void> outcome;
     JsonObject::Parsed root{{}, outcome};
-    if (document.get(root.members))
+    if (document->get(root.members))
         return failure("The document is not an object.");
     read(JsonObject(root));
     return outcome;
+} catch (const std::bad_alloc&) {
+    return systemFailure(ENOMEM);
+}
+
+Expected<std::vector<std::string>> readJsonTexts(std::string bytes) try {
+    simdjson::dom::parser parser;
+    const auto document = parse(parser, bytes);
+    if (!document)
+        return tl::unexpected(document.error());
+    simdjson::dom::array array;
+    if (document->get(array))
+        return failure("The document is not an array.");
+    std::vector<std::string> texts;
+    for (const element value : array) {
+        std::string_view text;
+        if (value.get(text))
+            return failure("The array holds something other than strings.");
+        texts.emplace_back(text);
+    }
+    return texts;
+} catch (const std::bad_alloc&) {
+    return systemFailure(ENOMEM);
 }
 
 TrackView readTrack(const JsonObject& object) {

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace orvalen {
 
@@ -49,8 +50,11 @@ private:
 };
 
 /// Reads a document that is one object, with or without a byte-order mark before it. The bytes are read in
-/// place: pass a long text by moving it.
+/// place: pass a long text by moving it. Running out of memory is an error.
 Expected<void> readJsonObject(std::string bytes, const JsonObject::Reader& read);
+
+/// The same for a document that is one array of strings.
+Expected<std::vector<std::string>> readJsonTexts(std::string bytes);
 
 /// Returns what read(root) returns, or the first error.
 template <typename Read>

@@ -2,6 +2,8 @@
 
 #include "core/Text.h"
 
+#include <algorithm>
+
 namespace orvalen {
 
 Track TrackView::toTrack() const {
@@ -22,6 +24,14 @@ bool isSameTrack(const std::optional<Track>& left, const std::optional<Track>& r
 
 std::string trackCountText(std::int64_t count) {
     return std::to_string(count) + (count == 1 ? " track" : " tracks");
+}
+
+std::vector<Track>::const_iterator findByPath(const std::vector<Track>& tracks, std::string_view path) {
+    const auto same = std::ranges::find(tracks, path, &Track::path);
+    if (same != tracks.end())
+        return same;
+    return std::ranges::find_if(tracks,
+                                [path](const Track& track) { return canonicallyEqual(track.path, path); });
 }
 
 std::size_t TrackHash::operator()(const TrackView& track) const {

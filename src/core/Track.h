@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvalen {
 
@@ -46,6 +47,10 @@ bool isSameTrack(const std::optional<Track>& left, const std::optional<Track>& r
 
 /// ‘1 track’, ‘2 tracks’.
 std::string trackCountText(std::int64_t count);
+
+/// The track with the path: the one with the same bytes or else the first whose path is canonically equal, as
+/// two files may have names that differ only in how accents are encoded. The end when there is none.
+std::vector<Track>::const_iterator findByPath(const std::vector<Track>& tracks, std::string_view path);
 
 /// Agrees with equality.
 struct TrackHash {

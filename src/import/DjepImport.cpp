@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <new>
 #include <optional>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
@@ -76,6 +78,12 @@ Expected<std::string> readText(const std::string& path) {
     return bytes;
 }
 
+Expected<std::string> readWantedText(const std::string& path, bool ignoreDoNotPlay) try {
+    return readText(path).map([&](const std::string& csv) { return wantedTextOfDJEP(csv, ignoreDoNotPlay); });
+} catch (const std::bad_alloc&) {
+    return systemFailure(ENOMEM);
+}
+
 } // namespace
 
 void importDJEPCSV(ContentView& view) {
@@ -90,12 +98,12 @@ void importDJEPCSV(ContentView& view) {
 }
 
 void parseDJEPCSV(ContentView& view, const Location& file) {
-    const auto text = readText(file.path);
+    auto text = readWantedText(file.path, view.ignoreDoNotPlay.get());
     if (!text) {
         view.platform.console.line("Failed to parse DJEP CSV: " + text.error().description);
         return;
     }
-    view.matchInput.set(wantedTextOfDJEP(*text, view.ignoreDoNotPlay.get()));
+    view.matchInput.set(std::move(*text));
     view.inputMode.set(InputMode::textList);
 }
 

@@ -37,6 +37,7 @@ void attachTrack(ContentView& view, std::size_t position, const Track& track) {
         row.selectedTrack = track;
         row.found = true;
     });
+    view.hasBrowsedFiles.set(true);
     view.trackDict.update([&](LibraryIndex& index) { fileTrack(index, track); });
 }
 
@@ -78,13 +79,15 @@ std::vector<Location> foldersToBrowse(const ContentView& view, const MatchedTrac
 
 } // namespace
 
-Track readTrackMetadata(MediaAssets& assets, Console& console, const std::string& path) {
+Track readTrackMetadata(MediaAssets& assets, Console& console, const std::string& path, bool* unreadable) {
     Track track{std::string(bareName(path)), "Unknown", "", path, std::nullopt};
     const std::string prefix = "Failed to load metadata from " + std::string(lastPathComponent(path)) + ":";
     const auto asset = assets.open(path);
     const auto common = asset->commonMetadata();
     if (!common) {
         tellFailure(console, prefix, common.error());
+        if (unreadable != nullptr)
+            *unreadable = true;
         return track;
     }
     track.title = firstText(*common, "title").value_or(track.title);

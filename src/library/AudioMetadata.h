@@ -15,8 +15,10 @@ class MediaAsset;
 class MediaAssets;
 struct ContentView;
 
-/// The file as a track. Never fails: title falls back to the bare name, artist to "Unknown". Worker thread.
-Track readTrackMetadata(MediaAssets& assets, Console& console, const std::string& path);
+/// The file as a track. Never fails: title falls back to the bare name, artist to "Unknown". Sets
+/// `unreadable` where it is given and the file cannot be read. Worker thread.
+Track readTrackMetadata(MediaAssets& assets, Console& console, const std::string& path,
+                        bool* unreadable = nullptr);
 
 /// The tempo that the file's ID3 tag gives; a failed load is one console line beginning with the prefix.
 std::optional<std::int64_t> readTempoFrame(MediaAsset& asset, Console& console,

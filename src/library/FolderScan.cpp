@@ -4,6 +4,7 @@
 #include "core/LibraryIndexBuilder.h"
 #include "core/Text.h"
 #include "library/AudioMetadata.h"
+#include "library/EarlierChoices.h"
 #include "library/FolderWalk.h"
 #include "library/LibraryFile.h"
 #include "library/LibraryIndexState.h"
@@ -16,6 +17,8 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <iterator>
 #include <optional>
 
 namespace orvalen {
@@ -28,14 +31,18 @@ bool isAudio(std::string_view path) {
     return std::ranges::find(extensions, toAsciiLower(pathExtension(path))) != extensions.end();
 }
 
+bool isMissing(const std::string& path) {
+    std::error_code error;
+    return !std::filesystem::exists(path, error);
+}
+
 /// One scan's own state; it belongs to the job that runs. The view is only for posts.
 class Scan {
 public:
-    /// Main thread: the choices that it keeps are those of its start.
     Scan(ContentView& view, std::vector<std::string> folders)
-        : view_(view), platform_(view.platform), walk_(std::move(folders), view.platform.console),
-          readAhead_(view.platform.mediaAssets.startReadAhead()),
-          preferred_(view.database().wholePreferredMatches()) {}
+        : view_(view), platform_(view.platform), folders_(folders),
+          walk_(std::move(folders), view.platform.console),
+          readAhead_(view.platform.mediaAssets.startReadAhead()) {}
 
     /// Reads one folder, or the tags of one file; false when the scan is over. Tag queue.
     bool step();
@@ -45,25 +52,32 @@ private:
     void passFile();
     void beginReading();
     bool readNextFile();
+    void readFile(const std::string& path);
     void report(std::size_t item);
     void complete();
 
     ContentView& view_;
     Platform& platform_;
+    std::vector<std::string> folders_;
     FolderWalk walk_;
     /// Begins with the first files while the folders are still listed.
     std::unique_ptr<MediaReadAhead> readAhead_;
     std::size_t expected_ = 0;   ///< number of items whose audio files are expected
     std::size_t filesAhead_ = 0; ///< expected files that are not yet read
+    bool hasBegun_ = false;
     bool isListed_ = false;
     std::vector<std::string> items_;
     std::size_t nextItem_ = 0;
-    std::optional<PreferredMatches> preferred_;
+    std::optional<PreferredMatches> preferred_; ///< stored when the folders had been listed
     LibraryIndexBuilder tracks_;
+    ScanOutcome outcome_;
 };
 
 bool Scan::step() {
     if (!isListed_) {
+        if (!hasBegun_)
+            std::erase_if(folders_, isMissing);
+        hasBegun_ = true;
         const bool goesOn = walk_.step();
         expectFiles(walk_.items());
         if (!goesOn)
@@ -95,6 +109,8 @@ void Scan::passFile() {
 void Scan::beginReading() {
     isListed_ = true;
     items_ = walk_.takeItems();
+    // Not earlier: listing a slow drive can take minutes, in which the user goes on choosing.
+    preferred_ = view_.database().wholePreferredMatches();
 }
 
 /// Goes on to the next audio file and reads it; false when no item is left.
@@ -103,7 +119,7 @@ bool Scan::readNextFile() {
         const std::size_t item = nextItem_++;
         const bool audio = isAudio(items_[item]);
         if (audio) {
-            tracks_.fileTrack(readTrackMetadata(platform_.mediaAssets, platform_.console, items_[item]));
+            readFile(items_[item]);
             passFile();
         }
         report(item);
@@ -111,6 +127,13 @@ bool Scan::readNextFile() {
             return true;
     }
     return false;
+}
+
+void Scan::readFile(const std::string& path) {
+    bool unreadable = false;
+    tracks_.fileTrack(readTrackMetadata(platform_.mediaAssets, platform_.console, path, &unreadable));
+    if (unreadable)
+        ++outcome_.unreadableFiles;
 }
 
 void Scan::report(std::size_t item) {
@@ -124,12 +147,18 @@ void Scan::report(std::size_t item) {
 }
 
 void Scan::complete() {
-    platform_.mainQueue.post([&view = view_, index = tracks_.finish(), preferred = std::move(preferred_)] {
+    std::ranges::copy_if(folders_, std::back_inserter(outcome_.vanishedFolders), isMissing);
+    platform_.mainQueue.post([&view = view_, index = tracks_.finish(), preferred = std::move(preferred_),
+                              outcome = std::move(outcome_)] {
+        keepLibraryOfBefore(view, outcome);
+        view.lastScan.set(outcome);
         replaceIndex(view, index);
         view.scanProgress.set(0);
         view.scanningFileName.set({});
-        if (preferred) // else the table could not be read, and stays as it is
+        if (preferred) { // else the table could not be read, and stays as it is
+            keepChoicesReplacedBy(view, *preferred);
             view.database().replacePreferredMatches(*preferred);
+        }
         savePersistentLibrary(view);
         view.database().autoBackupLibrary(index);
         view.platform.sound.play("Glass");

@@ -95,4 +95,20 @@ std::optional<LibraryDocument> readLibraryDocument(std::string bytes) {
     return document ? std::optional(*std::move(document)) : std::nullopt;
 }
 
+std::string preferredMatchesText(const PreferredMatches& preferred) {
+    rapidjson::StringBuffer buffer;
+    Writer writer(buffer);
+    writer.SetIndent(' ', 2);
+    writer.StartObject();
+    writeText(writer, "preferred");
+    writePreferred(writer, preferred);
+    writer.EndObject();
+    return {buffer.GetString(), buffer.GetSize()};
+}
+
+std::optional<PreferredMatches> readPreferredMatches(std::string bytes) {
+    auto preferred = readJson(std::move(bytes), readPreferred);
+    return preferred ? *std::move(preferred) : std::nullopt;
+}
+
 } // namespace orvalen

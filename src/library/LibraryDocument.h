@@ -26,8 +26,13 @@ void writeLibraryDocument(const LibraryIndex& index, const std::optional<Preferr
                           const std::vector<Location>& folders,
                           const std::function<void(std::string_view)>& use);
 
-/// Nothing when the bytes are no such object or one of the tracks is none; preferred matches and folders of
-/// another shape are left out.
+/// Nothing when the bytes are no such object, one of the tracks is none, or memory does not suffice;
+/// preferred matches and folders of another shape are left out.
 std::optional<LibraryDocument> readLibraryDocument(std::string bytes);
+
+/// An object with the preferred matches alone, in the same form.
+std::string preferredMatchesText(const PreferredMatches& preferred);
+/// The preferred matches of such an object; nothing when it has none or memory does not suffice.
+std::optional<PreferredMatches> readPreferredMatches(std::string bytes);
 
 } // namespace orvalen

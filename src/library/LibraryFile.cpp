@@ -2,6 +2,8 @@
 
 #include "app/state/ContentView.h"
 #include "core/Files.h"
+#include "core/Text.h"
+#include "library/EarlierChoices.h"
 #include "library/LibraryDocument.h"
 #include "library/LibraryIndexState.h"
 #include "library/MusicFolders.h"
@@ -18,6 +20,36 @@ namespace orvalen {
 namespace {
 
 constexpr std::string_view persistentName = "library.orvl";
+constexpr std::string_view previousName = "library.previous.orvl";
+
+/// The tracks that look as if their files' tags could not be read when they were scanned.
+std::size_t untaggedCount(const LibraryIndex& index) {
+    std::size_t count = 0;
+    for (std::size_t position = 0; position < index.trackCount(); ++position) {
+        const TrackView track = index.track(position);
+        if (track.artist == "Unknown" && track.title == bareName(track.path))
+            ++count;
+    }
+    return count;
+}
+
+/// Replaces the index and, where the document has some, the preferred matches.
+void applyTracksAndMatches(ContentView& view, LibraryDocument& document) {
+    replaceIndex(view, std::move(document.index));
+    if (!document.preferred)
+        return;
+    keepChoicesReplacedBy(view, *document.preferred);
+    view.database().replacePreferredMatches(*document.preferred);
+}
+
+/// Writes the library with the preferred matches that were read.
+Expected<void> writeLibrary(ContentView& view, const Location& destination,
+                            const std::optional<PreferredMatches>& preferred) {
+    Expected<void> written;
+    writeLibraryDocument(view.trackDict.get(), preferred, view.musicFolderURLs.get(),
+                         [&](std::string_view text) { written = writeWholeFile(destination.path, text); });
+    return written;
+}
 
 void appendFolders(ContentView& view, const std::vector<Location>& folders) {
     if (folders.empty())
@@ -36,21 +68,44 @@ void applyFile(ContentView& view, const std::string& path) {
 } // namespace
 
 Expected<void> writeLibraryFile(ContentView& view, const Location& destination) {
-    Expected<void> written;
-    writeLibraryDocument(view.trackDict.get(), view.database().wholePreferredMatches(),
-                         view.musicFolderURLs.get(),
-                         [&](std::string_view text) { written = writeWholeFile(destination.path, text); });
-    return written;
+    return writeLibrary(view, destination, view.database().wholePreferredMatches());
 }
 
 void applyLibraryFile(ContentView& view, std::string bytes) {
     auto document = readLibraryDocument(std::move(bytes));
     if (!document)
         return;
-    replaceIndex(view, std::move(document->index));
-    if (document->preferred)
-        view.database().replacePreferredMatches(*document->preferred);
+    applyTracksAndMatches(view, *document);
     appendFolders(view, document->folders);
+}
+
+void keepLibraryOfBefore(ContentView& view, const ScanOutcome& scan) {
+    const bool lostFiles =
+        !scan.vanishedFolders.empty() ||
+        (scan.unreadableFiles > 0 && scan.unreadableFiles > untaggedCount(view.trackDict.get()));
+    // After a scan that lost a folder, the copy is better than "library.orvl".
+    if (!lostFiles || !view.lastScan.get().vanishedFolders.empty())
+        return;
+    const auto source = supportFileURL(view.platform.userFolders, persistentName);
+    const auto copy = supportFileURL(view.platform.userFolders, previousName);
+    if (!source || !copy)
+        return;
+    if (const auto bytes = readWholeFile(source->path))
+        static_cast<void>(writeWholeFile(copy->path, *bytes));
+}
+
+void loadLibraryOfBefore(ContentView& view) {
+    const auto file = supportFileURL(view.platform.userFolders, previousName);
+    if (!file)
+        return;
+    auto bytes = readWholeFile(file->path);
+    if (!bytes)
+        return;
+    auto document = readLibraryDocument(std::move(*bytes));
+    if (!document)
+        return;
+    applyTracksAndMatches(view, *document);
+    view.lastScan.set({});
 }
 
 void savePersistentLibrary(ContentView& view) {
@@ -67,6 +122,7 @@ void savePersistentLibrary(ContentView& view) {
 
 void loadPersistentLibrary(ContentView& view) {
     loadFolderBookmarks(view);
+    loadEarlierChoices(view);
     if (const auto source = supportFileURL(view.platform.userFolders, persistentName))
         applyFile(view, source->path);
 }
@@ -80,10 +136,14 @@ void backupScannedLibrary(ContentView& view) {
     if (!destination)
         return;
     Console& console = view.platform.console;
-    if (const auto written = writeLibraryFile(view, *destination))
-        console.line("✅ Library backup saved to " + destination->path);
-    else
+    const auto preferred = view.database().wholePreferredMatches();
+    if (const auto written = writeLibrary(view, *destination, preferred); !written) {
         console.line("❌ Failed to backup scanned library: " + written.error().description);
+        return;
+    }
+    console.line("✅ Library backup saved to " + destination->path);
+    if (!preferred)
+        console.line("The preferred matches could not be read and are not in the backup.");
 }
 
 void loadScannedLibrary(ContentView& view) {
@@ -104,6 +164,7 @@ void removeSavedLibrary(ContentView& view) {
     if (const auto file = supportFileURL(view.platform.userFolders, persistentName))
         ::unlink(file->path.c_str());
     clearIndex(view);
+    forgetAllEarlierChoices(view);
     view.database().replacePreferredMatches({});
 }
 

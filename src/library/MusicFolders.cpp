@@ -92,8 +92,12 @@ void loadFolderBookmarks(ContentView& view) {
     for (const std::string& bookmark : *bookmarks)
         if (const auto location = access.resolveBookmark(bookmark))
             resolved.push_back(*location);
+    const std::vector<Location> granted = access.startAll(resolved);
+    std::erase_if(resolved, [&](const Location& location) {
+        return std::ranges::find(granted, location) == granted.end() && !access.isAway(location);
+    });
     view.platform.mainQueue.post(
-        [&view, restored = access.startAll(resolved)] { view.musicFolderURLs.set(restored); });
+        [&view, restored = std::move(resolved)] { view.musicFolderURLs.set(restored); });
 }
 
 } // namespace orvalen

@@ -21,7 +21,8 @@ void clearMusicLocations(ContentView& view);
 
 /// Writes "folders.json".
 void saveFolderBookmarks(ContentView& view);
-/// Reads "folders.json" and queues the replacement of the list; silent when there is nothing to read.
+/// Reads "folders.json" and queues the replacement of the list; silent when there is nothing to read. Keeps a
+/// folder whose drive is not connected, and drops every other one that cannot be read.
 void loadFolderBookmarks(ContentView& view);
 
 } // namespace orvalen

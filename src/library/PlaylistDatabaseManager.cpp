@@ -6,12 +6,14 @@
 #include "platform/UserFolders.h"
 
 #include <algorithm>
+#include <array>
 #include <ctime>
 #include <filesystem>
 #include <memory>
 #include <sqlite3.h>
 #include <system_error>
 #include <thread>
+#include <unordered_set>
 
 namespace orvalen {
 
@@ -96,6 +98,57 @@ private:
     sqlite3* db_;
 };
 
+/// The rows of the table that equal a pair of the map byte for byte. While this lives, statements can ask for
+/// each row whether it is one of them, with the function is_kept(key, preferred_path).
+class KeptRows {
+public:
+    KeptRows(sqlite3* db, const PreferredMatches& matches) : db_(db), matches_(matches) {
+        define(this, [](sqlite3_context* context, int, sqlite3_value** values) {
+            auto& self = *static_cast<KeptRows*>(sqlite3_user_data(context));
+            sqlite3_result_int(context, self.keep(text(values[0]), text(values[1])) ? 1 : 0);
+        });
+    }
+    ~KeptRows() { define(nullptr, nullptr); }
+    KeptRows(const KeptRows&) = delete;
+    KeptRows& operator=(const KeptRows&) = delete;
+
+    /// The pairs for which no row was asked about.
+    std::vector<const PreferredMatches::value_type*> missing() const {
+        std::vector<const PreferredMatches::value_type*> result;
+        for (const auto& pair : matches_)
+            if (!kept_.contains(&pair))
+                result.push_back(&pair);
+        return result;
+    }
+
+private:
+    using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
+
+    void define(KeptRows* self, Function function) {
+        sqlite3_create_function_v2(db_, "is_kept", 2, SQLITE_UTF8 | SQLITE_DIRECTONLY, self, function,
+                                   nullptr, nullptr, nullptr);
+    }
+    static std::optional<std::string_view> text(sqlite3_value* value) {
+        if (sqlite3_value_type(value) != SQLITE_TEXT)
+            return std::nullopt;
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
+        return std::string_view(bytes, static_cast<std::size_t>(sqlite3_value_bytes(value)));
+    }
+    bool keep(std::optional<std::string_view> key, std::optional<std::string_view> path) {
+        if (!key || !path)
+            return false;
+        const auto pair = matches_.find(*key);
+        const bool kept = pair != matches_.end() && pair->first == *key && pair->second == *path;
+        if (kept)
+            kept_.insert(&*pair);
+        return kept;
+    }
+
+    sqlite3* db_;
+    const PreferredMatches& matches_;
+    std::unordered_set<const PreferredMatches::value_type*> kept_;
+};
+
 /// Locks the file against other writers once for all that is read while this lives.
 class ReadTransaction {
 public:
@@ -131,6 +184,7 @@ public:
     void restartTimeout() {
         manager_.timeoutEnds_ = std::min(std::chrono::steady_clock::now() + 100ms, ends_);
     }
+    void doNotWait() { manager_.timeoutEnds_ = {}; }
 
 private:
     PlaylistDatabaseManager& manager_;
@@ -188,20 +242,30 @@ void PlaylistDatabaseManager::createTables() {
 void PlaylistDatabaseManager::savePreferredMatch(std::string_view key, std::string_view path) {
     if (db_ == nullptr)
         return;
-    const LockedConnection connection(*this);
-    insertMatch(std::string(key), std::string(path));
+    LockedConnection connection(*this);
+    const PreferredMatches::value_type match{key, path};
+    insertMatches(std::array{&match}, connection);
     ++changeCount_;
 }
 
-void PlaylistDatabaseManager::insertMatch(const std::string& key, const std::string& path) {
-    const Statement statement =
-        prepare(db_, "INSERT OR REPLACE INTO preferred_matches (key, preferred_path) VALUES (?, ?);");
-    if (!statement)
-        return writeError("Error preparing preferred match insert");
-    bindText(statement, 1, key);
-    bindText(statement, 2, path);
-    if (sqlite3_step(statement.get()) != SQLITE_DONE)
-        writeError("Error saving preferred match");
+void PlaylistDatabaseManager::insertMatches(std::span<const PreferredMatches::value_type* const> matches,
+                                            LockedConnection& connection) {
+    Statement statement;
+    for (const auto* match : matches) {
+        connection.restartTimeout();
+        if (!statement)
+            statement =
+                prepare(db_, "INSERT OR REPLACE INTO preferred_matches (key, preferred_path) VALUES (?, ?);");
+        if (!statement) {
+            writeError("Error preparing preferred match insert");
+            continue;
+        }
+        bindText(statement, 1, match->first);
+        bindText(statement, 2, match->second);
+        if (sqlite3_step(statement.get()) != SQLITE_DONE)
+            writeError("Error saving preferred match");
+        sqlite3_reset(statement.get());
+    }
 }
 
 void PlaylistDatabaseManager::removePreferredMatch(std::string_view key) {
@@ -220,6 +284,18 @@ std::optional<std::string> PlaylistDatabaseManager::preferredPath(std::string_vi
     if (db_ == nullptr)
         return std::nullopt;
     const LockedConnection connection(*this);
+    return lookUp(key);
+}
+
+std::optional<std::string> PlaylistDatabaseManager::preferredPathAtOnce(std::string_view key) {
+    if (db_ == nullptr)
+        return std::nullopt;
+    LockedConnection connection(*this);
+    connection.doNotWait();
+    return lookUp(key);
+}
+
+std::optional<std::string> PlaylistDatabaseManager::lookUp(std::string_view key) {
     const Statement statement = prepare(db_, selectPath);
     if (!statement) {
         writeError("Error preparing preferred match lookup");
@@ -286,14 +362,31 @@ void PlaylistDatabaseManager::replacePreferredMatches(const PreferredMatches& ma
     if (db_ == nullptr)
         return;
     LockedConnection connection(*this);
-    const ManyCommits commits(db_);
-    if (!execute(db_, "DELETE FROM preferred_matches;"))
+    KeptRows kept(db_, matches);
+    if (!execute(db_, "DELETE FROM preferred_matches WHERE NOT is_kept(key, preferred_path);"))
         return writeError("Error clearing preferred matches");
-    for (const auto& [key, path] : matches) {
-        connection.restartTimeout();
-        insertMatch(key, path);
-    }
     ++changeCount_;
+    if (const auto missing = kept.missing(); !missing.empty()) {
+        const ManyCommits commits(db_);
+        insertMatches(missing, connection);
+    }
+}
+
+PreferredMatches PlaylistDatabaseManager::rowsReplacedBy(const PreferredMatches& matches) {
+    PreferredMatches replaced;
+    if (db_ == nullptr)
+        return replaced;
+    const LockedConnection connection(*this);
+    const KeptRows kept(db_, matches);
+    const Statement statement = prepare(
+        db_, "SELECT key, preferred_path FROM preferred_matches WHERE NOT is_kept(key, preferred_path);");
+    while (statement && sqlite3_step(statement.get()) == SQLITE_ROW) {
+        auto key = columnText(statement, 0);
+        auto path = columnText(statement, 1);
+        if (key && path)
+            replaced.insert_or_assign(std::move(*key), std::move(*path));
+    }
+    return replaced;
 }
 
 void PlaylistDatabaseManager::exportLibrarySnapshot(const Location& destination, const LibraryIndex& index) {

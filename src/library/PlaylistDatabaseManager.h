@@ -45,6 +45,8 @@ public:
     /// Forgets the key's path. On the disk when it returns.
     void removePreferredMatch(std::string_view key);
     std::optional<std::string> preferredPath(std::string_view key);
+    /// The same without waiting for another program that holds the file.
+    std::optional<std::string> preferredPathAtOnce(std::string_view key);
     /// What preferredPath gives for each of the keys, all as of one moment and for little more than the price
     /// of one. Nothing, and no console line, when the table cannot be read just now.
     std::optional<std::vector<std::optional<std::string>>> preferredPaths(std::span<const std::string> keys);
@@ -55,8 +57,13 @@ public:
     /// The same, or nothing when it could not be read to its end: for what is to take the table's place
     /// later, where a part would lose the rest.
     std::optional<PreferredMatches> wholePreferredMatches();
-    /// Empties the table and saves every pair on its own. On the disk when it returns.
+    /// Makes the pairs the rows of the table. Rows that equal a pair byte for byte stay; one statement
+    /// deletes the others, and each missing pair is then saved on its own. A killed program leaves the old
+    /// rows or some of the new ones. On the disk when it returns.
     void replacePreferredMatches(const PreferredMatches& matches);
+    /// The rows that replacePreferredMatches(matches) would delete or give another path. Empty, without a
+    /// console line, when the table cannot be read just now.
+    PreferredMatches rowsReplacedBy(const PreferredMatches& matches);
 
     /// Writes tracks and preferred matches as one JSON object; a failure is silent.
     void exportLibrarySnapshot(const Location& destination, const LibraryIndex& index);
@@ -67,9 +74,11 @@ private:
     /// Locks the connection for one call and limits how long the call waits for other programs.
     class LockedConnection;
     static int waitForOthers(void* self, int attempts);
+    std::optional<std::string> lookUp(std::string_view key);
     /// Whether the table was read to its end.
     bool readMatches(PreferredMatches& matches);
-    void insertMatch(const std::string& key, const std::string& path);
+    void insertMatches(std::span<const PreferredMatches::value_type* const> matches,
+                       LockedConnection& connection);
     void writeError(const char* what);
 
     const UserFolders& folders_;

@@ -3,6 +3,7 @@
 #include "app/state/ContentView.h"
 #include "core/Keys.h"
 #include "core/Text.h"
+#include "library/EarlierChoices.h"
 #include "library/PlaylistDatabaseManager.h"
 
 #include <algorithm>
@@ -28,11 +29,6 @@ std::optional<std::int64_t> rowTempo(const MatchedTrack& row) {
         if (option.bpm)
             return option.bpm;
     return std::nullopt;
-}
-
-std::vector<Track>::const_iterator optionAt(const MatchedTrack& row, std::string_view path) {
-    return std::ranges::find_if(row.options,
-                                [path](const Track& option) { return canonicallyEqual(option.path, path); });
 }
 
 } // namespace
@@ -64,7 +60,7 @@ std::string optionLabel(const Track& option) {
 int pickedOption(const MatchedTrack& row) {
     if (!row.selectedTrack)
         return -1;
-    const auto option = optionAt(row, row.selectedTrack->path);
+    const auto option = findByPath(row.options, row.selectedTrack->path);
     return option == row.options.end() ? -1 : static_cast<int>(option - row.options.begin());
 }
 
@@ -99,7 +95,7 @@ void chooseOption(ContentView& view, std::size_t row, std::string_view path) {
     const std::vector<MatchedTrack>& rows = view.matchedTracks.get();
     if (row >= rows.size())
         return;
-    const auto option = optionAt(rows[row], path);
+    const auto option = findByPath(rows[row].options, path);
     std::optional<Track> selected;
     if (option != rows[row].options.end())
         selected = *option;
@@ -109,8 +105,11 @@ void chooseOption(ContentView& view, std::size_t row, std::string_view path) {
 }
 
 void rememberPreferredMatch(ContentView& view, const MatchedTrack& row) {
-    if (row.selectedTrack)
-        view.database().savePreferredMatch(libraryKey(row.artist, row.title), row.selectedTrack->path);
+    if (!row.selectedTrack)
+        return;
+    const std::string key = libraryKey(row.artist, row.title);
+    view.database().savePreferredMatch(key, row.selectedTrack->path);
+    forgetEarlierChoice(view, key);
 }
 
 } // namespace orvalen

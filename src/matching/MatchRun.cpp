@@ -41,9 +41,7 @@ void writeDiagnostics(Console& console, const MatchedTrack& row) {
 std::optional<Track> chosen(const std::vector<Track>& options, const std::optional<std::string>& preferred) {
     auto choice = options.begin();
     if (preferred)
-        choice = std::find_if(options.begin(), options.end(), [&preferred](const Track& option) {
-            return canonicallyEqual(option.path, *preferred);
-        });
+        choice = findByPath(options, *preferred);
     if (choice == options.end() && options.size() == 1)
         choice = options.begin();
     return choice == options.end() ? std::nullopt : std::optional(*choice);
@@ -62,9 +60,11 @@ MatchedTrack makeRow(const LibraryCatalog& catalog, Request request) {
     return row;
 }
 
-void finish(ContentView& view, std::vector<MatchedTrack> rows) {
+void finish(ContentView& view, std::string input, std::vector<MatchedTrack> rows) {
     view.matchProgress.set(0);
+    keepReplacedRows(view);
     view.matchedTracks.set(std::move(rows));
+    view.matchedInput.set(std::move(input));
     view.showResultsPage.set(true);
     view.isMatching.set(false);
     autoSaveSession(view);
@@ -85,6 +85,7 @@ struct MatchRun {
     std::vector<std::string> lines;
     LibraryIndex index;
     std::string format;
+    std::string input; ///< the wanted text that the lines are from
 
     void operator()() const {
         const LibraryCatalog catalog(index);
@@ -93,7 +94,8 @@ struct MatchRun {
         for (std::size_t first = 0; first < lines.size(); first += linesAtOnce)
             if (std::vector<WantedRow> wanted = wantedFrom(first); !wanted.empty())
                 match(std::move(wanted), catalog, posts, *rows);
-        posts.finish([rows](ContentView& state) { orvalen::finish(state, std::move(*rows)); });
+        posts.finish(
+            [rows, input = input](ContentView& state) { orvalen::finish(state, input, std::move(*rows)); });
     }
 
     std::vector<WantedRow> wantedFrom(std::size_t first) const {
@@ -125,8 +127,8 @@ struct MatchRun {
 } // namespace
 
 void matchLines(std::vector<std::string> lines, ContentView& view) {
-    view.platform.matchQueue.post(
-        MatchRun{view, std::move(lines), view.trackDict.get(), view.matchInputFormat.get()});
+    view.platform.matchQueue.post(MatchRun{view, std::move(lines), view.trackDict.get(),
+                                           view.matchInputFormat.get(), view.matchInput.get()});
 }
 
 void prepareMatchingOnLibraryChange(ContentView& view) {

@@ -11,7 +11,9 @@ RememberedPaths::RememberedPaths(PlaylistDatabaseManager& database, std::vector<
       paths_(database.preferredPaths(keys_)) {}
 
 std::optional<std::string> RememberedPaths::at(std::size_t place) const {
-    if (!paths_ || database_.changeCount() != changeCount_)
+    if (!paths_) // another program holds the database: waiting for it once is enough
+        return database_.preferredPathAtOnce(keys_[place]);
+    if (database_.changeCount() != changeCount_)
         return database_.preferredPath(keys_[place]);
     return (*paths_)[place];
 }

@@ -12,7 +12,8 @@ class PlaylistDatabaseManager;
 
 /// The paths that the user chose for some wanted lines. They are asked for together, because each look into
 /// the database locks and unlocks its file, and are as fresh as if each had been asked for by itself: what
-/// this program stores meanwhile is seen. Worker thread.
+/// this program stores meanwhile is seen. While another program holds the database, only the constructor
+/// waits for it. Worker thread.
 class RememberedPaths {
 public:
     RememberedPaths(PlaylistDatabaseManager& database, std::vector<std::string> keys);

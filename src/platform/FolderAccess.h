@@ -26,6 +26,9 @@ public:
         return granted;
     }
     virtual void stop(const Location& location) = 0;
+    /// True when the location's drive can be removed and the location does not exist now, so that it may be
+    /// back when the drive is connected again.
+    virtual bool isAway(const Location& location) = 0;
     /// Opaque bytes that bring the location back at the next start.
     virtual Expected<std::string> makeBookmark(const Location& location) = 0;
     virtual Expected<Location> resolveBookmark(std::string_view bookmark) = 0;

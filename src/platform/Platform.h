@@ -7,6 +7,7 @@ class Browser;
 class Bundle;
 class Console;
 class Dialogs;
+class DriveWatch;
 class FolderAccess;
 class HttpSession;
 class MainQueue;
@@ -33,6 +34,7 @@ struct Platform {
     Sound& sound;
     Browser& browser;
     Bundle& bundle;
+    DriveWatch& driveWatch;
 };
 
 } // namespace orvalen

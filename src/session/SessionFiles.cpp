@@ -8,6 +8,7 @@
 #include "platform/Dialogs.h"
 #include "platform/MainQueue.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -15,6 +16,7 @@ namespace orvalen {
 namespace {
 
 constexpr const char* autoSaveName = "session.orvs";
+constexpr const char* previousName = "session.previous.orvs";
 constexpr std::chrono::seconds indicatorTime{2};
 
 AllowedTypes sessionType() {
@@ -87,7 +89,31 @@ void loadLastSession(ContentView& view) {
         applySession(view, std::move(*session));
 }
 
+void keepReplacedRows(ContentView& view) {
+    const std::vector<MatchedTrack>& rows = view.matchedTracks.get();
+    const bool hasBrowsedFiles = view.hasBrowsedFiles.get();
+    view.hasBrowsedFiles.set(false);
+    if (!hasBrowsedFiles && std::ranges::none_of(rows, &MatchedTrack::include))
+        return;
+    const auto file = supportFileURL(view.platform.userFolders, previousName);
+    if (file && writeWholeFile(file->path, encodeSession(view.matchedInput.get(), rows)))
+        view.previousSessionIsKept.set(true);
+}
+
+void loadPreviousSession(ContentView& view) {
+    const auto file = supportFileURL(view.platform.userFolders, previousName);
+    if (!file)
+        return;
+    auto session = readSession(*file);
+    if (!session)
+        return;
+    view.previousSessionIsKept.set(false);
+    applySession(view, std::move(*session));
+}
+
 void applySession(ContentView& view, MatchSession session) {
+    keepReplacedRows(view);
+    view.matchedInput.set(session.matchInput);
     view.matchInput.set(std::move(session.matchInput));
     view.matchedTracks.set(std::move(session.matchedTracks));
     view.showResultsPage.set(true);

@@ -17,6 +17,12 @@ void loadSession(ContentView& view);
 void loadSessionFile(ContentView& view, const Location& file);
 /// Brings back the last auto-save; silent when there is none.
 void loadLastSession(ContentView& view);
+/// Writes the rows and their wanted text to "session.previous.orvs" in the support folder when some are
+/// ticked or the user browsed to files for them. To be called before other rows replace them. Errors are
+/// silent.
+void keepReplacedRows(ContentView& view);
+/// Loads that file; the rows that it replaces are kept in it in turn.
+void loadPreviousSession(ContentView& view);
 void applySession(ContentView& view, MatchSession session);
 
 } // namespace orvalen

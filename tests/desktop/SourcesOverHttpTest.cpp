@@ -42,7 +42,7 @@ TEST(SourcesOverHttp, ImportAndMatchAPlaylist) {
     Platform platform{test.console,     test.mainQueue,     test.matchQueue,   test.tagQueue,
                       test.dialogs,     test.mediaAssets,   test.audioPlayers, test.folderAccess,
                       test.userFolders, test.notifications, session,           test.sound,
-                      test.browser,     test.bundle};
+                      test.browser,     test.bundle,        test.driveWatch};
     ContentView view{platform, [&]() -> PlaylistDatabaseManager& { return test.database(); }};
     LocalServer server;
     serve(server, view);

@@ -10,6 +10,8 @@
 #include "session/SessionFiles.h"
 #include "support/Builders.h"
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 
 namespace orvalen::test {
@@ -246,7 +248,10 @@ std::vector<std::string> FlowRun::lines() {
 
 std::size_t FlowRun::otherFiles() {
     const fs::path folder = fs::path(flow_.file(program)).parent_path();
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {})) -
+    // A load that succeeds keeps copies of what it replaces.
+    const auto copies = std::ranges::count_if(std::array{"earlier_choices.json", "session.previous.orvs"},
+                                              [&](const char* name) { return fs::exists(folder / name); });
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}) - copies) -
            (content() ? 1U : 0U);
 }
 

@@ -55,7 +55,7 @@ public:
     std::optional<std::string> content();
     /// The console lines, with {} for the path.
     std::vector<std::string> lines();
-    /// The number of files beside the flow's own.
+    /// The number of files beside the flow's own and the copies of what a load replaced.
     std::size_t otherFiles();
 
     PreparedProgram program;

@@ -1,10 +1,12 @@
 #include "library/FolderScan.h"
 
 #include "core/LibraryIndexBuilder.h"
+#include "library/LibraryFile.h"
 #include "support/Builders.h"
 #include "support/OtherProgram.h"
 #include "support/TestPlatform.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 
 namespace orvalen::test {
@@ -14,6 +16,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 using testing::StartsWith;
+using testing::UnorderedElementsAre;
 
 using Progress = std::pair<double, std::string>;
 
@@ -103,22 +106,29 @@ TEST_F(FolderScan, EndsWithTheFilesTheSoundAndTheMessageInThisOrder) {
               "Your scanned library has been updated and preferred tracks preserved.");
 }
 
-TEST_F(FolderScan, KeepsThePreferredMatchesOfItsStartAndNoOthers) {
+TEST_F(FolderScan, KeepsThePreferredMatchesStoredBeforeTheFirstFileIsRead) {
     music.write("1.mp3");
     music.write("2.mp3");
     world.database().savePreferredMatch("before", "/b.mp3");
     scanLibrary(world.view);
+    world.tagQueue.runOne();
+    world.database().savePreferredMatch("while listing", "/l.mp3");
+    while (world.mediaAssets.opened.empty() && world.tagQueue.runOne()) {
+    }
     world.database().savePreferredMatch("meanwhile", "/m.mp3");
     world.settle();
-    EXPECT_THAT(world.database().allPreferredMatches(), ElementsAre(Pair("before", "/b.mp3")));
+    EXPECT_THAT(world.database().allPreferredMatches(),
+                UnorderedElementsAre(Pair("before", "/b.mp3"), Pair("while listing", "/l.mp3")));
 }
 
-TEST_F(FolderScan, KeepsPreferredMatchesThatItCouldNotReadAtItsStart) {
+TEST_F(FolderScan, KeepsPreferredMatchesThatItCouldNotRead) {
     world.database().savePreferredMatch("before", "/b.mp3");
     {
         OtherProgram other(world.support().path("orvalen.sqlite"));
         other.run("BEGIN EXCLUSIVE");
         scanLibrary(world.view);
+        while (world.tagQueue.runOne()) {
+        }
     }
     world.settle();
     EXPECT_THAT(world.database().allPreferredMatches(), ElementsAre(Pair("before", "/b.mp3")));
@@ -147,6 +157,52 @@ TEST_F(FolderScan, AFileThatIsBrowsedToNeedNotWaitForTheWholeScan) {
     world.tagQueue.runOne();
     EXPECT_TRUE(ran);
     EXPECT_LT(world.mediaAssets.opened.size(), 2U);
+}
+
+TEST_F(FolderScan, KeepsTheLibraryOfBeforeWhenAFolderVanishes) {
+    TemporaryFolder drive;
+    world.view.musicFolderURLs.set(
+        {{music.path()}, {drive.path("stick")}, {music.path("missing all the time")}});
+    music.write("1.mp3");
+    drive.write("stick/2.mp3");
+    const auto unreadable = [&](const std::string& path) {
+        world.mediaAssets.tags[path].common = failure("No such file or directory");
+    };
+    unreadable(music.path("1.mp3"));
+    scan();
+    EXPECT_EQ(world.view.lastScan.get().unreadableFiles, 1U);
+    EXPECT_FALSE(world.support().exists("Orvalen/library.previous.orvl")) << "there was none before";
+    scan();
+    EXPECT_FALSE(world.support().exists("Orvalen/library.previous.orvl")) << "the same file as before";
+
+    const std::string good = world.support().read("Orvalen/library.orvl");
+    unreadable(drive.path("stick/2.mp3"));
+    scanLibrary(world.view);
+    while (world.mediaAssets.opened.size() < 6 && world.tagQueue.runOne()) {
+    }
+    std::filesystem::remove_all(drive.path("stick"));
+    world.settle();
+    EXPECT_EQ(world.view.lastScan.get().unreadableFiles, 2U);
+    EXPECT_THAT(world.view.lastScan.get().vanishedFolders, ElementsAre(drive.path("stick")));
+    EXPECT_EQ(world.support().read("Orvalen/library.previous.orvl"), good);
+    scan();
+    EXPECT_EQ(world.support().read("Orvalen/library.previous.orvl"), good) << "not the one that lost files";
+
+    const auto folders = world.view.musicFolderURLs.get();
+    loadLibraryOfBefore(world.view);
+    EXPECT_EQ(world.view.trackCount.get(), 2);
+    EXPECT_EQ(world.view.musicFolderURLs.get(), folders);
+    EXPECT_THAT(world.view.lastScan.get().vanishedFolders, IsEmpty());
+}
+
+TEST_F(FolderScan, AChoiceMadeWhileFilesAreReadCanBeUsedAgain) {
+    music.write("1.mp3");
+    scanLibrary(world.view);
+    while (world.mediaAssets.opened.empty() && world.tagQueue.runOne()) {
+    }
+    world.database().savePreferredMatch("meanwhile", "/m.mp3");
+    world.settle();
+    EXPECT_THAT(world.view.earlierChoices.get(), ElementsAre(Pair("meanwhile", "/m.mp3")));
 }
 
 } // namespace

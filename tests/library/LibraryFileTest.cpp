@@ -3,6 +3,7 @@
 #include "core/LibraryIndexBuilder.h"
 #include "library/MusicFolders.h"
 #include "support/Builders.h"
+#include "support/OtherProgram.h"
 #include "support/TestPlatform.h"
 
 #include <gmock/gmock.h>
@@ -236,6 +237,18 @@ TEST_F(LibraryFile, AnAutomaticBackupLoadsItsTracks) {
     EXPECT_THAT(tracks(), UnorderedElementsAre(track("No", "Tempo", 0), kept));
     EXPECT_THAT(world.database().allPreferredMatches(), ElementsAre(Pair("kept", "/kept.mp3")));
     EXPECT_THAT(folders(), IsEmpty());
+}
+
+TEST_F(LibraryFile, ABackupWithoutTheChoicesSaysSo) {
+    fill();
+    const std::string copy = world.support().path("copy.orvl");
+    OtherProgram other(world.support().path("orvalen.sqlite"));
+    other.run("BEGIN EXCLUSIVE");
+    world.dialogs.willSaveTo(copy);
+    backupScannedLibrary(world.view);
+    EXPECT_THAT(world.console.lines(),
+                ElementsAre("✅ Library backup saved to " + copy,
+                            "The preferred matches could not be read and are not in the backup."));
 }
 
 } // namespace

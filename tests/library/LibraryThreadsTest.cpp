@@ -31,8 +31,9 @@ struct ThreadedPlatform : TestPlatform {
 
     ThreadWorkerQueue matching;
     ThreadWorkerQueue tagging;
-    Platform real{console,      mainQueue,   matching,      tagging,     dialogs, mediaAssets, audioPlayers,
-                  folderAccess, userFolders, notifications, httpSession, sound,   browser,     bundle};
+    Platform real{console,     mainQueue,    matching,     tagging,     dialogs,
+                  mediaAssets, audioPlayers, folderAccess, userFolders, notifications,
+                  httpSession, sound,        browser,      bundle,      driveWatch};
     ContentView state{real, [this]() -> PlaylistDatabaseManager& { return database(); }};
 };
 

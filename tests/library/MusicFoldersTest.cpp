@@ -87,15 +87,23 @@ TEST_F(MusicFolders, ALocationWithoutBookmarkStaysForThisRun) {
 }
 
 TEST_F(MusicFolders, LoadingReplacesTheListByAQueuedPostOfWhatCanBeRead) {
-    world.folderAccess.refused = {"/unplugged"};
+    world.folderAccess.refused = {"/deleted", "/media/stick"};
+    world.folderAccess.away = {"/media/stick"};
     world.view.musicFolderURLs.set({{"/other"}});
-    world.support().write("Orvalen/folders.json",
-                          encodeTexts({base64("bookmark:/unplugged"), base64("another program's"),
-                                       base64("bookmark:/A"), base64("bookmark:/B")}));
+    world.support().write(
+        "Orvalen/folders.json",
+        encodeTexts({base64("bookmark:/deleted"), base64("bookmark:/media/stick"),
+                     base64("another program's"), base64("bookmark:/A"), base64("bookmark:/B")}));
     loadFolderBookmarks(world.view);
     EXPECT_THAT(listed(), ElementsAre("/other")) << "not before the post";
     world.settle();
-    EXPECT_THAT(listed(), ElementsAre("/A", "/B"));
+    EXPECT_THAT(listed(), ElementsAre("/media/stick", "/A", "/B"));
+    saveFolderBookmarks(world.view);
+    EXPECT_EQ(saved(), fileOf({"/media/stick", "/A", "/B"}));
+    world.support().write("Orvalen/folders.json", "\xEF\xBB\xBF" + fileOf({"/B"}));
+    loadFolderBookmarks(world.view);
+    world.settle();
+    EXPECT_THAT(listed(), ElementsAre("/B")) << "with a byte-order mark";
     EXPECT_EQ(world.folderAccess.starts["/A"], 1);
     EXPECT_THAT(world.console.lines(), IsEmpty());
 }

@@ -64,6 +64,25 @@ TEST_F(Database, ReplacingLeavesExactlyTheNewRowsAndOneFile) {
     EXPECT_THAT(console.lines(), IsEmpty());
 }
 
+TEST_F(Database, ReplacingWritesOnlyTheRowsThatChange) {
+    auto database = open();
+    const std::string apart = "cafe\u0301";
+    database.replacePreferredMatches({{"same", "/s"}, {"gone", "/g"}, {"other path", "/1"}, {apart, "/c"}});
+    OtherProgram other(file());
+    const auto stampOfSame = [&] {
+        return other.ask("SELECT rowid FROM preferred_matches WHERE key = 'same'");
+    };
+    const std::string before = stampOfSame();
+    const PreferredMatches next = {{"same", "/s"}, {"other path", "/2"}, {"café", "/c"}, {"new", "/n"}};
+    EXPECT_EQ(database.rowsReplacedBy(next),
+              (PreferredMatches{{"gone", "/g"}, {"other path", "/1"}, {apart, "/c"}}));
+    database.replacePreferredMatches(next);
+    EXPECT_EQ(database.allPreferredMatches(), next);
+    EXPECT_EQ(other.ask("SELECT count(*) FROM preferred_matches WHERE key = 'café'"), "1");
+    EXPECT_EQ(stampOfSame(), before) << "the row was written again";
+    EXPECT_THAT(database.rowsReplacedBy(next), IsEmpty());
+}
+
 TEST_F(Database, RowsThatOnlyAnotherProgramCanHaveWrittenAreNotSeen) {
     auto database = open();
     database.savePreferredMatch("good", "/g.mp3");

@@ -90,6 +90,10 @@ TEST(MatchReviewStates, PickerShowsTheEntryOfTheSelectedFile) {
         {"a file that is no candidate", withSelection(row("A", "T", {one, two}), accented), true, -1},
         {"the other form of an accent",
          withSelection(row("A", "T", {one, accented}), track("A", "T", {}, decomposedPath)), true, 1},
+        {"the other of two files whose names differ only in how the accent is encoded",
+         withSelection(row("A", "T", {accented, track("A", "T", {}, decomposedPath)}),
+                       track("A", "T", {}, decomposedPath)),
+         true, 1},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(showsPicker(c.row), c.shown) << c.quirk;

@@ -1,7 +1,9 @@
 #include "matching/RememberedPaths.h"
 
+#include "support/OtherProgram.h"
 #include "support/TestPlatform.h"
 
+#include <chrono>
 #include <gmock/gmock.h>
 #include <sqlite3.h>
 
@@ -52,6 +54,20 @@ TEST(RememberedPaths, AreAskedForOneByOneWhereTheTableCannotBeRead) {
     EXPECT_THAT(world.console.lines(),
                 ElementsAre("Error preparing preferred match lookup: no such table: preferred_matches"));
     runElsewhere(world, "ALTER TABLE elsewhere RENAME TO preferred_matches");
+    EXPECT_EQ(paths.at(0), "/1");
+}
+
+TEST(RememberedPaths, WaitOnceForAProgramThatHoldsTheDatabase) {
+    TestPlatform world;
+    world.database().savePreferredMatch("a", "/1");
+    OtherProgram other(world.support().path("orvalen.sqlite"));
+    other.run("BEGIN EXCLUSIVE");
+    const RememberedPaths paths(world.database(), std::vector<std::string>(50, "a"));
+    const auto start = std::chrono::steady_clock::now();
+    for (std::size_t i = 0; i < 50; ++i)
+        EXPECT_EQ(paths.at(i), std::nullopt);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1)) << "5 s at 100 ms each";
+    other.run("ROLLBACK");
     EXPECT_EQ(paths.at(0), "/1");
 }
 

@@ -85,6 +85,24 @@ TEST(PosixFolderAccess, ABookmarkBringsItsLocationBackEvenWhileTheDiskIsAway) {
     }
 }
 
+TEST(PosixFolderAccess, OnlyWhatIsMissingBelowAMountRootIsAway) {
+    TemporaryFolder media;
+    media.write("stick/there.mp3");
+    struct Case {
+        std::string path;
+        bool away;
+    };
+    const Case cases[] = {{media.path("stick/Music"), true},
+                          {media.path("other stick"), true},
+                          {media.path("stick/there.mp3"), false},
+                          {media.path() + "2/Music", false},
+                          {media.path(), false},
+                          {"/home/gone", false}};
+    PosixFolderAccess access(MountRoots{{media.path()}});
+    for (const auto& [path, away] : cases)
+        EXPECT_EQ(access.isAway({path}), away) << path;
+}
+
 TEST(PosixFolderAccess, MakesNoBookmarkOfWhatIsNoAbsolutePath) {
     PosixFolderAccess access;
     for (const std::string_view path : {""sv, "Music"sv, "./Music"sv, "/Music\0"sv, "/M\xFCsik"sv})

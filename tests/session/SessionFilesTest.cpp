@@ -1,6 +1,8 @@
 #include "session/SessionFiles.h"
 
 #include "core/Json.h"
+#include "matching/MatchReview.h"
+#include "matching/MatchRun.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"
 
@@ -167,6 +169,38 @@ TEST_F(SessionFiles, LoadLastSaysNothingWhenThereIsNothingToLoad) {
     loadLastSession(view);
     EXPECT_TRUE(stillOn("work"));
     EXPECT_THAT(test.console.lines(), IsEmpty());
+}
+
+TEST_F(SessionFiles, ReviewedRowsAreKeptWhenOthersReplaceThem) {
+    const auto kept = [&] { return decodeSession(test.support().read("Orvalen/session.previous.orvs")); };
+    view.matchInput.set("A - T");
+    matchLines({"A - T"}, view);
+    test.settle();
+    view.matchInput.set("B - T");
+    matchLines({"B - T"}, view);
+    test.settle();
+    EXPECT_FALSE(test.support().exists("Orvalen/session.previous.orvs")) << "nothing was ticked";
+
+    setIncludeForAll(view, true);
+    test.console.clear();
+    view.matchInput.set("C - T");
+    matchLines({"C - T"}, view);
+    test.settle();
+    ASSERT_TRUE(kept().has_value());
+    EXPECT_EQ(kept()->matchInput, "B - T");
+    EXPECT_EQ(kept()->matchedTracks.at(0).artist, "B");
+    EXPECT_TRUE(view.previousSessionIsKept.get());
+    for (const std::string& line : test.console.lines())
+        EXPECT_EQ(line.find("previous"), std::string::npos) << line;
+
+    view.hasBrowsedFiles.set(true);
+    loadPreviousSession(view);
+    EXPECT_EQ(view.matchInput.get(), "B - T");
+    EXPECT_TRUE(view.matchedTracks.get().at(0).include);
+    EXPECT_EQ(kept()->matchInput, "C - T") << "the rows that were replaced in turn";
+    loadPreviousSession(view);
+    loadPreviousSession(view);
+    EXPECT_EQ(kept()->matchInput, "B - T") << "C had no tick, and its browsed file was saved once";
 }
 
 } // namespace

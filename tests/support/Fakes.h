@@ -4,6 +4,7 @@
 #include "platform/Browser.h"
 #include "platform/Bundle.h"
 #include "platform/Console.h"
+#include "platform/DriveWatch.h"
 #include "platform/FolderAccess.h"
 #include "platform/HttpSession.h"
 #include "platform/MediaAsset.h"
@@ -155,6 +156,7 @@ public:
         return true;
     }
     void stop(const Location& location) override { --starts[location.path]; }
+    bool isAway(const Location& location) override { return away.contains(location.path); }
     Expected<std::string> makeBookmark(const Location& location) override {
         if (withoutBookmark.contains(location.path))
             return failure("no bookmark");
@@ -167,8 +169,20 @@ public:
     }
 
     std::set<std::string> refused;
+    std::set<std::string> away;
     std::set<std::string> withoutBookmark;
     std::map<std::string, int> starts; ///< that have not been stopped
+};
+
+/// Reports only what a test tells it to.
+class FakeDriveWatch : public DriveWatch {
+public:
+    void watch(std::vector<Location> locations, Observer observer_) override {
+        watched = std::move(locations);
+        observer = std::move(observer_);
+    }
+    std::vector<Location> watched;
+    Observer observer;
 };
 
 class FakeUserFolders : public UserFolders {

@@ -3,8 +3,9 @@
 namespace orvalen::test {
 
 TestPlatform::TestPlatform()
-    : platform{console,      mainQueue,   matchQueue,    tagQueue,    dialogs, mediaAssets, audioPlayers,
-               folderAccess, userFolders, notifications, httpSession, sound,   browser,     bundle},
+    : platform{console,     mainQueue,    matchQueue,   tagQueue,    dialogs,
+               mediaAssets, audioPlayers, folderAccess, userFolders, notifications,
+               httpSession, sound,        browser,      bundle,      driveWatch},
       view(platform, [this]() -> PlaylistDatabaseManager& { return database(); }) {
     becomeMainThread();
     userFolders.folder = support_.path();

@@ -38,6 +38,7 @@ public:
     FakeSound sound;
     FakeBrowser browser;
     FakeBundle bundle;
+    FakeDriveWatch driveWatch;
 
     Platform platform;
     ContentView view;

@@ -42,5 +42,24 @@ TEST(MusicFoldersModel, FollowsTheListAndTheCounts) {
     EXPECT_EQ(after({}), QStringList());
 }
 
+TEST(MusicFoldersModel, HintsAtFoldersWhoseDriveIsNotConnected) {
+    TestPlatform platform;
+    MusicFoldersModel model(platform.view);
+    platform.view.musicFolderURLs.set({{"/a"}, {"/media/stick"}});
+    model.refresh();
+    const auto hints = [&] {
+        std::vector<bool> shown;
+        for (int i = 0; i < model.rowCount(); ++i)
+            shown.push_back(model.data(model.index(i), MusicFoldersModel::notConnected).toBool());
+        return shown;
+    };
+    EXPECT_EQ(platform.driveWatch.watched, platform.view.musicFolderURLs.get());
+    EXPECT_EQ(hints(), (std::vector{false, false}));
+    platform.driveWatch.observer({{"/media/stick"}});
+    EXPECT_EQ(hints(), (std::vector{false, true}));
+    platform.driveWatch.observer({});
+    EXPECT_EQ(hints(), (std::vector{false, false}));
+}
+
 } // namespace
 } // namespace orvalen::test

@@ -6,6 +6,7 @@
 #include "core/LibraryIndex.h"
 #include "core/Location.h"
 #include "core/MatchedTrack.h"
+#include "core/Text.h"
 #include "platform/AudioPlayer.h"
 #include "platform/Platform.h"
 #include "platform/Timer.h"
@@ -21,6 +22,13 @@
 namespace orvalen {
 
 class PlaylistDatabaseManager;
+
+/// What a scan could not read.
+struct ScanOutcome {
+    std::size_t unreadableFiles = 0;
+    std::vector<std::string>
+        vanishedFolders; ///< music folders that existed when the scan began, not at its end
+};
 
 enum class InputMode { textList, spotify, djep };
 
@@ -73,6 +81,11 @@ struct ContentView {
     const std::string spotifyClientSecret{configuration::spotifyClientSecret};
     Field<double> vuLevelLeft{0};
     Field<double> vuLevelRight{0};
+    Field<TextMap<std::string>> earlierChoices; ///< library key to path; see library/EarlierChoices.h
+    Field<std::string> matchedInput;            ///< the wanted text that `matchedTracks` came from
+    Field<bool> hasBrowsedFiles{false};         ///< the user browsed to files for `matchedTracks`
+    Field<bool> previousSessionIsKept{false};   ///< rows that were replaced can be loaded again
+    Field<ScanOutcome> lastScan;
 };
 
 } // namespace orvalen

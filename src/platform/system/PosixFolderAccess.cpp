@@ -94,10 +94,11 @@ private:
     const std::shared_ptr<Unanswered> unanswered_;
 };
 
-PosixFolderAccess::PosixFolderAccess() : PosixFolderAccess(isReadable) {}
+PosixFolderAccess::PosixFolderAccess(MountRoots roots) : PosixFolderAccess(isReadable, std::move(roots)) {}
 
-PosixFolderAccess::PosixFolderAccess(Question isReadable)
-    : isReadable_(std::move(isReadable)), unanswered_(std::make_shared<Unanswered>()) {}
+PosixFolderAccess::PosixFolderAccess(Question isReadable, MountRoots roots)
+    : isReadable_(std::move(isReadable)), unanswered_(std::make_shared<Unanswered>()),
+      roots_(std::move(roots)) {}
 
 bool PosixFolderAccess::start(const Location& location) {
     return !granted({location}, oneLimit).empty();
@@ -132,6 +133,10 @@ std::vector<Location> PosixFolderAccess::granted(const std::vector<Location>& lo
 }
 
 void PosixFolderAccess::stop(const Location&) {}
+
+bool PosixFolderAccess::isAway(const Location& location) {
+    return roots_.isMissing(location.path);
+}
 
 Expected<std::string> PosixFolderAccess::makeBookmark(const Location& location) {
     if (!isUsablePath(location.path))

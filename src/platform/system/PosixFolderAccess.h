@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/FolderAccess.h"
+#include "platform/system/MountRoots.h"
 
 #include <chrono>
 #include <functional>
@@ -19,12 +20,13 @@ public:
     /// Decides for an absolute path; called on any thread.
     using Question = std::function<bool(const std::string& path)>;
 
-    PosixFolderAccess();
-    explicit PosixFolderAccess(Question isReadable);
+    explicit PosixFolderAccess(MountRoots roots = {});
+    explicit PosixFolderAccess(Question isReadable, MountRoots roots = {});
 
     bool start(const Location& location) override;
     std::vector<Location> startAll(const std::vector<Location>& locations) override;
     void stop(const Location& location) override;
+    bool isAway(const Location& location) override;
     Expected<std::string> makeBookmark(const Location& location) override;
     Expected<Location> resolveBookmark(std::string_view bookmark) override;
 
@@ -35,6 +37,7 @@ private:
 
     Question isReadable_;
     std::shared_ptr<Unanswered> unanswered_;
+    MountRoots roots_;
 };
 
 } // namespace orvalen

@@ -15,6 +15,7 @@ LibraryState::LibraryState(ContentView& view, ChangeNotifier& notifier)
     follow(view.trackCount);
     follow(view.scanProgress);
     follow(view.scanningFileName);
+    follow(view.lastScan);
     follow(view.showDeleteLibraryConfirmation);
 }
 
@@ -25,6 +26,17 @@ void LibraryState::refresh() {
 
 QString LibraryState::scanButtonText() const {
     return view().trackDict.get().empty() ? "Scan Library" : "Refresh Library";
+}
+
+QString LibraryState::unreadableText() const {
+    const ScanOutcome& scan = view().lastScan.get();
+    QString text;
+    if (scan.unreadableFiles > 0)
+        text = QString::number(scan.unreadableFiles) + (scan.unreadableFiles == 1 ? " file" : " files") +
+               " could not be read in the last scan";
+    for (const std::string& folder : scan.vanishedFolders)
+        text += (text.isEmpty() ? "" : "; ") + toQString(folder) + " vanished during the scan";
+    return text;
 }
 
 void LibraryState::addFolders() {
@@ -55,6 +67,10 @@ void LibraryState::backUp() {
 
 void LibraryState::loadLibrary() {
     later(loadScannedLibrary);
+}
+
+void LibraryState::loadLibraryOfBefore() {
+    orvalen::loadLibraryOfBefore(view());
 }
 
 void LibraryState::deleteLibrary() {

@@ -22,6 +22,8 @@ class LibraryState : public orvalen::StateProperties {
     Q_PROPERTY(QString scanButtonText READ scanButtonText NOTIFY changed)
     Q_PROPERTY(bool canScan READ canScan NOTIFY changed)
     Q_PROPERTY(QString indexedText READ indexedText NOTIFY changed)
+    Q_PROPERTY(QString unreadableText READ unreadableText NOTIFY changed)
+    Q_PROPERTY(bool folderVanished READ folderVanished NOTIFY changed)
     Q_PROPERTY(bool asksToDelete READ asksToDelete NOTIFY changed)
 
 public:
@@ -36,6 +38,10 @@ public:
     QString scanButtonText() const;
     bool canScan() const { return hasFolders() && !scanning(); }
     QString indexedText() const { return "Tracks Indexed: " + QString::number(view().trackCount.get()); }
+    /// What the last scan could not read; empty when it read everything.
+    QString unreadableText() const;
+    /// Whether a music folder vanished during the last scan.
+    bool folderVanished() const { return !view().lastScan.get().vanishedFolders.empty(); }
     bool asksToDelete() const { return view().showDeleteLibraryConfirmation.get(); }
 
     Q_INVOKABLE void addFolders();
@@ -44,6 +50,7 @@ public:
     Q_INVOKABLE void scan();
     Q_INVOKABLE void backUp();
     Q_INVOKABLE void loadLibrary();
+    Q_INVOKABLE void loadLibraryOfBefore();
     Q_INVOKABLE void askToDelete() { view().showDeleteLibraryConfirmation.set(true); }
     Q_INVOKABLE void deleteLibrary();
     Q_INVOKABLE void keepLibrary() { view().showDeleteLibraryConfirmation.set(false); }

@@ -4,6 +4,9 @@
 #include "core/FolderCount.h"
 #include "core/LibraryIndex.h"
 #include "core/Track.h"
+#include "platform/DriveWatch.h"
+
+#include <QPointer>
 
 #include <algorithm>
 #include <utility>
@@ -15,8 +18,21 @@ MusicFoldersModel::MusicFoldersModel(ContentView& view) : view_(view) {
 }
 
 void MusicFoldersModel::refresh() {
+    watchDrives();
     replaceRows(currentRows());
     counted_ = view_.trackDict.get();
+}
+
+void MusicFoldersModel::watchDrives() {
+    if (view_.musicFolderURLs.get() == watched_)
+        return;
+    watched_ = view_.musicFolderURLs.get();
+    view_.platform.driveWatch.watch(watched_, [self = QPointer(this)](std::vector<Location> notConnected) {
+        if (!self)
+            return;
+        self->notConnected_ = std::move(notConnected);
+        self->replaceRows(self->currentRows());
+    });
 }
 
 std::vector<MusicFoldersModel::Row> MusicFoldersModel::currentRows() const {
@@ -24,7 +40,7 @@ std::vector<MusicFoldersModel::Row> MusicFoldersModel::currentRows() const {
     const bool sameTracks = index.sharesTracksWith(counted_);
     std::vector<Row> rows;
     for (const Location& folder : view_.musicFolderURLs.get()) {
-        Row row{toQString(folder.path), {}};
+        Row row{toQString(folder.path), {}, std::ranges::find(notConnected_, folder) != notConnected_.end()};
         const auto known = std::find_if(rows_.begin(), rows_.end(),
                                         [&](const Row& candidate) { return candidate.path == row.path; });
         if (sameTracks && known != rows_.end()) {
@@ -63,7 +79,7 @@ void MusicFoldersModel::replaceRows(std::vector<Row> rows) {
             continue;
         rows_[i] = std::move(rows[i]);
         const QModelIndex changedRow = index(static_cast<int>(i));
-        emit dataChanged(changedRow, changedRow, {countText});
+        emit dataChanged(changedRow, changedRow, {countText, notConnected});
     }
 }
 
@@ -75,11 +91,20 @@ QVariant MusicFoldersModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const Row& row = rows_[static_cast<std::size_t>(index.row())];
-    return role == path ? row.path : role == countText ? QVariant(row.countText) : QVariant();
+    switch (role) {
+    case path:
+        return row.path;
+    case countText:
+        return row.countText;
+    case notConnected:
+        return row.notConnected;
+    default:
+        return {};
+    }
 }
 
 QHash<int, QByteArray> MusicFoldersModel::roleNames() const {
-    return {{path, "path"}, {countText, "countText"}};
+    return {{path, "path"}, {countText, "countText"}, {notConnected, "notConnected"}};
 }
 
 } // namespace orvalen

@@ -16,7 +16,7 @@ class MusicFoldersModel : public QAbstractListModel {
     QML_UNCREATABLE("shown by LibraryState")
 
 public:
-    enum Role { path = Qt::UserRole, countText };
+    enum Role { path = Qt::UserRole, countText, notConnected };
 
     explicit MusicFoldersModel(ContentView& view);
 
@@ -31,15 +31,19 @@ private:
     struct Row {
         QString path;
         QString countText;
+        bool notConnected = false;
         bool operator==(const Row&) const = default;
     };
 
     std::vector<Row> currentRows() const;
     void replaceRows(std::vector<Row> rows);
+    void watchDrives();
 
     ContentView& view_;
     LibraryIndex counted_; ///< the index that the counts were taken from
     std::vector<Row> rows_;
+    std::vector<Location> watched_;
+    std::vector<Location> notConnected_; ///< of the watched ones
 };
 
 } // namespace orvalen

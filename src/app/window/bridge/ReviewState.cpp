@@ -4,8 +4,10 @@
 #include "app/window/bridge/QtText.h"
 #include "core/Keys.h"
 #include "library/AudioMetadata.h"
+#include "matching/EarlierCandidates.h"
 #include "matching/MatchReview.h"
 #include "preview/PreviewPlayer.h"
+#include "session/SessionFiles.h"
 
 #include <utility>
 
@@ -28,6 +30,8 @@ ReviewState::ReviewState(ContentView& view, ChangeNotifier& notifier)
     follow(view.isPlaying);
     follow(view.showResultsPage);
     follow(view.isAutoSaving);
+    follow(view.earlierChoices);
+    follow(view.previousSessionIsKept);
     onScreen_ = shown();
 }
 
@@ -63,10 +67,28 @@ void ReviewState::choose(int row, int option) {
 
 QStringList ReviewState::optionPaths(int row) const {
     QStringList paths;
-    if (const MatchedTrack* match = rowAt(view(), row))
+    if (const MatchedTrack* match = rowAt(view(), row)) {
         for (const Track& option : match->options)
             paths.append(toShownText(option.path));
+        if (const auto earlier = earlierOption(view(), *match))
+            paths[static_cast<qsizetype>(*earlier)].prepend("chosen earlier · ");
+    }
     return paths;
+}
+
+QString ReviewState::earlierText() const {
+    const auto count = earlierCandidates(view()).size();
+    return count == 0 ? QString()
+                      : QString::number(count) + (count == 1 ? " earlier choice" : " earlier choices");
+}
+
+void ReviewState::useEarlierChoices() {
+    for (const EarlierCandidate& candidate : earlierCandidates(view()))
+        choose(static_cast<int>(candidate.row), static_cast<int>(candidate.option));
+}
+
+void ReviewState::loadPrevious() {
+    loadPreviousSession(view());
 }
 
 void ReviewState::browse(int row) {

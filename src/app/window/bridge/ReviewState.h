@@ -20,6 +20,8 @@ class ReviewState : public orvalen::StateProperties {
     Q_PROPERTY(QList<int> counts READ counts NOTIFY changed)
     Q_PROPERTY(QString playingPath READ playingPath NOTIFY changed)
     Q_PROPERTY(bool autoSaving READ autoSaving NOTIFY changed)
+    Q_PROPERTY(QString earlierText READ earlierText NOTIFY changed)
+    Q_PROPERTY(bool previousIsKept READ previousIsKept NOTIFY changed)
 
 public:
     ReviewState(ContentView& view, ChangeNotifier& notifier);
@@ -32,17 +34,24 @@ public:
     /// The file that is being played; empty for none.
     QString playingPath() const;
     bool autoSaving() const { return view().isAutoSaving.get(); }
+    /// How many rows have a candidate that was chosen in an earlier run; empty for none.
+    QString earlierText() const;
+    /// Whether the rows that these replaced can be loaded again.
+    bool previousIsKept() const { return view().previousSessionIsKept.get(); }
 
     Q_INVOKABLE void close() { view().showResultsPage.set(false); }
     Q_INVOKABLE void includeAll(bool include) { decisions_.includeAll(include); }
     Q_INVOKABLE void include(int row, bool include);
     Q_INVOKABLE void choose(int row, int option);
-    /// Where the row's candidates lie: their names may be the same.
+    /// Where the row's candidates lie, for their names may be the same; with a mark at the one that was
+    /// chosen in an earlier run.
     Q_INVOKABLE QStringList optionPaths(int row) const;
     Q_INVOKABLE void browse(int row);
     /// Whether letting these go on a row attaches a file to it.
     Q_INVOKABLE bool canTake(const QList<QUrl>& urls) const;
     Q_INVOKABLE void attach(int row, const QList<QUrl>& urls);
+    Q_INVOKABLE void useEarlierChoices();
+    Q_INVOKABLE void loadPrevious();
     Q_INVOKABLE void togglePreview(int row);
     /// Plays or pauses a candidate without choosing it.
     Q_INVOKABLE void previewOption(int row, int option);

@@ -9,12 +9,14 @@ RowLayout {
     required property int index
     required property string path
     required property string countText
+    required property bool notConnected ///< its drive is away
     signal removed(path: string)
 
     height: 28
     spacing: 8
     Accessible.role: Accessible.ListItem
     Accessible.name: path
+    Accessible.description: notConnected ? hint.text : ""
 
     Symbol {
         Layout.leftMargin: 6
@@ -26,6 +28,15 @@ RowLayout {
         text: row.path
         font.pixelSize: Theme.caption
         elide: Text.ElideMiddle
+    }
+    Label {
+        id: hint
+
+        visible: row.notConnected
+        text: "not connected: tracks leave the index at the next refresh"
+        font.pixelSize: Theme.smallestCaption
+        font.italic: true
+        color: Theme.secondary
     }
     Label {
         visible: row.countText !== ""

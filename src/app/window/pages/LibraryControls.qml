@@ -106,4 +106,8 @@ ColumnLayout {
         font.weight: Font.DemiBold
         elide: Text.ElideRight
     }
+    ScanNotice {
+        Layout.fillWidth: true
+        library: controls.library
+    }
 }

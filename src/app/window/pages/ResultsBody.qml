@@ -115,6 +115,11 @@ Flickable {
             }
         }
 
+        ReviewNotices {
+            Layout.bottomMargin: 6
+            review: body.review
+        }
+
         FocusScope {
             id: before
 

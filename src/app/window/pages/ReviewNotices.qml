@@ -1,0 +1,49 @@
+import QtQuick
+import QtQuick.Layouts
+import Orvalen
+
+/// What the user may want back on the results page: choices of earlier runs, and the rows of the list before.
+ColumnLayout {
+    id: notices
+
+    required property ReviewState review
+
+    visible: review.earlierText !== "" || review.previousIsKept
+    spacing: 4
+
+    component Notice: RowLayout {
+        id: notice
+
+        property alias text: caption.text
+        property alias action: button.text
+        signal accepted()
+
+        spacing: 8
+
+        Label {
+            id: caption
+
+            font.pixelSize: Theme.caption
+            color: Theme.secondary
+        }
+        PushButton {
+            id: button
+
+            textSize: Theme.caption
+            onClicked: notice.accepted()
+        }
+    }
+
+    Notice {
+        visible: notices.review.earlierText !== ""
+        text: notices.review.earlierText
+        action: "Use them"
+        onAccepted: notices.review.useEarlierChoices()
+    }
+    Notice {
+        visible: notices.review.previousIsKept
+        text: "The rows reviewed before these are kept"
+        action: "Load them"
+        onAccepted: notices.review.loadPrevious()
+    }
+}

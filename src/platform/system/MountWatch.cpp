@@ -1,0 +1,115 @@
+#include "platform/system/MountWatch.h"
+
+#include "platform/MainQueue.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <fcntl.h>
+#include <iterator>
+#include <mutex>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+namespace orvalen {
+
+class MountWatch::Thread {
+public:
+    Thread(MainQueue& mainQueue, MountRoots roots)
+        : roots_(std::move(roots)), mountTable_(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC)),
+          wakeUp_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), mainQueue_(&mainQueue) {}
+    ~Thread() {
+        ::close(wakeUp_);
+        ::close(mountTable_);
+    }
+    Thread(const Thread&) = delete;
+    Thread& operator=(const Thread&) = delete;
+
+    void watch(std::vector<Location> locations, Observer observer) {
+        const std::lock_guard lock(mutex_);
+        watched_ = std::make_shared<Watched>(Watched{std::move(locations), std::move(observer)});
+        wake();
+    }
+
+    /// No report is posted after this call.
+    void end() {
+        const std::lock_guard lock(mutex_);
+        mainQueue_ = nullptr;
+        watched_ = nullptr; // the observer belongs to the main thread
+        wake();
+    }
+
+    void run() {
+        // A negative descriptor, of a system without this table, is ignored by poll().
+        pollfd sources[] = {{wakeUp_, POLLIN, 0}, {mountTable_, POLLPRI, 0}};
+        std::shared_ptr<const Watched> reportedOn;
+        std::vector<Location> reported;
+        while (true) {
+            ::poll(std::data(sources), std::size(sources), -1);
+            std::uint64_t count = 0;
+            static_cast<void>(::read(wakeUp_, &count, sizeof count) <
+                              0); // fails when only the table has changed
+            std::unique_lock lock(mutex_);
+            if (mainQueue_ == nullptr)
+                return;
+            const auto watched = watched_;
+            if (!watched)
+                continue;
+            lock.unlock();
+            std::vector<Location> now = missing(watched->locations);
+            if (watched == reportedOn && now == reported)
+                continue;
+            reportedOn = watched;
+            reported = now;
+            lock.lock();
+            if (mainQueue_ == nullptr)
+                return;
+            mainQueue_->post(
+                [watched, now = std::move(now)]() mutable { watched->observer(std::move(now)); });
+        }
+    }
+
+private:
+    /// One call of watch(). The thread takes part in it only as long as no later call replaces it.
+    struct Watched {
+        std::vector<Location> locations;
+        Observer observer;
+    };
+
+    void wake() const {
+        constexpr std::uint64_t one = 1;
+        static_cast<void>(::write(wakeUp_, &one, sizeof one) ==
+                          sizeof one); // fails only when it is awake anyway
+    }
+
+    std::vector<Location> missing(const std::vector<Location>& locations) const {
+        std::vector<Location> result;
+        std::ranges::copy_if(locations, std::back_inserter(result),
+                             [this](const Location& location) { return roots_.isMissing(location.path); });
+        return result;
+    }
+
+    const MountRoots roots_;
+    const int mountTable_;
+    const int wakeUp_;
+    std::mutex mutex_;
+    MainQueue* mainQueue_;                   // under mutex_; null after end()
+    std::shared_ptr<const Watched> watched_; // under mutex_
+};
+
+MountWatch::MountWatch(MainQueue& mainQueue, MountRoots roots)
+    : thread_(std::make_shared<Thread>(mainQueue, std::move(roots))) {
+    std::thread([thread = thread_] { thread->run(); }).detach();
+}
+
+MountWatch::~MountWatch() {
+    thread_->end();
+}
+
+void MountWatch::watch(std::vector<Location> locations, Observer observer) {
+    thread_->watch(std::move(locations), std::move(observer));
+}
+
+} // namespace orvalen
