@@ -68,7 +68,14 @@ class Orvalen:
         return next((name.removeprefix("File: ") for name in names), None)
 
     def has_picker(self, row):
+        self._row(row)
+        # A picker that is scrolled out of sight does not count as visible: the whole row must be in sight.
+        self.screen.scroll_into(self.screen.wait_for("list", "Results"), lambda: self._first_label(row))
         return any(it.name == "Choose match" and it.visible for it in self._row(row).walk())
+
+    def _first_label(self, row):
+        group = self._find_row(self.screen.wait_for("list", "Results"), row)
+        return next((it for it in group.children if it.role == "label"), None) if group else None
 
     def included(self, row):
         return self._in_row(row, "Include in playlist").checked
