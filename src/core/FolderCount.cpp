@@ -18,24 +18,24 @@ std::string_view folderOf(std::string_view path) {
 } // namespace
 
 FolderTable::FolderTable(const std::vector<TrackRecord>& records) {
-    std::unordered_map<std::string_view, std::size_t> numbers;
-    std::string_view last;
-    std::size_t number = 0;
-    for (std::size_t position = 0; position < records.size(); ++position) {
-        const std::string_view path = folderOf(records[position].path());
-        if (folders.empty() || path != last) { // neighbours mostly lie in one folder
-            const auto [known, isNew] = numbers.try_emplace(path, folders.size());
-            if (isNew)
-                folders.push_back({composed(path), {}, 0});
-            number = known->second;
-            last = path;
+    std::unordered_map<std::string_view, std::size_t> counts;
+    std::string_view folder;
+    std::size_t* count = nullptr;
+    for (const TrackRecord& record : records) {
+        const std::string_view path = folderOf(record.path());
+        if (count == nullptr || path != folder) { // neighbours mostly lie in one folder
+            folder = path;
+            count = &counts[path];
         }
-        folders[number].positions.push_back(static_cast<std::uint32_t>(position));
+        ++*count;
     }
+    folders.reserve(counts.size());
+    for (const auto& [path, tracks] : counts)
+        folders.push_back({composed(path), tracks});
     std::ranges::sort(folders, {}, &Folder::path);
-    std::size_t count = 0;
-    for (Folder& folder : folders)
-        folder.countToHere = count += folder.positions.size();
+    std::size_t sum = 0;
+    for (Folder& each : folders)
+        each.countToHere = sum += each.countToHere;
 }
 
 std::int64_t countTracksUnderFolder(const LibraryIndex& index, std::string_view folder) {
@@ -50,14 +50,15 @@ std::int64_t countTracksUnderFolder(const LibraryIndex& index, std::string_view 
     };
     std::size_t count = countBefore(last) - countBefore(first);
 
-    // The wanted text may also be a file, or the beginning of the names of some files.
+    // The wanted text may also be a file, or the beginning of the names of some files. Only a parent folder
+    // that holds files itself makes the look through all tracks necessary.
     const std::string_view parent = folderOf(wanted);
-    if (parent.size() < wanted.size())
-        for (const Folder& each : std::ranges::equal_range(folders, parent, {}, &Folder::path))
-            count +=
-                static_cast<std::size_t>(std::ranges::count_if(each.positions, [&](std::uint32_t position) {
-                    return hasCanonicalPrefix(index.track(position).path, wanted);
-                }));
+    if (parent.size() < wanted.size() && std::ranges::binary_search(folders, parent, {}, &Folder::path))
+        for (std::size_t position = 0; position < index.trackCount(); ++position) {
+            const std::string_view path = index.track(position).path;
+            if (hasCanonicalPrefix(path, wanted) && composed(folderOf(path)) == parent)
+                ++count;
+        }
     return static_cast<std::int64_t>(count);
 }
 

@@ -41,8 +41,7 @@ struct FolderTable {
     explicit FolderTable(const std::vector<TrackRecord>& records);
 
     struct Folder {
-        std::string path; ///< composed, with the slash at its end
-        std::vector<std::uint32_t> positions;
+        std::string path;        ///< with the last slash, composed
         std::size_t countToHere; ///< tracks in this folder and in those before it
     };
     std::vector<Folder> folders;
