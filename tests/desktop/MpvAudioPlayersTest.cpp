@@ -5,6 +5,7 @@
 #include "support/Folders.h"
 #include "support/TemporaryFolder.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -106,12 +107,37 @@ TEST_F(MpvAudioPlayersTest, EndsByItselfAndBeginsAgain) {
 }
 
 TEST_F(MpvAudioPlayersTest, BeginsAgainAfterAJumpToTheEndInAPause) {
+    for (const auto pause : {0ms, 300ms}) {
+        const auto player = open(sample("Wedding/Speech Intro.mp3"));
+        player->setCurrentTime(player->duration());
+        turnFor(pause);
+        const auto start = std::chrono::steady_clock::now();
+        player->play();
+        EXPECT_TRUE(player->isPlaying());
+        EXPECT_LT(player->currentTime(), 0.2);
+        EXPECT_TRUE(turnUntil([&] { return !player->isPlaying(); }, 20s));
+        const std::chrono::duration<double> heard = std::chrono::steady_clock::now() - start;
+        EXPECT_GT(heard.count(), player->duration() - 0.2) << "all of it is played";
+    }
+}
+
+TEST_F(MpvAudioPlayersTest, PlaysWhatIsLeftAfterAJumpNearTheEndInAPause) {
     const auto player = open(sample("Wedding/Speech Intro.mp3"));
-    player->setCurrentTime(player->duration());
-    turnFor(300ms);
-    player->play();
-    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.2 && player->currentTime() < 0.6; }, 2s));
-    EXPECT_TRUE(player->isPlaying());
+    for (const double left : {0.3, 0.1}) {
+        const double place = player->duration() - left;
+        player->setCurrentTime(place);
+        turnFor(300ms);
+        player->play();
+        EXPECT_TRUE(player->isPlaying()) << left;
+        double lowest = place;
+        EXPECT_TRUE(turnUntil(
+            [&] {
+                lowest = std::min(lowest, player->currentTime());
+                return !player->isPlaying();
+            },
+            20s));
+        EXPECT_GT(lowest, place - 0.05) << left;
+    }
 }
 
 TEST_F(MpvAudioPlayersTest, GoesOnAfterAStopWhereItStood) {

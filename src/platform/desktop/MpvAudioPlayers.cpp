@@ -63,7 +63,7 @@ public:
     void pause() override {
         followEvents();
         core_.set("pause", "yes");
-        if (loaded_ && !target_)
+        if (loaded_ && playing_ && !target_)
             position_.seconds = std::max(0.0, core_.number("time-pos").value_or(position_.seconds));
         playing_ = false;
     }
@@ -94,10 +94,11 @@ public:
 
     void setCurrentTime(double seconds) override {
         followEvents();
-        if (loaded_)
-            seek(seconds);
-        else
-            position_.seconds = seconds;
+        if (loaded_ && (playing_ || !isPastLength(seconds)))
+            return seek(seconds);
+        // Play begins again from the end, so the core need not go there in a pause.
+        target_.reset();
+        position_.seconds = seconds;
     }
 
     double duration() const override { return duration_; }
@@ -121,8 +122,15 @@ private:
         return {};
     }
 
-    /// The core does not tell of an end that a seek reaches in a pause.
-    bool isAtEnd() { return ended_ || core_.flag("eof-reached").value_or(false); }
+    bool isPastLength(double seconds) const { return duration_ > 0 && seconds >= duration_; }
+
+    /// The core does not report an end that a seek reaches in a pause, and before a seek is done it still
+    /// answers for the place before.
+    bool isAtEnd() {
+        if (target_)
+            return isPastLength(*target_);
+        return ended_ || isPastLength(currentTime()) || core_.flag("eof-reached").value_or(false);
+    }
 
     void seek(double seconds) {
         target_ = seconds;

@@ -50,6 +50,8 @@ constexpr Option options[] = {
     {"load-unsafe-playlists", "no"},
     {"ordered-chapters", "no"},
     {"cache", "no"},
+    // Otherwise the end is reported while up to 0.2 s of sound are still to be played, in a pause too.
+    {"gapless-audio", "no"},
     // The end is a pause at the end.
     {"idle", "yes"},
     {"keep-open", "yes"},
