@@ -1,5 +1,7 @@
 #include "app/window/bridge/LibraryState.h"
 #include "app/window/bridge/PreviewState.h"
+#include "preview/PreviewPlayer.h"
+#include "support/Builders.h"
 #include "support/TestPlatform.h"
 
 #include <QCoreApplication>
@@ -61,6 +63,35 @@ TEST(PreviewState, TellsOnlyWhatCanBeSeenToMove) {
     platform.view.showResultsPage.set(true);
     QTest::qWait(30);
     EXPECT_DOUBLE_EQ(preview.progress(), 0.5) << "and it is right when the page opens again";
+}
+
+TEST(PreviewState, MovesTheLabelsOfATrackThatPlaysAfterAnotherCouldNotBeOpened) {
+    TestPlatform platform;
+    ContentView& view = platform.view;
+    view.showResultsPage.set(true);
+    view.musicFolderURLs.set({Location{"/Music"}});
+    ChangeNotifier notifier;
+    PreviewState preview(view, notifier);
+    const Track played = track("A", "T", {}, "/Music/1.mp3");
+    playPreview(view, played);
+    platform.audioPlayers.unplayable = {"/Music/2.mp3"};
+    playPreview(view, track("A", "U", {}, "/Music/2.mp3"));
+    togglePreview(view, played);
+    ASSERT_FALSE(view.playbackTimer.get());
+
+    const QSignalSpy told(&preview, &StateProperties::changed);
+    FakePlayback& playback = *platform.audioPlayers.playbacks.front();
+    for (const auto& [time, label] : {std::pair(61.5, "1:01"), std::pair(62.5, "1:02")}) {
+        playback.time = time;
+        const auto before = told.count();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return told.count() > before && preview.position() == label; }));
+    }
+    togglePreview(view, played); // pauses
+    QTest::qWait(50);
+    const auto atRest = told.count();
+    playback.time = 80;
+    QTest::qWait(500);
+    EXPECT_EQ(told.count(), atRest);
 }
 
 } // namespace

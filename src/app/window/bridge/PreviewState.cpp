@@ -8,19 +8,40 @@
 #include <cmath>
 
 namespace orvalen {
+namespace {
+
+constexpr int labelInterval = 200; // milliseconds
+
+} // namespace
 
 PreviewState::PreviewState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
     follow(view.audioPlayer);
     follow(view.selectedTrack);
     follow(view.showResultsPage);
+    follow(view.isPlaying);
+    follow(view.playbackTimer);
     follow(view.playbackProgress,
            [this, &view] { return view.showResultsPage.get() && !(place() == shown_); });
     shown_ = place();
+    labels_.setInterval(labelInterval);
+    connect(&labels_, &QTimer::timeout, this, [this] {
+        if (!(place() == shown_))
+            refresh();
+    });
 }
 
 void PreviewState::refresh() {
     shown_ = place();
+    if (!playsWithoutTimer())
+        labels_.stop();
+    else if (!labels_.isActive())
+        labels_.start();
     emit changed();
+}
+
+bool PreviewState::playsWithoutTimer() const {
+    return view().showResultsPage.get() && view().audioPlayer.get() && view().isPlaying.get() &&
+           !view().playbackTimer.get();
 }
 
 PreviewState::Place PreviewState::place() const {

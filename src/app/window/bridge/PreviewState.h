@@ -3,11 +3,14 @@
 #include "app/window/bridge/StateProperties.h"
 
 #include <QString>
+#include <QTimer>
 
 namespace orvalen {
 
 /// The Now Playing panel. The state's progress changes a hundred times a second; the views are told only
-/// while the results page is shown, and only when the slider moves by a step or a time label changes.
+/// while the results page is shown, and only when the slider moves by a step or a time label changes. The
+/// labels also move while the player plays without the progress timer, as it does after another file could
+/// not be opened.
 class PreviewState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
@@ -50,9 +53,12 @@ private:
     };
 
     Place place() const;
+    /// Whether the player may play while no timer writes the progress.
+    bool playsWithoutTimer() const;
 
     int steps_ = 1000;
     Place shown_; ///< at the last refresh
+    QTimer labels_;
 };
 
 } // namespace orvalen
