@@ -17,6 +17,13 @@ namespace {
 
 constexpr std::chrono::seconds bannerTime{2};
 
+constexpr std::string_view rekordbox = "rekordbox";
+constexpr std::string_view virtualDJ = "virtualdj";
+constexpr std::string_view serato = "serato";
+
+/// Each is also the value of its target.
+constexpr std::array<std::string_view, 3> plainExtensions{"m3u", "m3u8", "pls"};
+
 constexpr std::string_view plainFailure = "Failed to write playlist file:";
 
 constexpr std::array<ExportTarget, 6> targets{{
@@ -24,12 +31,12 @@ constexpr std::array<ExportTarget, 6> targets{{
     {.label = "M3U8", .value = "m3u8", .proposedName = "playlist.m3u8", .failureLine = plainFailure},
     {.label = "PLS", .value = "pls", .proposedName = "playlist.pls", .failureLine = plainFailure},
     {.label = "Rekordbox (M3U8)",
-     .value = "rekordbox",
+     .value = rekordbox,
      .proposedName = "playlist.m3u8",
      .tip = "Tip: In Rekordbox, use File > Import Playlist and choose your exported M3U.",
      .failureLine = plainFailure},
     {.label = "VirtualDJ (M3U)",
-     .value = "virtualdj",
+     .value = virtualDJ,
      .proposedName = "playlist.m3u",
      .dialogTitle = "Export for VirtualDJ",
      .dialogMessage = "Choose a folder where VirtualDJ will pick up the playlist.",
@@ -37,14 +44,13 @@ constexpr std::array<ExportTarget, 6> targets{{
      .failureLine = "❌ Failed to export VirtualDJ playlist:",
      .successLine = "✅ Exported VirtualDJ playlist to: "},
     {.label = "Serato M3U",
-     .value = "serato",
+     .value = serato,
      .proposedName = "serato-playlist.m3u",
      .dialogTitle = "Export Serato M3U",
      .dialogMessage = "Choose where to save the M3U file for Serato.",
      .tip = "Tip: Open Serato and drag in your exported M3U file from the Finder.",
      .failureLine = "❌ Failed to export Serato M3U:",
-     .successLine = "✅ Exported Serato M3U to: ",
-     .notifies = true},
+     .successLine = "✅ Exported Serato M3U to: "},
 }};
 
 constexpr std::array<HowTo, 2> howToTable{{
@@ -76,8 +82,6 @@ SaveOptions saveOptions(const ExportTarget& target) {
 
 void runExport(ContentView& view, const ExportTarget& target) {
     Platform& platform = view.platform;
-    if (target.notifies)
-        notifyOfExport(platform);
     const auto destination = platform.dialogs.chooseToSave(saveOptions(target));
     if (!destination)
         return;
@@ -111,10 +115,29 @@ bool canExport(const ContentView& view) {
 }
 
 void exportPlaylist(ContentView& view) {
-    const std::string& format = view.selectedExportFormat.get();
+    const std::string format = view.selectedExportFormat.get();
     view.platform.console.line("Exporting format: " + format);
-    if (const ExportTarget* target = exportTarget(format))
-        runExport(view, *target);
+    if (format == virtualDJ)
+        exportForVirtualDJ(view);
+    else if (format == serato)
+        exportForSerato(view);
+    else
+        exportWithSaveDialog(view, format == rekordbox ? "m3u8" : format);
+}
+
+void exportWithSaveDialog(ContentView& view, std::string_view extension) {
+    const auto* const found = std::ranges::find(plainExtensions, extension);
+    if (found != plainExtensions.end())
+        runExport(view, *exportTarget(extension));
+}
+
+void exportForVirtualDJ(ContentView& view) {
+    runExport(view, *exportTarget(virtualDJ));
+}
+
+void exportForSerato(ContentView& view) {
+    notifyOfExport(view.platform);
+    runExport(view, *exportTarget(serato));
 }
 
 void showHowToAlert(ContentView& view, const HowTo& howTo) {

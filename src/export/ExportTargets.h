@@ -19,7 +19,6 @@ struct ExportTarget {
     std::string_view tip{};
     std::string_view failureLine{}; ///< followed by one space and the error
     std::string_view successLine{}; ///< followed by the path
-    bool notifies = false;          ///< posts a notification before the dialog
 };
 
 /// The six choices in picker order.
@@ -39,6 +38,12 @@ std::span<const HowTo> howTos();
 bool canExport(const ContentView& view);
 /// Asks where to save and writes the playlist of the selected choice. Main thread; modal.
 void exportPlaylist(ContentView& view);
+/// The steps of exportPlaylist after the format's console line. Each asks where to save, writes the playlist
+/// and shows the banner. `extension` is m3u, m3u8 or pls; nothing happens for any other.
+void exportWithSaveDialog(ContentView& view, std::string_view extension);
+void exportForVirtualDJ(ContentView& view);
+/// Posts a notification before the dialog.
+void exportForSerato(ContentView& view);
 void showHowToAlert(ContentView& view, const HowTo& howTo);
 /// Shows the success banner and hides it two seconds later.
 void flashExportBanner(ContentView& view);

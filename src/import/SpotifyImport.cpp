@@ -56,7 +56,7 @@ void importSpotifyPlaylist(ContentView& view, const std::string& address,
             imported(view);
         };
     const auto withToken = [&view, service, playlistID = components.back(),
-                            withPlaylist](const Expected<SpotifyToken>& token) {
+                            withPlaylist](const tl::expected<SpotifyToken, SpotifyTokenFailure>& token) {
         if (token)
             fetchPlaylistTracks(view.platform.httpSession, service, playlistID, token->access_token,
                                 withPlaylist);

@@ -30,11 +30,11 @@ HttpRequest playlistRequest(const SpotifyService& service, std::string_view play
 }
 
 /// Prints the refusal and gives it back as the error.
-tl::unexpected<Error> refusedToken(Console& console, const HttpResponse& response) {
+SpotifyTokenFailure refusedToken(Console& console, const HttpResponse& response) {
     const std::string text = isValidUtf8(response.body) ? response.body : "<non-text response>";
     const std::string description = "HTTP " + std::to_string(response.status) + ": " + text;
     console.line("Spotify token fetch failed, " + description);
-    return failure(description);
+    return {Error{description}, "SpotifyTokenError", response.status};
 }
 
 PlaylistTracksResponse::TrackInfo readTrackInfo(const JsonObject& track) {
@@ -48,16 +48,18 @@ PlaylistTracksResponse::TrackInfo readTrackInfo(const JsonObject& track) {
 } // namespace
 
 void fetchSpotifyToken(HttpSession& session, Console& console, const SpotifyService& service,
-                       std::string_view credentials, std::function<void(Expected<SpotifyToken>)> answer) {
-    session.send(tokenRequest(service, credentials),
-                 [&console, answer = std::move(answer)](Expected<HttpResponse> response) {
-                     if (!response)
-                         answer(tl::unexpected(response.error()));
-                     else if (response->status != 200)
-                         answer(refusedToken(console, *response));
-                     else
-                         answer(decodeSpotifyToken(response->body));
-                 });
+                       std::string_view credentials,
+                       std::function<void(tl::expected<SpotifyToken, SpotifyTokenFailure>)> answer) {
+    session.send(tokenRequest(service, credentials), [&console, answer = std::move(answer)](
+                                                         Expected<HttpResponse> response) {
+        const auto withoutDomain = [](Error error) { return SpotifyTokenFailure{std::move(error)}; };
+        if (!response)
+            answer(tl::unexpected(withoutDomain(response.error())));
+        else if (response->status != 200)
+            answer(tl::unexpected(refusedToken(console, *response)));
+        else
+            answer(decodeSpotifyToken(response->body).map_error(withoutDomain));
+    });
 }
 
 void fetchPlaylistTracks(HttpSession& session, const SpotifyService& service, std::string_view playlistID,

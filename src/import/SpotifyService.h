@@ -27,6 +27,12 @@ struct SpotifyToken {
     std::int64_t expires_in = 0;
 };
 
+/// Why no token was granted. The domain and code are set only when the service refused.
+struct SpotifyTokenFailure : Error {
+    std::string_view domain{}; ///< "SpotifyTokenError"
+    int code = 0;              ///< the HTTP status
+};
+
 /// The part of a playlist that is asked for.
 struct PlaylistTracksResponse {
     struct Artist {
@@ -47,7 +53,8 @@ struct PlaylistTracksResponse {
 
 /// Asks for a token with the credentials, ‘identifier:secret’. A refusal is a console line of its own.
 void fetchSpotifyToken(HttpSession& session, Console& console, const SpotifyService& service,
-                       std::string_view credentials, std::function<void(Expected<SpotifyToken>)> answer);
+                       std::string_view credentials,
+                       std::function<void(tl::expected<SpotifyToken, SpotifyTokenFailure>)> answer);
 /// Asks for the first entries of the playlist. An identifier that is no path component is an error and no
 /// request; that answer may come before the call returns.
 void fetchPlaylistTracks(HttpSession& session, const SpotifyService& service, std::string_view playlistID,

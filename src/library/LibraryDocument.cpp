@@ -1,5 +1,6 @@
 #include "library/LibraryDocument.h"
 
+#include "core/AllTracks.h"
 #include "core/JsonReading.h"
 #include "core/JsonWriting.h"
 #include "core/LibraryIndexBuilder.h"
@@ -15,8 +16,8 @@ using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
 
 void writeTracks(Writer& writer, const LibraryIndex& index) {
     writer.StartArray();
-    for (std::size_t position = 0; position < index.trackCount(); ++position)
-        writeTrack(writer, index.track(position));
+    for (const TrackView& track : allTracks(index))
+        writeTrack(writer, track);
     writer.EndArray();
 }
 

@@ -1,5 +1,6 @@
 #include "library/LibrarySnapshot.h"
 
+#include "core/AllTracks.h"
 #include "core/JsonWriting.h"
 
 #include <rapidjson/prettywriter.h>
@@ -28,8 +29,8 @@ std::string librarySnapshotText(const LibraryIndex& index, const PreferredMatche
     writer.StartObject();
     writer.Key("tracks");
     writer.StartArray();
-    for (std::size_t position = 0; position < index.trackCount(); ++position)
-        writeSnapshotTrack(writer, index.track(position));
+    for (const TrackView& track : allTracks(index))
+        writeSnapshotTrack(writer, track);
     writer.EndArray();
     writer.Key("preferred");
     writer.StartObject();

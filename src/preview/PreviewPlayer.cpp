@@ -113,7 +113,7 @@ bool showsPause(const ContentView& view, const std::optional<Track>& track) {
     return view.selectedTrack.get() && isSameTrack(view.selectedTrack.get(), track) && view.isPlaying.get();
 }
 
-std::string playbackTime(double seconds) {
+std::string formatPlaybackTime(double seconds) {
     constexpr double longest = 1e15; // beyond any file, and still a whole number of seconds
     if (!(seconds >= 0 && seconds <= longest))
         return noTime;
@@ -124,11 +124,11 @@ std::string playbackTime(double seconds) {
 }
 
 std::string positionLabel(const ContentView& view, const Track& track) {
-    return isLoaded(view, track) ? playbackTime(view.audioPlayer.get()->currentTime()) : noTime;
+    return isLoaded(view, track) ? formatPlaybackTime(view.audioPlayer.get()->currentTime()) : noTime;
 }
 
 std::string lengthLabel(const ContentView& view, const Track& track) {
-    return isLoaded(view, track) ? playbackTime(view.audioPlayer.get()->duration()) : noTime;
+    return isLoaded(view, track) ? formatPlaybackTime(view.audioPlayer.get()->duration()) : noTime;
 }
 
 } // namespace orvalen

@@ -24,7 +24,7 @@ void seekPreview(ContentView& view);
 /// Whether the track's button reads "Pause".
 bool showsPause(const ContentView& view, const std::optional<Track>& track);
 /// ‘1:01’ for 61 seconds, cut to a whole number.
-std::string playbackTime(double seconds);
+std::string formatPlaybackTime(double seconds);
 /// The position and length labels; "0:00" unless the track is the previewed one.
 std::string positionLabel(const ContentView& view, const Track& track);
 std::string lengthLabel(const ContentView& view, const Track& track);

@@ -139,6 +139,25 @@ TEST_F(SpotifyImport, TellsWhyThereIsNoToken) {
     }
 }
 
+TEST_F(SpotifyImport, NamesTheStatusOfARefusedToken) {
+    struct Case {
+        Expected<HttpResponse> answer;
+        std::string domain;
+        int code;
+    };
+    for (const Case& c : {Case{HttpResponse{429, "later"}, "SpotifyTokenError", 429},
+                          {HttpResponse{200, "no token"}, "", 0},
+                          {failure("no route to host"), "", 0}}) {
+        std::optional<SpotifyTokenFailure> error;
+        fetchSpotifyToken(http, test.console, SpotifyService{}, "identifier:secret",
+                          [&](const auto& token) { error = token.error(); });
+        http.answer(c.answer);
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->domain, c.domain);
+        EXPECT_EQ(error->code, c.code);
+    }
+}
+
 TEST_F(SpotifyImport, FailsAsAWholeOnAnAnswerOfAnotherShape) {
     const std::string good = entry(R"([{"name":"A"}])", "T");
     const HttpResponse tokens[] = {

@@ -230,7 +230,7 @@ TEST(PlaybackTime, CutsToWholeSeconds) {
         {9, "0:09"},   {59.9, "0:59"},     {60, "1:00"},         {3600, "60:00"}, {-0.5, "0:00"},
         {-61, "0:00"}, {infinite, "0:00"}, {notANumber, "0:00"}, {1e300, "0:00"}};
     for (const auto& [seconds, text] : cases)
-        EXPECT_EQ(playbackTime(seconds), text) << seconds;
+        EXPECT_EQ(formatPlaybackTime(seconds), text) << seconds;
 }
 
 } // namespace
