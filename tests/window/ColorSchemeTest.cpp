@@ -25,21 +25,20 @@ public:
     }
     ~SettingsPortal() override { QDBusConnection::disconnectFromBus("portal"); }
 
-    void change(uint to) {
-        scheme = to;
+    void change(uint to, const char* key = "color-scheme") {
         QDBusMessage signal =
             QDBusMessage::createSignal(path, "org.freedesktop.portal.Settings", "SettingChanged");
-        signal << "org.freedesktop.appearance"
-               << "color-scheme" << QVariant::fromValue(QDBusVariant(to));
+        signal << "org.freedesktop.appearance" << key << QVariant::fromValue(QDBusVariant(to));
         EXPECT_TRUE(bus_.send(signal));
     }
 
     uint scheme = 0;
+    uint contrast = 0;
 
 public slots:
-    Q_SCRIPTABLE QDBusVariant Read(const QString&, const QString&) {
-        return QDBusVariant(
-            QVariant::fromValue(QDBusVariant(scheme))); // in two variants, as older portals do
+    Q_SCRIPTABLE QDBusVariant Read(const QString&, const QString& key) {
+        return QDBusVariant(QVariant::fromValue(
+            QDBusVariant(key == "color-scheme" ? scheme : contrast))); // in two variants, as older portals do
     }
 
 private:
@@ -73,6 +72,15 @@ TEST(ColorScheme, FollowsTheDesktop) {
     EXPECT_TRUE(becomes(true));
     portal.change(0);
     EXPECT_TRUE(becomes(false)) << "no wish: as the toolkit came";
+}
+
+TEST(ColorScheme, FollowsTheContrast) {
+    SettingsPortal portal;
+    portal.contrast = 1;
+    const ColorScheme scheme;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scheme.highContrast(); }, 2000));
+    portal.change(0, "contrast");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !scheme.highContrast(); }, 2000));
 }
 
 } // namespace

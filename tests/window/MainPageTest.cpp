@@ -86,6 +86,11 @@ TEST(MainPage, ShowsHowFarScanAndMatchAre) {
     window.view.scanningFileName.set("Night Band - Last Train Home.mp3");
     window.settle();
     EXPECT_EQ(window.control("Scanning…", QAccessible::ProgressBar).description(), "37 %");
+    auto* told =
+        QAccessible::queryAccessibleInterface(window.control("Scanning…", QAccessible::ProgressBar).item)
+            ->valueInterface();
+    ASSERT_NE(told, nullptr);
+    EXPECT_EQ(told->currentValue().toInt(), 37);
     EXPECT_TRUE(window.shows("Night Band - Last Train Home.mp3"));
     window.view.scanProgress.set(1);
     window.settle();

@@ -2,6 +2,8 @@
 
 #include "app/window/accessible/EditorAccessible.h"
 #include "app/window/accessible/ItemAccessible.h"
+#include "app/window/accessible/ProgressAccessible.h"
+#include "app/window/accessible/RowsAccessible.h"
 
 namespace orvalen {
 namespace {
@@ -28,6 +30,10 @@ public:
         state.checked = state.checkable && ticked;
         state.selectable = role() == QAccessible::ListItem;
         state.selected = state.selectable && ticked;
+        const QVariant expanded = item().property("spokenExpanded");
+        state.expandable = expanded.isValid();
+        state.expanded = expanded.toBool();
+        state.collapsed = state.expandable && !state.expanded;
         return state;
     }
 
@@ -59,6 +65,10 @@ QAccessibleInterface* makeControlAccessible(const QString&, QObject* object) {
         return new ControlAccessible(item);
     if (item->metaObject()->indexOfProperty("spokenEditorName") >= 0)
         return new EditorAccessible(item);
+    if (item->metaObject()->indexOfProperty("spokenListName") >= 0)
+        return new RowsAccessible(item);
+    if (item->metaObject()->indexOfProperty("spokenProgress") >= 0)
+        return new ProgressAccessible(item);
     return nullptr;
 }
 

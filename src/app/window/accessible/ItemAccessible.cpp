@@ -32,10 +32,10 @@ QAccessible::State ItemAccessible::state() const {
     const QQuickWindow* window = item().window();
     QAccessible::State state;
     state.disabled = !item().isEnabled();
-    state.focusable = item().isEnabled();
     state.focused = item().hasActiveFocus();
     state.invisible = window == nullptr || !window->isVisible() || !item().isVisible() ||
                       item().width() <= 0 || item().height() <= 0;
+    state.focusable = item().isEnabled() && !state.invisible;
     state.offscreen = state.invisible || seenInWindow().isEmpty();
     return state;
 }

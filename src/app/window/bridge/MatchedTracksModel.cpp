@@ -1,6 +1,7 @@
 #include "app/window/bridge/MatchedTracksModel.h"
 
 #include "app/window/bridge/QtText.h"
+#include "app/window/bridge/TextDirection.h"
 #include "matching/MatchReview.h"
 #include "preview/PreviewPlayer.h"
 
@@ -31,7 +32,7 @@ QStringList optionLabels(const MatchedTrack& row) {
         return labels;
     labels.reserve(static_cast<qsizetype>(row.options.size()));
     for (const Track& option : row.options)
-        labels.append(toShownText(optionLabel(option)));
+        labels.append(directedSong(toShownText(optionLabel(option))));
     return labels;
 }
 
@@ -119,9 +120,9 @@ QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
     const auto& track = row.selectedTrack;
     switch (role) {
     case label:
-        return toShownText(rowLabel(row));
+        return directedSong(toShownText(rowLabel(row)));
     case header:
-        return toShownText(rowHeader(row));
+        return directedSong(toShownText(rowHeader(row)));
     case bold:
         return isHeaderBold(row, view_.selectedTrack.get());
     case options:
@@ -131,7 +132,7 @@ QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
     case hasTrack:
         return track.has_value();
     case fileLine:
-        return track ? toShownText(fileText(*track)) : QString();
+        return track ? directedPath(toShownText(fileText(*track))) : QString();
     case splitsPlaylist:
         return track && track->path.find_first_of("\r\n") != std::string::npos;
     case tempoLine:

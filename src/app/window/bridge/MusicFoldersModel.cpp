@@ -1,6 +1,7 @@
 #include "app/window/bridge/MusicFoldersModel.h"
 
 #include "app/window/bridge/QtText.h"
+#include "app/window/bridge/TextDirection.h"
 #include "core/FolderCount.h"
 #include "core/LibraryIndex.h"
 #include "core/Track.h"
@@ -94,6 +95,8 @@ QVariant MusicFoldersModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case path:
         return row.path;
+    case shownPath:
+        return directedPath(row.path);
     case countText:
         return row.countText;
     case notConnected:
@@ -104,7 +107,7 @@ QVariant MusicFoldersModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> MusicFoldersModel::roleNames() const {
-    return {{path, "path"}, {countText, "countText"}, {notConnected, "notConnected"}};
+    return {{path, "path"}, {shownPath, "shownPath"}, {countText, "countText"}, {notConnected, "notConnected"}};
 }
 
 } // namespace orvalen

@@ -16,7 +16,7 @@ class MusicFoldersModel : public QAbstractListModel {
     QML_UNCREATABLE("shown by LibraryState")
 
 public:
-    enum Role { path = Qt::UserRole, countText, notConnected };
+    enum Role { path = Qt::UserRole, shownPath, countText, notConnected };
 
     explicit MusicFoldersModel(ContentView& view);
 

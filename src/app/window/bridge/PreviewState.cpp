@@ -1,6 +1,7 @@
 #include "app/window/bridge/PreviewState.h"
 
 #include "app/window/bridge/QtText.h"
+#include "app/window/bridge/TextDirection.h"
 #include "platform/AudioPlayer.h"
 #include "preview/PreviewPlayer.h"
 
@@ -52,7 +53,7 @@ PreviewState::Place PreviewState::place() const {
 
 QString PreviewState::title() const {
     const auto& track = view().selectedTrack.get();
-    return track ? "Now Playing: " + toShownText(track->path) : QString();
+    return track ? directedPath("Now Playing: " + toShownText(track->path)) : QString();
 }
 
 double PreviewState::progress() const {

@@ -2,6 +2,7 @@
 
 #include "app/window/bridge/Drops.h"
 #include "app/window/bridge/QtText.h"
+#include "app/window/bridge/TextDirection.h"
 #include "core/Keys.h"
 #include "library/AudioMetadata.h"
 #include "matching/EarlierCandidates.h"
@@ -69,7 +70,7 @@ QStringList ReviewState::optionPaths(int row) const {
     QStringList paths;
     if (const MatchedTrack* match = rowAt(view(), row)) {
         for (const Track& option : match->options)
-            paths.append(toShownText(option.path));
+            paths.append(directedPath(toShownText(option.path)));
         if (const auto earlier = earlierOption(view(), *match))
             paths[static_cast<qsizetype>(*earlier)].prepend("chosen earlier · ");
     }

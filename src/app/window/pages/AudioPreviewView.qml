@@ -16,6 +16,7 @@ RowLayout {
         Layout.fillWidth: true
         position01: position.preview.progress
         Accessible.name: "Playback position"
+        spokenPosition: position.preview.position + " of " + position.preview.length
         onDragged: value => position.preview.moveTo(value)
         onReleased: value => position.preview.seekTo(value)
         onStepped: by => position.preview.stepBy(by)

@@ -8,11 +8,12 @@ RowLayout {
 
     required property int index
     required property string path
+    required property string shownPath
     required property string countText
     required property bool notConnected ///< its drive is away
     signal removed(path: string)
 
-    height: 28
+    height: Theme.high(28)
     spacing: 8
     Accessible.role: Accessible.ListItem
     Accessible.name: path
@@ -25,7 +26,7 @@ RowLayout {
     }
     Label {
         Layout.fillWidth: true
-        text: row.path
+        text: row.shownPath
         font.pixelSize: Theme.caption
         elide: Text.ElideMiddle
     }

@@ -78,7 +78,7 @@ Item {
     height: implicitHeight
     Accessible.role: Accessible.Grouping
     Accessible.name: label
-    Accessible.description: mark.meaning
+    Accessible.description: (index + 1) + " of " + ListView.view?.count + ", " + mark.meaning
 
     DropArea {
         id: dropArea
@@ -126,6 +126,7 @@ Item {
                 font.pixelSize: Theme.caption
                 color: Theme.secondary
                 elide: Text.ElideMiddle
+                Accessible.ignored: true // the row's own name
             }
             Label {
                 Layout.fillWidth: true
@@ -133,6 +134,7 @@ Item {
                 font.pixelSize: Theme.body
                 font.weight: row.bold ? Font.Bold : Font.Normal
                 elide: Text.ElideMiddle
+                Accessible.ignored: true // the row's name and tempo
             }
         }
 
@@ -145,6 +147,7 @@ Item {
             labels: row.options
             currentIndex: row.picked
             spokenName: "Choose match"
+            spokenDetail: currentLabel === "" ? mark.meaning : currentLabel + ", " + mark.meaning
             onChosen: option => row.chosen(option)
             onPreviewed: option => row.optionPreviewed(option)
             onOpened: row.pickerOpened(this)
@@ -165,6 +168,7 @@ Item {
             playing: row.playing
             onToggled: row.previewToggled()
             onFocused: row.focused(details.button)
+            button.spokenDetail: mark.meaning
             button.Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(1)
         }
 
@@ -188,6 +192,7 @@ Item {
                 text: "Browse for file"
                 implicitHeight: 24
                 textSize: Theme.footnote
+                spokenDetail: mark.meaning
                 onClicked: row.browsed()
                 onActiveFocusChanged: if (activeFocus) row.focused(this)
                 Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(row.controls.indexOf(browse))
@@ -208,6 +213,7 @@ Item {
                 Layout.maximumWidth: implicitWidth
                 text: "Include in playlist"
                 implicitHeight: 24
+                spokenDetail: mark.meaning
                 ticked: row.included
                 onSwitched: on => row.ticked(on)
                 onActiveFocusChanged: if (activeFocus) row.focused(this)

@@ -9,7 +9,7 @@ RowLayout {
     required property bool autoSaving
     signal closed()
 
-    height: 46
+    height: Theme.high(46)
     spacing: 0
 
     Label {

@@ -33,7 +33,8 @@ ListView {
     model: review.rows
     T.ScrollBar.vertical: ThinScrollBar {}
     Accessible.role: Accessible.List
-    Accessible.name: "Results"
+    Accessible.name: spokenListName
+    readonly property string spokenListName: "Results" // read by RowsAccessible
 
     function firstInSight(): int {
         return Math.max(0, indexAt(1, contentY + 1))

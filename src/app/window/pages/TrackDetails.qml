@@ -16,7 +16,7 @@ Item {
     signal focused()
     readonly property alias button: play
 
-    implicitHeight: 30
+    implicitHeight: Theme.high(30)
 
     // The shadow: a few soft frames, two points lower.
     Repeater {

@@ -4,7 +4,9 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QFontInfo>
 #include <QGuiApplication>
+#include <QJSEngine>
 
 namespace orvalen {
 namespace {
@@ -14,6 +16,8 @@ constexpr auto path = "/org/freedesktop/portal/desktop";
 constexpr auto settings = "org.freedesktop.portal.Settings";
 constexpr auto appearance = "org.freedesktop.appearance";
 constexpr auto colorScheme = "color-scheme";
+constexpr auto contrast = "contrast";
+constexpr uint moreContrast = 1;
 constexpr uint preferDark = 1;
 constexpr uint preferLight = 2;
 
@@ -48,32 +52,64 @@ uint unwrapped(QVariant value) {
     return value.toUInt();
 }
 
+ColorScheme* theInstance = nullptr;
+
 } // namespace
 
 ColorScheme::ColorScheme() : given_(allSet(QGuiApplication::palette())) {
+    theInstance = this;
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
     qRegisterMetaType<QDBusVariant>(); // or the signal's argument is looked for by its name and not found
     bus.connect(service, path, settings, "SettingChanged", this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
+    ask(colorScheme);
+    ask(contrast);
+}
+
+ColorScheme::~ColorScheme() {
+    if (theInstance == this)
+        theInstance = nullptr;
+}
+
+ColorScheme* ColorScheme::create(QQmlEngine*, QJSEngine*) {
+    QJSEngine::setObjectOwnership(theInstance, QJSEngine::CppOwnership);
+    return theInstance;
+}
+
+double ColorScheme::textScale() const {
+    constexpr double usual = 11.0 * 96 / 72;
+    return QFontInfo(QGuiApplication::font()).pixelSize() / usual;
+}
+
+void ColorScheme::ask(const QString& key) {
     QDBusMessage question = QDBusMessage::createMethodCall(service, path, settings, "Read");
-    question << appearance << colorScheme;
-    const auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* done) {
+    question << appearance << key;
+    const auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, key](QDBusPendingCallWatcher* done) {
         const QDBusPendingReply<QDBusVariant> reply = *done;
         if (reply.isValid())
-            follow(unwrapped(reply.value().variant()));
+            follow(key, reply.value().variant());
         done->deleteLater();
     });
 }
 
 void ColorScheme::settingChanged(const QString& group, const QString& key, const QDBusVariant& value) {
-    if (group == appearance && key == colorScheme)
-        follow(unwrapped(value.variant()));
+    if (group == appearance)
+        follow(key, value.variant());
 }
 
-void ColorScheme::follow(uint preference) {
+void ColorScheme::follow(const QString& key, const QVariant& value) {
+    if (key == colorScheme) {
+        followScheme(unwrapped(value));
+    } else if (key == contrast) {
+        highContrast_ = unwrapped(value) == moreContrast;
+        emit highContrastChanged();
+    }
+}
+
+void ColorScheme::followScheme(uint preference) {
     if (preference == preferDark && !isDark(given_))
         QGuiApplication::setPalette(darkPalette());
     else if (preference == preferLight && isDark(given_))

@@ -18,13 +18,12 @@ ColumnLayout {
 
         text: disclosure.title
         implicitWidth: implicitContentWidth + leftPadding + rightPadding
-        implicitHeight: 26
+        implicitHeight: Theme.high(26)
         leftPadding: 2
         rightPadding: 6
-        spokenDetail: disclosure.open ? "open" : "closed"
+        readonly property bool spokenExpanded: disclosure.open
         font.pixelSize: disclosure.textSize
         onClicked: disclosure.open = !disclosure.open
-
 
         contentItem: Row {
             spacing: 5

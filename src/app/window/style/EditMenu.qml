@@ -27,7 +27,7 @@ T.Popup {
         id: entry
 
         implicitWidth: caption.implicitWidth + 28
-        implicitHeight: 28
+        implicitHeight: Theme.high(28)
         width: parent ? parent.width : implicitWidth
         spokenRole: Accessible.MenuItem
 

@@ -22,7 +22,7 @@ T.TextField {
     onActiveFocusChanged: lengthBefore = length
 
     implicitWidth: 240
-    implicitHeight: 32
+    implicitHeight: Theme.high(32)
     leftPadding: 10
     rightPadding: 10
     verticalAlignment: TextInput.AlignVCenter

@@ -10,9 +10,9 @@ Column {
     property int thickness: 6
 
     spacing: 5
+    readonly property bool spokenProgress: true // read by ProgressAccessible
     Accessible.role: Accessible.ProgressBar
     Accessible.name: label
-    Accessible.description: Math.round(value * 100) + " %"
 
     Label {
         text: progress.label

@@ -16,7 +16,7 @@ Pressable {
 
     readonly property string currentLabel: labels[currentIndex] ?? ""
 
-    implicitHeight: 30
+    implicitHeight: Theme.high(30)
     implicitWidth: 240
     leftPadding: 10
     rightPadding: 8

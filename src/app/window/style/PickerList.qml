@@ -137,7 +137,7 @@ T.Popup {
 
             text: modelData
             width: list.width
-            implicitHeight: 46
+            implicitHeight: Theme.high(46)
             focusPolicy: Qt.NoFocus
             spokenRole: Accessible.ListItem
             spokenDetail: popup.details[index] ?? ""

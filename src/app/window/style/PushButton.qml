@@ -16,7 +16,7 @@ Pressable {
     readonly property bool small: textSize < Theme.body
 
     implicitWidth: line.naturalWidth + leftPadding + rightPadding
-    implicitHeight: small ? 28 : 32
+    implicitHeight: Theme.high(small ? 28 : 32)
     leftPadding: plain ? 6 : small ? 10 : 13
     rightPadding: leftPadding
     font.pixelSize: textSize

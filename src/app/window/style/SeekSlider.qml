@@ -7,6 +7,8 @@ T.Slider {
     id: slider
 
     required property real position01
+    /// The position as a screen reader says it.
+    property string spokenPosition
     /// While dragging.
     signal dragged(real value)
     /// Let go, or set from outside.
@@ -33,6 +35,7 @@ T.Slider {
     onValueChanged: if (!pressed && Math.abs(value - position01) > 1e-9) released(value)
 
     Accessible.role: Accessible.Slider
+    Accessible.description: spokenPosition
     Accessible.onIncreaseAction: stepped(stepSize)
     Accessible.onDecreaseAction: stepped(-stepSize)
 

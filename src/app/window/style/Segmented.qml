@@ -20,7 +20,7 @@ Item {
     readonly property int columns: width <= 0 || needed <= width ? count
         : (widest * Math.ceil(count / 2) + gap * 2 <= width ? Math.ceil(count / 2)
         : Math.max(1, Math.min(Math.ceil(count / 2), Math.floor((width - gap * 2) / Math.max(1, widest)))))
-    readonly property int rowHeight: textSize < Theme.body ? 26 : 28
+    readonly property real rowHeight: Theme.high(textSize < Theme.body ? 26 : 28)
     property var segmentWidths: []
 
     implicitWidth: needed

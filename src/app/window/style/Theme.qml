@@ -11,6 +11,8 @@ QtObject {
         colorGroup: SystemPalette.Active
     }
     readonly property color window: system.window
+    /// Whether the desktop asks for high contrast.
+    readonly property bool strong: ColorScheme.highContrast
     readonly property bool dark: luminance(window) < luminance(system.windowText)
     readonly property color white: "#ffffff"
     readonly property color black: "#000000"
@@ -23,8 +25,10 @@ QtObject {
     readonly property color controlHovered: dark ? mix(window, white, 0.19) : mix(window, white, 0.4)
     readonly property color controlPressed: dark ? mix(window, white, 0.08) : mix(window, black, 0.08)
     readonly property color track: mix(window, black, dark ? 0.38 : 0.12)
-    readonly property color line: mix(window, ink, dark ? 0.14 : 0.13)
-    readonly property color controlLine: mix(window, ink, dark ? 0.2 : 0.22)
+    readonly property color softLine: mix(window, ink, dark ? 0.14 : 0.13)
+    readonly property color softControlLine: mix(window, ink, dark ? 0.2 : 0.22)
+    readonly property color line: strong ? readable(softLine, 3, everywhere) : softLine
+    readonly property color controlLine: strong ? readable(softControlLine, 3, everywhere) : softControlLine
     readonly property color dim: Qt.rgba(0, 0, 0, dark ? 0.55 : 0.35)
     readonly property color shade: Qt.rgba(0, 0, 0, dark ? 0.3 : 0.12)
 
@@ -33,7 +37,7 @@ QtObject {
 
     // Text and marks.
     readonly property color text: readable(system.windowText, 7, everywhere)
-    readonly property color secondary: readable(mix(window, text, dark ? 0.62 : 0.6), 4.6, everywhere)
+    readonly property color secondary: readable(mix(window, text, dark ? 0.62 : 0.6), strong ? 7 : 4.6, everywhere)
     readonly property color accentText: readable(dark ? accent : burnt, 4.6, pages)
     readonly property color danger: readable(red, 4.6, pages)
     readonly property color success: readable(green, 4.6, pages)
@@ -50,15 +54,23 @@ QtObject {
     readonly property string family: sample.font.family
     readonly property FontMetrics sample: FontMetrics {}
 
+    /// The desktop's text size against the usual one of 11 points. Smaller texts could not be read.
+    readonly property real scale: Math.max(1, Math.min(1.6, ColorScheme.textScale))
+
     // Sizes of text by role, in pixels.
-    readonly property int largeTitle: 26
-    readonly property int title: 23
-    readonly property int headline: 15
-    readonly property int body: 14
-    readonly property int subheadline: 13
-    readonly property int footnote: 12
-    readonly property int caption: 12
-    readonly property int smallestCaption: 11
+    readonly property int largeTitle: Math.round(26 * scale)
+    readonly property int title: Math.round(23 * scale)
+    readonly property int headline: Math.round(15 * scale)
+    readonly property int body: Math.round(14 * scale)
+    readonly property int subheadline: Math.round(13 * scale)
+    readonly property int footnote: Math.round(12 * scale)
+    readonly property int caption: Math.round(12 * scale)
+    readonly property int smallestCaption: Math.round(11 * scale)
+
+    /// The height of a control that is so high at the usual text size.
+    function high(pixels: real): real {
+        return Math.round(pixels * scale)
+    }
 
     readonly property int radius: 7
     readonly property int boxRadius: 10

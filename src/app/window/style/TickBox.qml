@@ -8,7 +8,7 @@ Pressable {
     signal switched(bool on)
 
     implicitWidth: leftPadding + square.width + 7 + Math.ceil(caption.implicitWidth) + rightPadding
-    implicitHeight: 28
+    implicitHeight: Theme.high(28)
     leftPadding: 4
     rightPadding: 6
     font.pixelSize: Theme.subheadline

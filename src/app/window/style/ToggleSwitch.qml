@@ -9,7 +9,7 @@ Pressable {
     signal switched(bool on)
 
     implicitWidth: groove.width + 9 + Math.ceil(caption.implicitWidth)
-    implicitHeight: 28
+    implicitHeight: Theme.high(28)
     onClicked: switched(!ticked)
 
     spokenRole: Accessible.CheckBox
