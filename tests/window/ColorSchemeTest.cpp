@@ -63,7 +63,7 @@ TEST(ColorScheme, FollowsTheDesktop) {
     portal.scheme = 1;
     const QColor given = QGuiApplication::palette().color(QPalette::Window);
     ASSERT_TRUE(becomes(false));
-    const ColorScheme scheme;
+    const ColorScheme scheme(QGuiApplication::palette());
     EXPECT_TRUE(becomes(true)) << "what the desktop wished before we came";
     portal.change(2);
     EXPECT_TRUE(becomes(false));
@@ -77,7 +77,7 @@ TEST(ColorScheme, FollowsTheDesktop) {
 TEST(ColorScheme, FollowsTheContrast) {
     SettingsPortal portal;
     portal.contrast = 1;
-    const ColorScheme scheme;
+    const ColorScheme scheme(QGuiApplication::palette());
     EXPECT_TRUE(QTest::qWaitFor([&] { return scheme.highContrast(); }, 2000));
     portal.change(0, "contrast");
     EXPECT_TRUE(QTest::qWaitFor([&] { return !scheme.highContrast(); }, 2000));

@@ -11,12 +11,12 @@ TEST(TextDirection, IsolatesRightToLeftNames) {
              {u"عمرو – نور (128 BPM)", u"\u200e\u2068عمرو – نور\u2069 (128 BPM)"},
              {u"שלום", u"\u200e\u2068שלום\u2069"},
          })
-        EXPECT_EQ(directedSong(QString(text)), QString(expected));
+        EXPECT_EQ(directedSong(QString::fromUtf16(text)), QString::fromUtf16(expected));
     for (const auto& [text, expected] : {
              std::pair{u"File: /Music/a.mp3", u"File: /Music/a.mp3"},
              {u"File: /M/عمرو/نور.mp3", u"\u200eFile: /\u2068M\u2069/\u2068عمرو\u2069/\u2068نور.mp3\u2069"},
          })
-        EXPECT_EQ(directedPath(QString(text)), QString(expected));
+        EXPECT_EQ(directedPath(QString::fromUtf16(text)), QString::fromUtf16(expected));
 }
 
 } // namespace

@@ -105,7 +105,7 @@ public:
 
     ContentView& view;
     ChangeNotifier notifier;
-    ColorScheme colorScheme;
+    ColorScheme colorScheme{QGuiApplication::palette()};
     LibraryState library;
     WantedState wanted;
     ListHelpState listHelp;

@@ -56,7 +56,7 @@ ColorScheme* theInstance = nullptr;
 
 } // namespace
 
-ColorScheme::ColorScheme() : given_(allSet(QGuiApplication::palette())) {
+ColorScheme::ColorScheme(const QPalette& given) : given_(allSet(given)) {
     theInstance = this;
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())

@@ -22,7 +22,8 @@ class ColorScheme : public QObject {
     Q_PROPERTY(double textScale READ textScale CONSTANT)
 
 public:
-    ColorScheme();
+    /// `given` is the palette that the toolkit came with.
+    explicit ColorScheme(const QPalette& given);
     ~ColorScheme() override;
 
     /// The instance for the views, which do not own it.
@@ -43,7 +44,7 @@ private:
     void followScheme(uint preference);
 
     bool highContrast_ = false;
-    QPalette given_; ///< the palette that the toolkit came with
+    QPalette given_;
 };
 
 } // namespace orvalen

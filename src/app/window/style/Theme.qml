@@ -1,6 +1,7 @@
 pragma Singleton
 
 import QtQuick
+import Orvalen
 
 /// Colours, sizes and times of the whole window. Everything derives from the system's window and text colours,
 /// so that light and dark follow the desktop at once; text colours are pushed until they can be read.
