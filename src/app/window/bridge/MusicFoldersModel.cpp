@@ -107,7 +107,8 @@ QVariant MusicFoldersModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> MusicFoldersModel::roleNames() const {
-    return {{path, "path"}, {shownPath, "shownPath"}, {countText, "countText"}, {notConnected, "notConnected"}};
+    return {
+        {path, "path"}, {shownPath, "shownPath"}, {countText, "countText"}, {notConnected, "notConnected"}};
 }
 
 } // namespace orvalen

@@ -190,7 +190,7 @@ Item {
                 id: browse
 
                 text: "Browse for file"
-                implicitHeight: 24
+                implicitHeight: Theme.high(24)
                 textSize: Theme.footnote
                 spokenDetail: mark.meaning
                 onClicked: row.browsed()
@@ -201,7 +201,7 @@ Item {
                 id: find
 
                 text: "Find in library"
-                implicitHeight: 24
+                implicitHeight: Theme.high(24)
                 textSize: Theme.footnote
                 onClicked: row.findOpened(this)
                 onActiveFocusChanged: if (activeFocus) row.focused(this)
@@ -212,7 +212,7 @@ Item {
                 Layout.fillWidth: true
                 Layout.maximumWidth: implicitWidth
                 text: "Include in playlist"
-                implicitHeight: 24
+                implicitHeight: Theme.high(24)
                 spokenDetail: mark.meaning
                 ticked: row.included
                 onSwitched: on => row.ticked(on)

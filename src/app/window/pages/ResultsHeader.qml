@@ -28,7 +28,7 @@ RowLayout {
 
         Layout.rightMargin: 8
         implicitWidth: 24
-        implicitHeight: 24
+        implicitHeight: Theme.high(24)
         Accessible.role: Accessible.Graphic
         Accessible.name: "Auto-save enabled"
         Accessible.description: header.autoSaving ? "saving" : ""

@@ -18,7 +18,7 @@ Flow {
         text: flow.names[place] ?? ""
         spokenName: "Did you mean " + text + "?"
         textSize: Theme.footnote
-        implicitHeight: 24
+        implicitHeight: Theme.high(24)
         plain: true
         width: Math.min(implicitWidth, flow.width)
         onClicked: flow.taken(place)

@@ -52,7 +52,7 @@ Item {
             text: details.pauses ? "Pause" : "Play"
             symbol: details.pauses ? "pause.fill" : "play.fill"
             textSize: Theme.footnote
-            implicitHeight: 24
+            implicitHeight: Theme.high(24)
             tip: "P"
             Layout.preferredWidth: Math.max(84, implicitWidth)
             onClicked: details.toggled()
