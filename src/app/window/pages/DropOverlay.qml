@@ -8,6 +8,7 @@ DropArea {
 
     required property Drops drops
     property string promise
+    readonly property Item overlay: T.Overlay.overlay
 
     keys: ["text/uri-list"]
     onEntered: drag => {
@@ -25,7 +26,7 @@ DropArea {
     }
 
     Rectangle {
-        parent: T.Overlay.overlay.visible ? T.Overlay.overlay : area // over pages and alerts
+        parent: area.overlay.visible ? area.overlay : area // over pages and alerts
         z: 1000
         anchors.fill: parent
         anchors.margins: 8

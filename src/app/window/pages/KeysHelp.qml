@@ -9,23 +9,23 @@ import Orvalen
 T.Popup {
     id: help
 
-    readonly property var keys: [
-        ["Ctrl+Return", "Match the playlist"],
-        ["A, L", "In Tidy List: change the line as proposed, or leave it"],
-        ["Up, Down", "Go to the row above or below"],
-        ["Page Up, Page Down, Home, End", "Go further through the rows"],
-        ["N, Shift+N", "Go to the next row that is left to do, or back"],
-        ["Ctrl+F", "Find among the rows"],
-        ["Space", "Press or tick the control; in a picker, open the list"],
-        ["Alt+Down, F4", "Open the list of candidates"],
-        ["P", "Play or pause the row's file; in the list, the entry's"],
-        ["Ctrl+Left, Ctrl+Right", "Seek by 15 seconds"],
-        ["Ctrl+Z", "Undo the last tick or choice"],
-        ["F6, Shift+F6", "Go to the next part of the results page, or back"],
-        ["Ctrl+E", "Export the playlist"],
-        ["Ctrl+S", "Save the session"],
-        ["Escape", "Leave a list or field, or close the page"],
-        ["F1", "Show these keys"]
+    readonly property list<string> keys: [
+        "Ctrl+Return", "Match the playlist",
+        "A, L", "In Tidy List: change the line as proposed, or leave it",
+        "Up, Down", "Go to the row above or below",
+        "Page Up, Page Down, Home, End", "Go further through the rows",
+        "N, Shift+N", "Go to the next row that is left to do, or back",
+        "Ctrl+F", "Find among the rows",
+        "Space", "Press or tick the control; in a picker, open the list",
+        "Alt+Down, F4", "Open the list of candidates",
+        "P", "Play or pause the row's file; in the list, the entry's",
+        "Ctrl+Left, Ctrl+Right", "Seek by 15 seconds",
+        "Ctrl+Z", "Undo the last tick or choice",
+        "F6, Shift+F6", "Go to the next part of the results page, or back",
+        "Ctrl+E", "Export the playlist",
+        "Ctrl+S", "Save the session",
+        "Escape", "Leave a list or field, or close the page",
+        "F1", "Show these keys"
     ]
 
     parent: T.Overlay.overlay
@@ -44,7 +44,7 @@ T.Popup {
 
     contentItem: FocusScope {
         focus: true
-        implicitHeight: stack.implicitHeight
+        implicitHeight: childrenRect.height
         Keys.onPressed: event => {
             event.accepted = true
             help.close()
@@ -52,13 +52,14 @@ T.Popup {
         Accessible.role: Accessible.Dialog
         Accessible.name: "Keys"
 
-        ColumnLayout {
-            id: stack
-
+        GridLayout {
             width: parent.width
-            spacing: 5
+            columns: 2
+            columnSpacing: 16
+            rowSpacing: 5
 
             Label {
+                Layout.columnSpan: 2
                 Layout.bottomMargin: 6
                 text: "Keys"
                 font.pixelSize: Theme.headline
@@ -68,26 +69,16 @@ T.Popup {
             Repeater {
                 model: help.keys
 
-                RowLayout {
-                    id: line
+                Label {
+                    required property int index
+                    required property string modelData
 
-                    required property var modelData
-
-                    spacing: 16
-
-                    Label {
-                        Layout.preferredWidth: 190
-                        text: line.modelData[0]
-                        font.pixelSize: Theme.footnote
-                        font.weight: Font.DemiBold
-                        wrapMode: Text.Wrap
-                    }
-                    Label {
-                        Layout.fillWidth: true
-                        text: line.modelData[1]
-                        font.pixelSize: Theme.footnote
-                        wrapMode: Text.Wrap
-                    }
+                    Layout.preferredWidth: 190
+                    Layout.fillWidth: index % 2 === 1
+                    text: modelData
+                    font.pixelSize: Theme.footnote
+                    font.weight: index % 2 === 0 ? Font.DemiBold : Font.Normal
+                    wrapMode: Text.Wrap
                 }
             }
         }

@@ -88,24 +88,19 @@ ColumnLayout {
                 onClicked: box.help.show(index)
                 onActiveFocusChanged: if (activeFocus) lines.positionViewAtIndex(index, ListView.Contain)
 
-                contentItem: Item {
+                contentItem: RowLayout {
+                    spacing: 10
+
                     Label {
-                        anchors.left: parent.left
-                        anchors.leftMargin: 6
-                        anchors.right: reason.left
-                        anchors.rightMargin: 10
-                        anchors.verticalCenter: parent.verticalCenter
+                        Layout.fillWidth: true
+                        Layout.leftMargin: 6
                         text: entry.text
                         font.pixelSize: Theme.caption
                         elide: Text.ElideRight
                         Accessible.ignored: true
                     }
                     Label {
-                        id: reason
-
-                        anchors.right: parent.right
-                        anchors.rightMargin: 6
-                        anchors.verticalCenter: parent.verticalCenter
+                        Layout.rightMargin: 6
                         text: entry.spokenDetail
                         font.pixelSize: Theme.smallestCaption
                         color: Theme.secondary

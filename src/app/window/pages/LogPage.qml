@@ -106,9 +106,10 @@ T.Dialog {
                 activeFocusOnTab: true
 
                 onContentYChanged: atNewest = atYEnd
-                onCountChanged: if (atNewest) Qt.callLater(positionViewAtEnd)
+                onCountChanged: if (atNewest) newestTimer.restart()
+                Timer { id: newestTimer; interval: 0; onTriggered: lines.positionViewAtEnd() }
                 Connections {
-                    target: sheet.log
+                    target: sheet.log as QtObject
                     function onRowsRemoved(parent, first, last) {
                         lines.anchorRow = Math.max(-1, lines.anchorRow - (last - first + 1))
                     }

@@ -30,7 +30,10 @@ Flickable {
     /// Moves the keys on to the next of the page's parts: rows, export, and what stands above the rows.
     function goToNextPart(by: int) {
         const parts = [bulkButtons, list, exportOptions]
-        const at = parts.findIndex(part => part.contains(part.mapFromItem(Window.activeFocusItem, 0, 0)))
+        let at = -1
+        for (let i = 0; i < parts.length; ++i)
+            if (parts[i].contains(parts[i].mapFromItem(Window.activeFocusItem, 0, 0)))
+                at = i
         const next = parts[(at < 0 ? 1 : at + by + 3) % 3]
         if (next === list)
             list.reachRow(list.currentRow(), MatchedTrackRow.First)

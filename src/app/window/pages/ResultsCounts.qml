@@ -33,7 +33,7 @@ Row {
             required property Kind modelData
             readonly property int count: counts.review.counts[modelData.decision] ?? 0
 
-            implicitWidth: mark.width + number.implicitWidth + 16
+            implicitWidth: implicitContentWidth + 6
             implicitHeight: 22
             enabled: count > 0
             focusPolicy: Qt.NoFocus // N does the same by key, and Tab has enough stops before the rows
@@ -41,20 +41,16 @@ Row {
             spokenDetail: tip.text
             onClicked: counts.asked(modelData.decision)
 
-            contentItem: Item {
-                DecisionMark {
-                    id: mark
+            contentItem: Row {
+                leftPadding: 5
+                spacing: 5
 
-                    x: 5
+                DecisionMark {
                     anchors.verticalCenter: parent.verticalCenter
                     decision: button.modelData.decision
                     size: 15
                 }
                 Label {
-                    id: number
-
-                    anchors.left: mark.right
-                    anchors.leftMargin: 5
                     anchors.verticalCenter: parent.verticalCenter
                     text: button.count
                     font.pixelSize: Theme.caption

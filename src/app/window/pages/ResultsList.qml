@@ -100,7 +100,8 @@ ListView {
 
     /// While the list itself has the keys, the first of them leads to a row, and only the next one acts there.
     function bringBack(key: int): bool {
-        const leads = [Qt.Key_Up, Qt.Key_Down, Qt.Key_Tab, Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter].includes(key)
+        const leads = key === Qt.Key_Up || key === Qt.Key_Down || key === Qt.Key_Tab || key === Qt.Key_Space
+            || key === Qt.Key_Return || key === Qt.Key_Enter
         if (key === Qt.Key_Backtab && heldRow < 0)
             passed(false)
         else if (leads || key === Qt.Key_Backtab)

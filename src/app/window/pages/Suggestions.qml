@@ -12,17 +12,14 @@ Flow {
     signal focused(Item control)
 
     component Suggestion: PushButton {
-        required property int place
+        required property string name
 
-        visible: place < flow.names.length
-        text: flow.names[place] ?? ""
-        spokenName: "Did you mean " + text + "?"
+        visible: name !== ""
+        text: name
+        spokenName: "Did you mean " + name + "?"
         textSize: Theme.footnote
         implicitHeight: Theme.high(24)
         plain: true
-        width: Math.min(implicitWidth, flow.width)
-        onClicked: flow.taken(place)
-        onActiveFocusChanged: if (activeFocus) flow.focused(this)
     }
 
     visible: names.length > 0
@@ -35,7 +32,28 @@ Flow {
         font.pixelSize: Theme.caption
         color: Theme.secondary
     }
-    Suggestion { id: first; place: 0 }
-    Suggestion { id: second; place: 1 }
-    Suggestion { id: third; place: 2 }
+    Suggestion {
+        id: first
+
+        name: flow.names[0] ?? ""
+        width: Math.min(implicitWidth, flow.width)
+        onClicked: flow.taken(0)
+        onActiveFocusChanged: if (activeFocus) flow.focused(this)
+    }
+    Suggestion {
+        id: second
+
+        name: flow.names[1] ?? ""
+        width: Math.min(implicitWidth, flow.width)
+        onClicked: flow.taken(1)
+        onActiveFocusChanged: if (activeFocus) flow.focused(this)
+    }
+    Suggestion {
+        id: third
+
+        name: flow.names[2] ?? ""
+        width: Math.min(implicitWidth, flow.width)
+        onClicked: flow.taken(2)
+        onActiveFocusChanged: if (activeFocus) flow.focused(this)
+    }
 }

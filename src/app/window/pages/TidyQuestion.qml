@@ -21,7 +21,9 @@ Rectangle {
     Accessible.role: Accessible.Grouping
     Accessible.name: "Line to decide: " + panel.help.question
 
-    onAsksChanged: Qt.callLater(moveFocus)
+    onAsksChanged: focusTimer.restart()
+
+    Timer { id: focusTimer; interval: 0; onTriggered: panel.moveFocus() }
 
     function moveFocus() {
         if (asks)

@@ -14,6 +14,14 @@ Pressable {
     spokenRole: Accessible.ListItem
     spokenDetail: detail
 
+    Row {
+        id: end
+
+        anchors.right: parent.right
+        anchors.rightMargin: 4
+        anchors.verticalCenter: parent.verticalCenter
+        z: 1
+    }
     contentItem: Item {
         Column {
             anchors.verticalCenter: parent.verticalCenter
@@ -36,13 +44,6 @@ Pressable {
                 elide: Text.ElideMiddle
                 Accessible.ignored: true
             }
-        }
-        Row {
-            id: end
-
-            anchors.right: parent.right
-            anchors.rightMargin: 4
-            anchors.verticalCenter: parent.verticalCenter
         }
     }
     background: Rectangle {

@@ -171,7 +171,7 @@ T.Popup {
 
                     HoverTip {
                         text: "Listen without choosing (P)"
-                        shown: parent.hovered
+                        shown: (parent as SymbolButton)?.hovered ?? false
                     }
                 }
                 Column {
