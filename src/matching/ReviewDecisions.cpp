@@ -85,7 +85,7 @@ void ReviewDecisions::include(std::size_t row, bool value) {
         return;
     Step step;
     step.row = row;
-    step.includes.assign(1, view_.matchedTracks.get()[row].include);
+    step.includes.push_back(view_.matchedTracks.get()[row].include);
     remember(std::move(step));
     setInclude(view_, row, value);
 }

@@ -28,11 +28,12 @@ void MusicFoldersModel::watchDrives() {
     if (view_.musicFolderURLs.get() == watched_)
         return;
     watched_ = view_.musicFolderURLs.get();
-    view_.platform.driveWatch.watch(watched_, [self = QPointer(this)](std::vector<Location> notConnected) {
-        if (!self)
+    view_.platform.driveWatch.watch(watched_, [self = QPointer(this)](std::vector<Location> absent) {
+        MusicFoldersModel* const model = self.data();
+        if (model == nullptr)
             return;
-        self->notConnected_ = std::move(notConnected);
-        self->replaceRows(self->currentRows());
+        model->notConnected_ = std::move(absent);
+        model->replaceRows(model->currentRows());
     });
 }
 
