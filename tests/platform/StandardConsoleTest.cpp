@@ -100,7 +100,7 @@ TEST(StandardConsole, LinesOfSeveralThreadsNeverMix) {
 }
 
 TEST(StandardConsole, LeavesOutTheNewestLinesWhileNobodyReads) {
-    constexpr int lines = 5000;
+    constexpr int lines = 2000;
     Pipe pipe;
     const std::size_t filled = pipe.fill();
     StandardConsole console(pipe.writer());
