@@ -24,8 +24,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Files whose picture takes room on the disk and is never written, because nobody reads it. The tempo stands
-/// behind it.
+/// Tagged files with the tempo frame after the picture. The picture's blocks are reserved on the disk but not
+/// written, because no reader reads them.
 class Files {
 public:
     Files(std::size_t count, std::size_t picture) : pictureLength(picture) {

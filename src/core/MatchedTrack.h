@@ -9,7 +9,7 @@
 
 namespace orvalen {
 
-/// One wanted line with its candidates and its pick. A row is told by its id alone.
+/// One wanted line with its candidates and its pick. Rows are identified by `id` alone.
 struct MatchedTrack {
     UUID id;
     std::string title;  ///< as wanted: trimmed, not normalised

@@ -35,7 +35,7 @@ std::string tempoText(const Track& track);
 std::string selectionSummary(const std::vector<MatchedTrack>& rows);
 std::size_t includedCount(const std::vector<MatchedTrack>& rows);
 
-// Operations on the rows. Main thread; a row is told by its position, and a position that no row has is
+// Operations on the rows. Main thread; rows are identified by position, and a position that no row has is
 // ignored.
 
 void setIncludeForAll(ContentView& view, bool value);

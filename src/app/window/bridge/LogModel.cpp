@@ -12,7 +12,7 @@
 namespace orvalen {
 namespace {
 
-/// A match run writes thousands of lines a second; the views are told of them this often.
+/// How often new lines are shown: a match run writes thousands of them in a second.
 constexpr int followInterval = 50; ///< milliseconds
 
 } // namespace

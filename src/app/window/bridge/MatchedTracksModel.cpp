@@ -113,7 +113,7 @@ int MatchedTracksModel::rowCount(const QModelIndex& parent) const {
 
 QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
     const auto& rows = view_.matchedTracks.get();
-    // The state may already hold another list than the one the views were told of.
+    // The state may already hold a newer list than the views.
     if (!index.isValid() || static_cast<std::size_t>(index.row()) >= std::min(rows.size(), shownRows_.size()))
         return {};
     const MatchedTrack& row = rows[static_cast<std::size_t>(index.row())];

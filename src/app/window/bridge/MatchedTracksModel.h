@@ -51,8 +51,8 @@ public:
 
     /// How many rows stand at each decision, by its value.
     QList<int> decisionCounts() const;
-    /// The next row after `from`, or before it when `by` is -1, whose decision is among these; goes on at the
-    /// other end. -1 when there is none.
+    /// Returns the next row with one of these decisions, after `from` (`by` 1) or before it (`by` -1). The
+    /// search wraps around; -1 for none.
     int nextRow(std::initializer_list<RowDecision> decisions, int from, int by) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;

@@ -35,7 +35,7 @@ public:
 
     /// The slider is being dragged: only the field follows.
     Q_INVOKABLE void moveTo(double progress) { view().playbackProgress.set(progress); }
-    /// The slider was let go: the player follows too.
+    /// Call when the user releases the slider: seeks in the player.
     Q_INVOKABLE void seekTo(double progress);
     /// A share of the length on from where the player is, or back; not past either end.
     Q_INVOKABLE void stepBy(double share);

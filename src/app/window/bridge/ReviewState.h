@@ -9,7 +9,7 @@
 
 namespace orvalen {
 
-/// The results page: its rows, their choices, and whether it is shown. A row is told by its position.
+/// The results page: its rows, their choices, and whether it is shown. Rows are identified by position.
 class ReviewState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
@@ -55,10 +55,11 @@ public:
     Q_INVOKABLE void togglePreview(int row);
     /// Plays or pauses a candidate without choosing it.
     Q_INVOKABLE void previewOption(int row, int option);
-    /// The next row of the decision after `from`, before it when `by` is -1; with -1 for the decision, the
-    /// next row that has no file or needs a choice. -1 when there is none.
+    /// Returns the next row with the decision, after `from` (`by` 1) or before it (`by` -1); -1 for none.
+    /// A decision of -1 means every row that has no file or no choice yet.
     Q_INVOKABLE int next(int decision, int from, int by) const;
-    /// The next row whose label contains the text, from `from` on in steps of `by`; -1 when there is none.
+    /// The next row whose label contains the text. Searches from `from` in steps of `by`; returns -1 for
+    /// none.
     Q_INVOKABLE int find(const QString& text, int from, int by) const;
     /// Takes back the last tick or choice. Returns the row concerned; -1 when there is nothing to take back.
     Q_INVOKABLE int undo();

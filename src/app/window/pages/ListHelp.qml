@@ -41,7 +41,7 @@ ColumnLayout {
             id: tidy
 
             text: "Tidy List"
-            // Hidden while there is a question, which stands where the tip would.
+            // Hidden while a question is shown, because the tip would cover it.
             tip: box.help.readings.length > 0 ? ""
                 : "Removes numbers, bullets, emoji and notes, and writes dashes with blanks. Ctrl+Z takes it back."
             textSize: Theme.footnote
