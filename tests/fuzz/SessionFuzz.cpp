@@ -5,7 +5,7 @@ using namespace orvalen;
 using fuzz::require;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const auto session = decodeSession(fuzz::text(data, size));
+    const auto session = decodeSession(std::string(fuzz::text(data, size)));
     if (!session)
         return 0;
     const std::string written = encodeSession(*session);
