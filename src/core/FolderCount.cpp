@@ -4,7 +4,6 @@
 #include "core/Text.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace orvalen {
 namespace {
@@ -15,50 +14,51 @@ std::string_view folderOf(std::string_view path) {
     return path.substr(0, path.size() - lastPathComponent(path).size());
 }
 
+std::size_t sharedLength(std::string_view left, std::string_view right) {
+    const auto end = left.begin() + static_cast<std::ptrdiff_t>(std::min(left.size(), right.size()));
+    return static_cast<std::size_t>(std::mismatch(left.begin(), end, right.begin()).first - left.begin());
+}
+
 } // namespace
 
 FolderTable::FolderTable(const std::vector<TrackRecord>& records) {
-    std::unordered_map<std::string_view, std::size_t> counts;
-    std::string_view folder;
-    std::size_t* count = nullptr;
-    for (const TrackRecord& record : records) {
-        const std::string_view path = folderOf(record.path());
-        if (count == nullptr || path != folder) { // neighbours mostly lie in one folder
-            folder = path;
-            count = &counts[path];
-        }
-        ++*count;
+    constexpr std::size_t ahead = 16; // the paths lie far apart in memory
+    std::string_view before;
+    for (std::size_t position = 0; position < records.size(); ++position) {
+        if (position + ahead < records.size())
+            __builtin_prefetch(records[position + ahead].path().data());
+        const std::string_view written = folderOf(records[position].path());
+        if (written == before && position > 0)
+            continue;
+        before = written;
+        const std::string_view folder =
+            isAscii(written) ? written : composedFolders.emplace_back(composed(written));
+        const std::size_t shared = runs.empty() ? 0 : sharedLength(runs.back().folder, folder);
+        runs.push_back({folder, static_cast<std::uint32_t>(position), static_cast<std::uint32_t>(shared)});
     }
-    folders.reserve(counts.size());
-    for (const auto& [path, tracks] : counts)
-        folders.push_back({composed(path), tracks});
-    std::ranges::sort(folders, {}, &Folder::path);
-    std::size_t sum = 0;
-    for (Folder& each : folders)
-        each.countToHere = sum += each.countToHere;
 }
 
 std::int64_t countTracksUnderFolder(const LibraryIndex& index, std::string_view folder) {
-    using Folder = FolderTable::Folder;
-    const std::vector<Folder>& folders = index.body_->folderTable().folders;
+    const std::vector<FolderTable::Run>& runs = index.body_->folderTable().runs;
     const std::string wanted = composed(folder);
-    const auto first = std::ranges::lower_bound(folders, wanted, {}, &Folder::path);
-    const auto last = std::partition_point(
-        first, folders.end(), [&wanted](const Folder& each) { return each.path.starts_with(wanted); });
-    const auto countBefore = [&folders](auto place) {
-        return place == folders.begin() ? 0 : std::prev(place)->countToHere;
-    };
-    std::size_t count = countBefore(last) - countBefore(first);
-
-    // The wanted text may also be a file, or the beginning of the names of some files. Only a parent folder
-    // that holds files itself makes the look through all tracks necessary.
-    const std::string_view parent = folderOf(wanted);
-    if (parent.size() < wanted.size() && std::ranges::binary_search(folders, parent, {}, &Folder::path))
-        for (std::size_t position = 0; position < index.trackCount(); ++position) {
-            const std::string_view path = index.track(position).path;
-            if (hasCanonicalPrefix(path, wanted) && composed(folderOf(path)) == parent)
-                ++count;
-        }
+    const std::size_t parentLength = folderOf(wanted).size();
+    std::size_t count = 0;
+    std::size_t common = 0; // first bytes that the run's folder has in common with what is wanted
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        // Most folders differ from what is wanted where the one before does, and are not looked at.
+        if (runs[i].shared < common)
+            common = runs[i].shared;
+        else if (runs[i].shared == common)
+            common += sharedLength(runs[i].folder.substr(common), std::string_view(wanted).substr(common));
+        if (common < parentLength)
+            continue;
+        const std::size_t last = i + 1 < runs.size() ? runs[i + 1].first : index.trackCount();
+        if (common == wanted.size())
+            count += last - runs[i].first;
+        else if (runs[i].folder.size() == parentLength) // it may hold the wanted file, or files so called
+            for (std::size_t position = runs[i].first; position < last; ++position)
+                count += hasCanonicalPrefix(index.track(position).path, wanted) ? 1U : 0U;
+    }
     return static_cast<std::int64_t>(count);
 }
 

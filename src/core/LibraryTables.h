@@ -5,7 +5,9 @@
 #include "core/TextBlocks.h"
 
 #include <cstdint>
+#include <deque>
 #include <mutex>
+#include <string>
 #include <vector>
 
 namespace orvalen {
@@ -36,15 +38,17 @@ struct KeyRecord {
     std::string_view view() const { return {text, length}; }
 };
 
-/// The folders that hold tracks, sorted by path.
+/// The folders of the tracks in library order, neighbours in one folder together.
 struct FolderTable {
     explicit FolderTable(const std::vector<TrackRecord>& records);
 
-    struct Folder {
-        std::string path;        ///< with the last slash, composed
-        std::size_t countToHere; ///< tracks in this folder and in those before it
+    struct Run {
+        std::string_view folder; ///< composed, with the last slash
+        std::uint32_t first;     ///< position of the first track
+        std::uint32_t shared;    ///< number of first bytes in common with the folder of the run before
     };
-    std::vector<Folder> folders;
+    std::vector<Run> runs;
+    std::deque<std::string> composedFolders; ///< of the folders that are not ASCII
 };
 
 struct LibraryTables {
