@@ -149,19 +149,17 @@ private:
     std::unordered_set<const PreferredMatches::value_type*> kept_;
 };
 
-/// Locks the file against other writers once for all that is read while this lives.
-class ReadTransaction {
-public:
-    explicit ReadTransaction(sqlite3* db) : db_(db) { execute(db_, "BEGIN;"); }
-    ~ReadTransaction() { execute(db_, "ROLLBACK;"); }
-    ReadTransaction(const ReadTransaction&) = delete;
-    ReadTransaction& operator=(const ReadTransaction&) = delete;
-
-private:
-    sqlite3* db_;
-};
-
-constexpr const char* selectPath = "SELECT preferred_path FROM preferred_matches WHERE key = ? LIMIT 1;";
+/// Adds the rows that a statement selects, key and path each; false when it did not come to its end.
+bool readRows(const Statement& select, PreferredMatches& matches) {
+    int outcome = SQLITE_ERROR;
+    while (select && (outcome = sqlite3_step(select.get())) == SQLITE_ROW) {
+        auto key = columnText(select, 0);
+        auto path = columnText(select, 1);
+        if (key && path)
+            matches.insert_or_assign(std::move(*key), std::move(*path));
+    }
+    return outcome == SQLITE_DONE;
+}
 
 std::string localTimestamp() {
     const std::time_t now = std::time(nullptr);
@@ -284,7 +282,7 @@ std::optional<std::string> PlaylistDatabaseManager::preferredPath(std::string_vi
     if (db_ == nullptr)
         return std::nullopt;
     const LockedConnection connection(*this);
-    return lookUp(key);
+    return lookUp(key, true).value_or(std::nullopt);
 }
 
 std::optional<std::string> PlaylistDatabaseManager::preferredPathAtOnce(std::string_view key) {
@@ -292,70 +290,58 @@ std::optional<std::string> PlaylistDatabaseManager::preferredPathAtOnce(std::str
         return std::nullopt;
     LockedConnection connection(*this);
     connection.doNotWait();
-    return lookUp(key);
+    return lookUp(key, true).value_or(std::nullopt);
 }
 
-std::optional<std::string> PlaylistDatabaseManager::lookUp(std::string_view key) {
-    const Statement statement = prepare(db_, selectPath);
-    if (!statement) {
-        writeError("Error preparing preferred match lookup");
-        return std::nullopt;
-    }
-    const std::string bound(key);
-    bindText(statement, 1, bound);
-    return sqlite3_step(statement.get()) == SQLITE_ROW ? columnText(statement, 0) : std::nullopt;
-}
-
-std::optional<std::vector<std::optional<std::string>>>
-PlaylistDatabaseManager::preferredPaths(std::span<const std::string> keys) {
+std::optional<std::optional<std::string>> PlaylistDatabaseManager::tryPreferredPath(std::string_view key) {
     if (db_ == nullptr)
         return std::nullopt;
     const LockedConnection connection(*this);
-    const ReadTransaction transaction(db_);
-    const Statement statement = prepare(db_, selectPath);
-    if (!statement)
+    return lookUp(key, false);
+}
+
+std::optional<std::optional<std::string>> PlaylistDatabaseManager::lookUp(std::string_view key,
+                                                                          bool writesError) {
+    const Statement statement =
+        prepare(db_, "SELECT preferred_path FROM preferred_matches WHERE key = ? LIMIT 1;");
+    if (!statement && writesError)
+        writeError("Error preparing preferred match lookup");
+    const std::string bound(key);
+    bindText(statement, 1, bound);
+    switch (statement ? sqlite3_step(statement.get()) : SQLITE_ERROR) {
+    case SQLITE_ROW:
+        return columnText(statement, 0);
+    case SQLITE_DONE:
+        return std::optional<std::string>();
+    default:
         return std::nullopt;
-    std::vector<std::optional<std::string>> paths;
-    paths.reserve(keys.size());
-    for (const std::string& key : keys) {
-        bindText(statement, 1, key);
-        const int outcome = sqlite3_step(statement.get());
-        if (outcome != SQLITE_ROW && outcome != SQLITE_DONE)
-            return std::nullopt;
-        paths.push_back(outcome == SQLITE_ROW ? columnText(statement, 0) : std::nullopt);
-        sqlite3_reset(statement.get());
     }
-    return paths;
 }
 
 PreferredMatches PlaylistDatabaseManager::allPreferredMatches() {
     PreferredMatches matches;
-    readMatches(matches);
+    readMatches(matches, true);
     return matches;
 }
 
 std::optional<PreferredMatches> PlaylistDatabaseManager::wholePreferredMatches() {
     PreferredMatches matches;
-    return readMatches(matches) ? std::optional(std::move(matches)) : std::nullopt;
+    return readMatches(matches, true) ? std::optional(std::move(matches)) : std::nullopt;
 }
 
-bool PlaylistDatabaseManager::readMatches(PreferredMatches& matches) {
+std::optional<PreferredMatches> PlaylistDatabaseManager::tryPreferredMatches() {
+    PreferredMatches matches;
+    return readMatches(matches, false) ? std::optional(std::move(matches)) : std::nullopt;
+}
+
+bool PlaylistDatabaseManager::readMatches(PreferredMatches& matches, bool writesError) {
     if (db_ == nullptr)
         return false;
     const LockedConnection connection(*this);
     const Statement statement = prepare(db_, "SELECT key, preferred_path FROM preferred_matches;");
-    if (!statement) {
+    if (!statement && writesError)
         writeError("Error preparing select all preferred matches");
-        return false;
-    }
-    int outcome = SQLITE_ROW;
-    while ((outcome = sqlite3_step(statement.get())) == SQLITE_ROW) {
-        auto key = columnText(statement, 0);
-        auto path = columnText(statement, 1);
-        if (key && path)
-            matches.insert_or_assign(std::move(*key), std::move(*path));
-    }
-    return outcome == SQLITE_DONE;
+    return readRows(statement, matches);
 }
 
 void PlaylistDatabaseManager::replacePreferredMatches(const PreferredMatches& matches) {
@@ -380,12 +366,7 @@ PreferredMatches PlaylistDatabaseManager::rowsReplacedBy(const PreferredMatches&
     const KeptRows kept(db_, matches);
     const Statement statement = prepare(
         db_, "SELECT key, preferred_path FROM preferred_matches WHERE NOT is_kept(key, preferred_path);");
-    while (statement && sqlite3_step(statement.get()) == SQLITE_ROW) {
-        auto key = columnText(statement, 0);
-        auto path = columnText(statement, 1);
-        if (key && path)
-            replaced.insert_or_assign(std::move(*key), std::move(*path));
-    }
+    readRows(statement, replaced);
     return replaced;
 }
 

@@ -47,9 +47,8 @@ public:
     std::optional<std::string> preferredPath(std::string_view key);
     /// The same without waiting for another program that holds the file.
     std::optional<std::string> preferredPathAtOnce(std::string_view key);
-    /// What preferredPath gives for each of the keys, all as of one moment and for little more than the price
-    /// of one. Nothing, and no console line, when the table cannot be read just now.
-    std::optional<std::vector<std::optional<std::string>>> preferredPaths(std::span<const std::string> keys);
+    /// The key's path, which may be none; nullopt, without a console line, when the table cannot be read.
+    std::optional<std::optional<std::string>> tryPreferredPath(std::string_view key);
     /// Grows with each of this program's changes before the call that makes it returns.
     std::uint64_t changeCount() const { return changeCount_; }
     /// What can be read of the table just now.
@@ -57,6 +56,8 @@ public:
     /// The same, or nothing when it could not be read to its end: for what is to take the table's place
     /// later, where a part would lose the rest.
     std::optional<PreferredMatches> wholePreferredMatches();
+    /// The same without a console line.
+    std::optional<PreferredMatches> tryPreferredMatches();
     /// Makes the pairs the rows of the table. Rows that equal a pair byte for byte stay; one statement
     /// deletes the others, and each missing pair is then saved on its own. A killed program leaves the old
     /// rows or some of the new ones. On the disk when it returns.
@@ -74,9 +75,9 @@ private:
     /// Locks the connection for one call and limits how long the call waits for other programs.
     class LockedConnection;
     static int waitForOthers(void* self, int attempts);
-    std::optional<std::string> lookUp(std::string_view key);
+    std::optional<std::optional<std::string>> lookUp(std::string_view key, bool writesError);
     /// Whether the table was read to its end.
-    bool readMatches(PreferredMatches& matches);
+    bool readMatches(PreferredMatches& matches, bool writesError);
     void insertMatches(std::span<const PreferredMatches::value_type* const> matches,
                        LockedConnection& connection);
     void writeError(const char* what);

@@ -4,9 +4,9 @@
 #include "core/Keys.h"
 #include "core/Text.h"
 #include "matching/MatchEngine.h"
-#include "matching/MatchPosts.h"
 #include "matching/RememberedPaths.h"
 #include "platform/Console.h"
+#include "platform/MainQueue.h"
 #include "platform/WorkerQueue.h"
 #include "session/SessionFiles.h"
 
@@ -70,15 +70,6 @@ void finish(ContentView& view, std::string input, std::vector<MatchedTrack> rows
     autoSaveSession(view);
 }
 
-/// So many lines ask for their remembered paths together.
-constexpr std::size_t linesAtOnce = 128;
-
-/// A line in the wanted form, and how far a run has come with it.
-struct WantedRow {
-    Request request;
-    double progress;
-};
-
 /// One run, on the match queue. It owns all it reads; of the view it uses only what any thread may.
 struct MatchRun {
     ContentView& view;
@@ -89,38 +80,30 @@ struct MatchRun {
 
     void operator()() const {
         const LibraryCatalog catalog(index);
-        MatchPosts posts(view);
+        RememberedPaths remembered(view.database());
         auto rows = std::make_shared<std::vector<MatchedTrack>>();
-        for (std::size_t first = 0; first < lines.size(); first += linesAtOnce)
-            if (std::vector<WantedRow> wanted = wantedFrom(first); !wanted.empty())
-                match(std::move(wanted), catalog, posts, *rows);
-        posts.finish(
-            [rows, input = input](ContentView& state) { orvalen::finish(state, input, std::move(*rows)); });
+        for (std::size_t i = 0; i < lines.size(); ++i)
+            if (auto request = parseWantedLine(lines[i], format)) {
+                rows->push_back(match(*std::move(request), catalog, remembered));
+                const double progress = static_cast<double>(i + 1) / static_cast<double>(lines.size());
+                post([progress](ContentView& state) { state.matchProgress.set(progress); });
+            }
+        post([rows, input = input](ContentView& state) { finish(state, input, std::move(*rows)); });
     }
 
-    std::vector<WantedRow> wantedFrom(std::size_t first) const {
-        std::vector<WantedRow> wanted;
-        for (std::size_t i = first; i < std::min(first + linesAtOnce, lines.size()); ++i)
-            if (auto request = parseWantedLine(lines[i], format))
-                wanted.push_back(
-                    {*std::move(request), static_cast<double>(i + 1) / static_cast<double>(lines.size())});
-        return wanted;
+    MatchedTrack match(Request request, const LibraryCatalog& catalog, RememberedPaths& remembered) const {
+        post([text = request.artist + " \u2013 " + request.title](ContentView& state) {
+            state.scanningFileName.set(text);
+        });
+        MatchedTrack row = makeRow(catalog, std::move(request));
+        writeDiagnostics(view.platform.console, row);
+        row.selectedTrack = chosen(row.options, remembered.of(libraryKey(row.artist, row.title)));
+        return row;
     }
 
-    void match(std::vector<WantedRow> wanted, const LibraryCatalog& catalog, MatchPosts& posts,
-               std::vector<MatchedTrack>& rows) const {
-        std::vector<std::string> keys;
-        keys.reserve(wanted.size());
-        for (const WantedRow& row : wanted)
-            keys.push_back(libraryKey(row.request.artist, row.request.title));
-        const RememberedPaths remembered(view.database(), std::move(keys));
-        for (std::size_t i = 0; i < wanted.size(); ++i) {
-            posts.nowMatching(wanted[i].request.artist + " \u2013 " + wanted[i].request.title);
-            MatchedTrack& row = rows.emplace_back(makeRow(catalog, std::move(wanted[i].request)));
-            writeDiagnostics(view.platform.console, row);
-            row.selectedTrack = chosen(row.options, remembered.at(i));
-            posts.progress(wanted[i].progress);
-        }
+    template <typename Function>
+    void post(Function function) const {
+        view.platform.mainQueue.post([&view = view, function = std::move(function)] { function(view); });
     }
 };
 

@@ -18,12 +18,12 @@ std::string keyOf(const MatchedTrack& row) {
 /// The path of each row's preferred match.
 std::vector<std::optional<std::string>> preferredPathsOf(ContentView& view) {
     const auto& rows = view.matchedTracks.get();
-    std::vector<std::string> keys(rows.size());
-    std::ranges::transform(rows, keys.begin(), keyOf);
-    std::optional<std::vector<std::optional<std::string>>> paths;
-    if (!keys.empty())
-        paths = view.database().preferredPaths(keys);
-    return paths ? std::move(*paths) : std::vector<std::optional<std::string>>(rows.size());
+    std::vector<std::optional<std::string>> paths(rows.size());
+    const auto matches = rows.empty() ? std::nullopt : view.database().tryPreferredMatches();
+    for (std::size_t i = 0; matches && i < rows.size(); ++i)
+        if (const auto match = matches->find(keyOf(rows[i])); match != matches->end())
+            paths[i] = match->second;
+    return paths;
 }
 
 } // namespace
@@ -112,9 +112,7 @@ void ReviewDecisions::choose(std::size_t row, std::string_view path) {
     step.row = row;
     step.selected = match.selectedTrack;
     step.chosenPath = chosenPaths_[row];
-    const std::vector<std::string> key{keyOf(match)};
-    if (auto preferred = view_.database().preferredPaths(key))
-        step.preferredPath = std::move(preferred->front());
+    step.preferredPath = view_.database().tryPreferredPath(keyOf(match));
     remember(std::move(step));
     chooseOption(view_, row, path);
     chosenPaths_[row] = std::string(path);

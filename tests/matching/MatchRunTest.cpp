@@ -3,7 +3,6 @@
 #include "app/state/ContentView.h"
 #include "core/LibraryIndexBuilder.h"
 #include "library/LibraryIndexState.h"
-#include "matching/MatchPosts.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"
 
@@ -26,16 +25,16 @@ class MatchRun : public testing::Test {
 protected:
     void library(const std::vector<Track>& tracks) {
         replaceIndex(view, buildIndex(tracks));
-        world.settle();
+        test.settle();
     }
     const std::vector<MatchedTrack>& match(std::vector<std::string> lines) {
         matchLines(std::move(lines), view);
-        world.settle();
+        test.settle();
         return view.matchedTracks.get();
     }
 
-    TestPlatform world;
-    ContentView& view = world.view;
+    TestPlatform test;
+    ContentView& view = test.view;
 };
 
 TEST_F(MatchRun, GathersExactThenFileNameThenContainment) {
@@ -64,8 +63,8 @@ TEST_F(MatchRun, ListsEqualTracksOnce) {
     ASSERT_EQ(rows[0].options.size(), 2U);
     EXPECT_FALSE(rows[0].options[0].bpm);
     EXPECT_EQ(rows[0].options[1].bpm, 0);
-    EXPECT_EQ(world.console.lines()[0], "Matched one - CAFE: [\"One [BPM: nil]\", \"One [BPM: 0]\"]");
-    EXPECT_EQ(world.console.lines()[1],
+    EXPECT_EQ(test.console.lines()[0], "Matched one - CAFE: [\"One [BPM: nil]\", \"One [BPM: 0]\"]");
+    EXPECT_EQ(test.console.lines()[1],
               "Options for one \u2013 CAFE: [\"/m/caf\u00E9.mp3\", \"/m/caf\u00E9.mp3\"]");
 }
 
@@ -89,9 +88,9 @@ TEST_F(MatchRun, SelectsByTheRememberedChoice) {
         for (std::size_t i = 0; i < c.options; ++i)
             tracks.push_back(track("Night", "Train", {}, "/m/" + std::to_string(i) + ".mp3"));
         library(tracks);
-        world.database().replacePreferredMatches({});
+        test.database().replacePreferredMatches({});
         if (!c.preferred.empty())
-            world.database().savePreferredMatch("night train", c.preferred);
+            test.database().savePreferredMatch("night train", c.preferred);
         const auto& rows = match({"Night - Train"});
         ASSERT_EQ(rows.size(), 1U) << c.rule;
         EXPECT_EQ(rows[0].found, c.options > 0) << c.rule;
@@ -105,7 +104,7 @@ TEST_F(MatchRun, SelectsByTheRememberedChoice) {
 
 TEST_F(MatchRun, ComparesTheRememberedPathCanonically) {
     library({track("Night", "Train", {}, "/m/a.mp3"), track("Night", "Train", {}, "/m/caf\u00E9.mp3")});
-    world.database().savePreferredMatch("night train", "/m/cafe\u0301.mp3");
+    test.database().savePreferredMatch("night train", "/m/cafe\u0301.mp3");
     EXPECT_EQ(match({"Night - Train"})[0].selectedTrack->path, "/m/caf\u00E9.mp3");
 }
 
@@ -123,7 +122,7 @@ TEST_F(MatchRun, TellsItsStepsInOrder) {
     EXPECT_THAT(steps, ElementsAre("Night Band \u2013 Last Train", "0.333333", "Nobody \u2013 Nothing",
                                    "1.000000", "0.000000", "rows", "page", "done", "saved"));
     EXPECT_EQ(view.scanningFileName.get(), "Nobody \u2013 Nothing");
-    auto lines = world.console.lines();
+    auto lines = test.console.lines();
     ASSERT_GE(lines.size(), 4U);
     lines.resize(4);
     EXPECT_THAT(lines, ElementsAre("Matched Last Train - Night Band: [\"Last Train [BPM: 128]\"]",
@@ -145,7 +144,7 @@ TEST_F(MatchRun, WorksOnTheLibraryAndFormatOfItsStart) {
     matchLines({"Night - Train"}, view);
     view.matchInputFormat.set("title-artist");
     clearIndex(view);
-    world.settle();
+    test.settle();
     ASSERT_EQ(view.matchedTracks.get().size(), 1U);
     EXPECT_TRUE(view.matchedTracks.get()[0].found);
     EXPECT_EQ(view.matchedTracks.get()[0].artist, "Night");
@@ -154,8 +153,8 @@ TEST_F(MatchRun, WorksOnTheLibraryAndFormatOfItsStart) {
 TEST_F(MatchRun, SeesAChoiceThatIsMadeBeforeItsLineIsReached) {
     library({track("Night", "Train", {}, "/m/1.mp3"), track("Night", "Train", {}, "/m/2.mp3")});
     matchLines({"Night - Train"}, view);
-    world.database().savePreferredMatch("night train", "/m/2.mp3");
-    world.settle();
+    test.database().savePreferredMatch("night train", "/m/2.mp3");
+    test.settle();
     EXPECT_EQ(view.matchedTracks.get()[0].selectedTrack->path, "/m/2.mp3");
 }
 
@@ -163,42 +162,12 @@ TEST_F(MatchRun, EachGivesItsRowsIdentitiesOfTheirOwn) {
     library({track("Night", "Train")});
     matchLines({"Night - Train", "Night - Train"}, view);
     matchLines({"Day - Train"}, view);
-    world.matchQueue.runOne();
-    world.mainQueue.run();
+    test.matchQueue.runOne();
+    test.mainQueue.run();
     ASSERT_EQ(view.matchedTracks.get().size(), 2U);
     EXPECT_FALSE(view.matchedTracks.get()[0].id == view.matchedTracks.get()[1].id);
-    world.settle();
+    test.settle();
     EXPECT_EQ(view.matchedTracks.get().size(), 1U) << "the later run's rows replace the earlier's";
-}
-
-TEST_F(MatchRun, DoesNotBuryAMainThreadThatIsBusy) {
-    library({track("Night", "Train")});
-    std::vector<std::string> lines(MatchPosts::mostWaiting, "Nobody - Nothing");
-    lines.push_back("Last - One");
-    std::vector<double> fractions;
-    view.matchProgress.observe([&] { fractions.push_back(view.matchProgress.get()); });
-    matchLines(lines, view);
-    world.matchQueue.runOne();
-    EXPECT_LE(world.mainQueue.pending(), MatchPosts::mostWaiting + 3);
-    world.settle();
-    EXPECT_EQ(view.matchedTracks.get().size(), lines.size());
-    EXPECT_EQ(view.scanningFileName.get(), "Last \u2013 One");
-    ASSERT_GE(fractions.size(), 2U);
-    EXPECT_EQ(fractions[fractions.size() - 2], 1.0);
-    EXPECT_TRUE(std::is_sorted(fractions.begin(), fractions.end() - 1));
-}
-
-TEST_F(MatchRun, PostsWhatWasHeldBackBeforeTheNextText) {
-    MatchPosts posts(view);
-    for (std::size_t i = 0; i < MatchPosts::mostWaiting; ++i)
-        posts.progress(0);
-    posts.progress(0.5);
-    world.mainQueue.run();
-    double fractionBefore = 0;
-    view.scanningFileName.observe([&] { fractionBefore = view.matchProgress.get(); });
-    posts.nowMatching("Next");
-    world.mainQueue.run();
-    EXPECT_EQ(fractionBefore, 0.5);
 }
 
 } // namespace

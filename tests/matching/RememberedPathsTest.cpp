@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <gmock/gmock.h>
+#include <map>
 #include <sqlite3.h>
 
 namespace orvalen::test {
@@ -14,71 +15,70 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Another program's hand on the database file.
-void runElsewhere(const TestPlatform& world, const char* script) {
+void runElsewhere(const TestPlatform& test, const char* script) {
     sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(world.support().path("orvalen.sqlite").c_str(), &db), SQLITE_OK);
+    ASSERT_EQ(sqlite3_open(test.support().path("orvalen.sqlite").c_str(), &db), SQLITE_OK);
     EXPECT_EQ(sqlite3_exec(db, script, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db);
     sqlite3_close(db);
 }
 
 TEST(RememberedPaths, AreThoseOfTheirKeys) {
-    TestPlatform world;
-    world.database().replacePreferredMatches({{"a", "/1"}, {"größe", "/ü"}, {"empty", ""}});
-    runElsewhere(world, "INSERT INTO preferred_matches VALUES ('null', NULL)");
-    const RememberedPaths paths(world.database(), {"a", "none", "größe", "a", "null", "empty"});
-    const std::vector<std::optional<std::string>> expected = {"/1", {}, "/ü", "/1", {}, ""};
-    for (std::size_t i = 0; i < expected.size(); ++i)
-        EXPECT_EQ(paths.at(i), expected[i]) << i;
+    TestPlatform test;
+    test.database().replacePreferredMatches({{"a", "/1"}, {"größe", "/ü"}, {"empty", ""}});
+    runElsewhere(test, "INSERT INTO preferred_matches VALUES ('null', NULL)");
+    RememberedPaths paths(test.database());
+    const std::map<std::string, std::optional<std::string>> expected = {
+        {"a", "/1"}, {"none", {}}, {"größe", "/ü"}, {"null", {}}, {"empty", ""}};
+    for (const auto& [key, path] : expected)
+        EXPECT_EQ(paths.of(key), path) << key;
 }
 
 TEST(RememberedPaths, FollowEachChoiceThatIsMadeMeanwhile) {
-    TestPlatform world;
-    world.database().savePreferredMatch("a", "/1");
-    const RememberedPaths paths(world.database(), {"a", "b"});
-    EXPECT_EQ(paths.at(0), "/1");
-    world.database().savePreferredMatch("b", "/2");
-    EXPECT_EQ(paths.at(1), "/2");
-
-    const RememberedPaths ofLaterLines(world.database(), {"a"});
-    world.database().replacePreferredMatches({});
-    EXPECT_EQ(ofLaterLines.at(0), std::nullopt);
+    TestPlatform test;
+    test.database().savePreferredMatch("a", "/1");
+    RememberedPaths paths(test.database());
+    EXPECT_EQ(paths.of("a"), "/1");
+    test.database().savePreferredMatch("b", "/2");
+    EXPECT_EQ(paths.of("b"), "/2");
+    test.database().replacePreferredMatches({});
+    EXPECT_EQ(paths.of("a"), std::nullopt);
 }
 
 TEST(RememberedPaths, AreAskedForOneByOneWhereTheTableCannotBeRead) {
-    TestPlatform world;
-    world.database().savePreferredMatch("a", "/1");
-    runElsewhere(world, "ALTER TABLE preferred_matches RENAME TO elsewhere");
-    const RememberedPaths paths(world.database(), {"a", "b"});
-    EXPECT_THAT(world.console.lines(), IsEmpty());
-    EXPECT_EQ(paths.at(0), std::nullopt);
-    EXPECT_THAT(world.console.lines(),
+    TestPlatform test;
+    test.database().savePreferredMatch("a", "/1");
+    runElsewhere(test, "ALTER TABLE preferred_matches RENAME TO elsewhere");
+    RememberedPaths paths(test.database());
+    EXPECT_THAT(test.console.lines(), IsEmpty());
+    EXPECT_EQ(paths.of("a"), std::nullopt);
+    EXPECT_THAT(test.console.lines(),
                 ElementsAre("Error preparing preferred match lookup: no such table: preferred_matches"));
-    runElsewhere(world, "ALTER TABLE elsewhere RENAME TO preferred_matches");
-    EXPECT_EQ(paths.at(0), "/1");
+    runElsewhere(test, "ALTER TABLE elsewhere RENAME TO preferred_matches");
+    EXPECT_EQ(paths.of("a"), "/1");
 }
 
 TEST(RememberedPaths, WaitOnceForAProgramThatHoldsTheDatabase) {
-    TestPlatform world;
-    world.database().savePreferredMatch("a", "/1");
-    OtherProgram other(world.support().path("orvalen.sqlite"));
+    TestPlatform test;
+    test.database().savePreferredMatch("a", "/1");
+    OtherProgram other(test.support().path("orvalen.sqlite"));
     other.run("BEGIN EXCLUSIVE");
-    const RememberedPaths paths(world.database(), std::vector<std::string>(50, "a"));
+    RememberedPaths paths(test.database());
     const auto start = std::chrono::steady_clock::now();
     for (std::size_t i = 0; i < 50; ++i)
-        EXPECT_EQ(paths.at(i), std::nullopt);
+        EXPECT_EQ(paths.of("a"), std::nullopt);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1)) << "5 s at 100 ms each";
     other.run("ROLLBACK");
-    EXPECT_EQ(paths.at(0), "/1");
+    EXPECT_EQ(paths.of("a"), "/1");
 }
 
 TEST(RememberedPaths, LeaveTheFileFreeForOthers) {
-    TestPlatform world;
-    world.database().savePreferredMatch("a", "/1");
-    const RememberedPaths paths(world.database(), {"a"});
-    runElsewhere(world, "BEGIN EXCLUSIVE; UPDATE preferred_matches SET preferred_path = '/2'; COMMIT");
-    world.database().savePreferredMatch("b", "/3");
-    EXPECT_EQ(paths.at(0), "/2") << "what changed is asked for again";
-    EXPECT_THAT(world.console.lines(), IsEmpty());
+    TestPlatform test;
+    test.database().savePreferredMatch("a", "/1");
+    RememberedPaths paths(test.database());
+    runElsewhere(test, "BEGIN EXCLUSIVE; UPDATE preferred_matches SET preferred_path = '/2'; COMMIT");
+    test.database().savePreferredMatch("b", "/3");
+    EXPECT_EQ(paths.of("a"), "/2") << "the table is read again after a change";
+    EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 
 } // namespace
