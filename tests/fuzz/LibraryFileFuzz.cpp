@@ -18,13 +18,13 @@ struct Library {
     std::size_t folders = 0;
 };
 
-Library libraryOf(test::TestPlatform& world) {
+Library libraryOf(test::TestPlatform& platform) {
     Library library;
-    const LibraryIndex& index = world.view.trackDict.get();
+    const LibraryIndex& index = platform.view.trackDict.get();
     for (std::size_t position = 0; position < index.trackCount(); ++position)
         library.tracks.push_back(index.track(position).toTrack());
-    library.preferred = world.database().allPreferredMatches();
-    library.folders = world.view.musicFolderURLs.get().size();
+    library.preferred = platform.database().allPreferredMatches();
+    library.folders = platform.view.musicFolderURLs.get().size();
     return library;
 }
 
@@ -39,35 +39,35 @@ bool sameChoices(const PreferredMatches& left, const PreferredMatches& right) {
     return true;
 }
 
-void clear(test::TestPlatform& world) {
-    clearIndex(world.view);
-    world.database().replacePreferredMatches({});
-    world.view.musicFolderURLs.set({});
+void clear(test::TestPlatform& platform) {
+    clearIndex(platform.view);
+    platform.database().replacePreferredMatches({});
+    platform.view.musicFolderURLs.set({});
 }
 
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static test::TestPlatform world;
+    static test::TestPlatform platform;
     static const LibraryIndex before =
         buildIndex(std::vector{test::track("Night Band", "Last Train Home", 123)});
-    replaceIndex(world.view, before);
+    replaceIndex(platform.view, before);
 
-    applyLibraryFile(world.view, std::string(fuzz::text(data, size)));
-    const Library read = libraryOf(world);
-    if (world.view.trackDict.get().sharesTracksWith(before)) {
+    applyLibraryFile(platform.view, std::string(fuzz::text(data, size)));
+    const Library read = libraryOf(platform);
+    if (platform.view.trackDict.get().sharesTracksWith(before)) {
         require(read.preferred.empty() && read.folders == 0, "a failed load changes nothing");
         return 0;
     }
 
-    const Location copy{world.support().path("copy.orvl")};
-    require(writeLibraryFile(world.view, copy).has_value(), "a library can be written");
-    clear(world);
-    applyLibraryFile(world.view, *readWholeFile(copy.path));
-    const Library again = libraryOf(world);
+    const Location copy{platform.support().path("copy.orvl")};
+    require(writeLibraryFile(platform.view, copy).has_value(), "a library can be written");
+    clear(platform);
+    applyLibraryFile(platform.view, *readWholeFile(copy.path));
+    const Library again = libraryOf(platform);
     require(again.tracks == read.tracks, "the tracks read back equal");
     require(sameChoices(again.preferred, read.preferred), "the choices read back equal");
     require(again.folders == read.folders, "the folders read back");
-    clear(world);
+    clear(platform);
     return 0;
 }

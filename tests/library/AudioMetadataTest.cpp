@@ -47,10 +47,10 @@ TEST(AudioMetadata, ParseBPMReadsPlainIntegersOnly) {
 class ReadTrackMetadata : public testing::Test {
 protected:
     Track read(const std::string& path, FakeTags fileTags) {
-        world.mediaAssets.tags[path] = std::move(fileTags);
-        return readTrackMetadata(world.mediaAssets, world.console, path);
+        test.mediaAssets.tags[path] = std::move(fileTags);
+        return readTrackMetadata(test.mediaAssets, test.console, path);
     }
-    TestPlatform world;
+    TestPlatform test;
 };
 
 TEST_F(ReadTrackMetadata, FallsBackWhereTheTagsSayNothing) {
@@ -64,7 +64,7 @@ TEST_F(ReadTrackMetadata, FallsBackWhereTheTagsSayNothing) {
     absent.common = {{item("Title", "other case"), item("title", std::nullopt),
                       item("artist", failure("damaged")), item("title", "second")}};
     EXPECT_EQ(read("/b.mp3", absent), (Track{"b", "Unknown", "", "/b.mp3", {}})) << "the first item counts";
-    EXPECT_THAT(world.console.lines(), IsEmpty());
+    EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 
 TEST_F(ReadTrackMetadata, TempoComesFromTheFirstID3TempoFrameAlone) {
@@ -83,7 +83,7 @@ TEST_F(ReadTrackMetadata, TempoComesFromTheFirstID3TempoFrameAlone) {
     EXPECT_EQ(read("/b.mp3", several).bpm, std::nullopt);
     several.id3 = std::vector<MetadataItem>();
     EXPECT_EQ(read("/b.mp3", several).bpm, std::nullopt);
-    EXPECT_THAT(world.console.lines(), IsEmpty());
+    EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 
 TEST_F(ReadTrackMetadata, EachFailingLoadIsOneLineAndKeepsWhatIsKnown) {
@@ -96,109 +96,109 @@ TEST_F(ReadTrackMetadata, EachFailingLoadIsOneLineAndKeepsWhatIsKnown) {
     EXPECT_EQ(read("/Music/Grüße.mp3", common), (Track{"Grüße", "Unknown", "", "/Music/Grüße.mp3", {}}));
     for (const FakeTags& each : {formats, frames, value})
         EXPECT_EQ(read("/Music/Grüße.mp3", each), (Track{"T", "A", "", "/Music/Grüße.mp3", {}}));
-    EXPECT_THAT(world.console.lines(), ElementsAre("Failed to load metadata from Grüße.mp3: not a media file",
-                                                   "Failed to load metadata from Grüße.mp3: first",
-                                                   "Failed to load metadata from Grüße.mp3: second",
-                                                   "Failed to load metadata from Grüße.mp3: third"));
+    EXPECT_THAT(test.console.lines(), ElementsAre("Failed to load metadata from Grüße.mp3: not a media file",
+                                                  "Failed to load metadata from Grüße.mp3: first",
+                                                  "Failed to load metadata from Grüße.mp3: second",
+                                                  "Failed to load metadata from Grüße.mp3: third"));
 }
 
 class AttachBrowsedFile : public testing::Test {
 protected:
     AttachBrowsedFile() {
-        world.view.matchedTracks.set(
+        test.view.matchedTracks.set(
             {row("First", "One", {track("First", "One")}, true), row("Night Band", "Last Train Home")});
-        world.mediaAssets.tags["/USB/x.mp3"] = tags("Other", "Else", "124");
-        world.view.trackCount.set(7);
+        test.mediaAssets.tags["/USB/x.mp3"] = tags("Other", "Else", "124");
+        test.view.trackCount.set(7);
     }
-    const MatchedTrack& second() { return world.view.matchedTracks.get().at(1); }
+    const MatchedTrack& second() { return test.view.matchedTracks.get().at(1); }
 
     const Track browsed{"Last Train Home", "Night Band", "", "/USB/x.mp3", 124};
-    TestPlatform world;
+    TestPlatform test;
 };
 
 TEST_F(AttachBrowsedFile, MakesTheFileTheRowsChoiceUnderTheWantedNames) {
-    world.dialogs.willOpen({"/USB/x.mp3"});
-    attachBrowsedFile(world.view, 1);
+    test.dialogs.willOpen({"/USB/x.mp3"});
+    attachBrowsedFile(test.view, 1);
     EXPECT_FALSE(second().found) << "tags are read off the main thread";
-    world.settle();
+    test.settle();
 
     EXPECT_THAT(second().options, ElementsAre(browsed));
     EXPECT_EQ(second().selectedTrack, browsed);
     EXPECT_TRUE(second().found);
     EXPECT_FALSE(second().include);
-    const LibraryIndex& index = world.view.trackDict.get();
+    const LibraryIndex& index = test.view.trackDict.get();
     const PositionRange filed = index.positionsUnder("night band last train home");
     ASSERT_EQ(filed.size(), 1U);
     EXPECT_EQ(index.track(filed.first), TrackView(browsed));
-    EXPECT_EQ(world.view.trackCount.get(), 7) << "counted anew only by a scan or a load";
-    EXPECT_FALSE(world.support().exists("orvalen.sqlite")) << "no choice is remembered";
+    EXPECT_EQ(test.view.trackCount.get(), 7) << "counted anew only by a scan or a load";
+    EXPECT_FALSE(test.support().exists("orvalen.sqlite")) << "no choice is remembered";
 
-    world.dialogs.willOpen({"/USB/x.mp3"});
-    attachBrowsedFile(world.view, 1);
-    world.settle();
+    test.dialogs.willOpen({"/USB/x.mp3"});
+    attachBrowsedFile(test.view, 1);
+    test.settle();
     EXPECT_THAT(second().options, ElementsAre(browsed, browsed)) << "the same file twice is two options";
 }
 
 TEST_F(AttachBrowsedFile, TheDialogAsksForOneAudioOrMovieFile) {
-    attachBrowsedFile(world.view, 1);
-    world.settle();
-    ASSERT_EQ(world.dialogs.opened.size(), 1U);
-    const OpenOptions& options = world.dialogs.opened.front();
+    attachBrowsedFile(test.view, 1);
+    test.settle();
+    ASSERT_EQ(test.dialogs.opened.size(), 1U);
+    const OpenOptions& options = test.dialogs.opened.front();
     EXPECT_TRUE(options.files && !options.folders && !options.several);
     EXPECT_THAT(options.types.families, ElementsAre(TypeFamily::mp3Audio, TypeFamily::mpeg4Audio,
                                                     TypeFamily::wavAudio, TypeFamily::movie));
     EXPECT_THAT(options.types.extensions, ElementsAre("aiff", "aif"));
     EXPECT_FALSE(second().found) << "a cancelled dialog changes nothing";
-    EXPECT_TRUE(world.view.trackDict.get().empty());
-    EXPECT_THAT(world.mediaAssets.opened, IsEmpty());
+    EXPECT_TRUE(test.view.trackDict.get().empty());
+    EXPECT_THAT(test.mediaAssets.opened, IsEmpty());
 }
 
 TEST_F(AttachBrowsedFile, TheDialogNamesTheWantedLineAndOpensBesideItsCandidates) {
-    world.view.musicFolderURLs.set({Location{"/Music"}, Location{"/More"}});
-    attachBrowsedFile(world.view, 1);
-    EXPECT_EQ(world.dialogs.opened.back().title, "Browse for file: Night Band – Last Train Home");
-    EXPECT_THAT(world.dialogs.opened.back().openIn, ElementsAre(Location{"/Music"}, Location{"/"}));
+    test.view.musicFolderURLs.set({Location{"/Music"}, Location{"/More"}});
+    attachBrowsedFile(test.view, 1);
+    EXPECT_EQ(test.dialogs.opened.back().title, "Browse for file: Night Band – Last Train Home");
+    EXPECT_THAT(test.dialogs.opened.back().openIn, ElementsAre(Location{"/Music"}, Location{"/"}));
 
     MatchedTrack row = second();
     row.options = {{"T", "A", "", "/USB/House/1.mp3", {}}, {"T", "A", "", "/USB/2.mp3", {}}};
     row.selectedTrack = row.options[1];
-    world.view.matchedTracks.set({row});
-    attachBrowsedFile(world.view, 0);
-    EXPECT_THAT(world.dialogs.opened.back().openIn,
+    test.view.matchedTracks.set({row});
+    attachBrowsedFile(test.view, 0);
+    EXPECT_THAT(test.dialogs.opened.back().openIn,
                 ElementsAre(Location{"/USB"}, Location{"/USB/House"}, Location{"/Music"}, Location{"/"}));
 }
 
 TEST_F(AttachBrowsedFile, AFileWithoutReadableTempoIsAttachedWithoutOne) {
-    world.mediaAssets.tags["/USB/x.mp3"].formats = failure("damaged");
-    world.dialogs.willOpen({"/USB/x.mp3"});
-    attachBrowsedFile(world.view, 1);
-    world.settle();
+    test.mediaAssets.tags["/USB/x.mp3"].formats = failure("damaged");
+    test.dialogs.willOpen({"/USB/x.mp3"});
+    attachBrowsedFile(test.view, 1);
+    test.settle();
     EXPECT_THAT(second().options, ElementsAre(Track{"Last Train Home", "Night Band", "", "/USB/x.mp3", {}}));
-    EXPECT_THAT(world.console.lines(), ElementsAre("Failed to load BPM from ID3 metadata: damaged"));
+    EXPECT_THAT(test.console.lines(), ElementsAre("Failed to load BPM from ID3 metadata: damaged"));
 }
 
 TEST_F(AttachBrowsedFile, LandsInWhateverRowStandsThereWhenAMatchRunEndedMeanwhile) {
-    world.dialogs.willOpen({"/USB/x.mp3"});
-    world.dialogs.whileOpen = [this] {
-        world.view.matchedTracks.set({row("A", "1"), row("Night Band", "Another Song")});
+    test.dialogs.willOpen({"/USB/x.mp3"});
+    test.dialogs.whileOpen = [this] {
+        test.view.matchedTracks.set({row("A", "1"), row("Night Band", "Another Song")});
     };
-    attachBrowsedFile(world.view, 1);
-    world.settle();
+    attachBrowsedFile(test.view, 1);
+    test.settle();
     EXPECT_EQ(second().title, "Another Song");
     EXPECT_EQ(second().selectedTrack, browsed) << "under the name it was picked for";
-    EXPECT_EQ(world.view.trackDict.get().positionsUnder("night band last train home").size(), 1U);
+    EXPECT_EQ(test.view.trackDict.get().positionsUnder("night band last train home").size(), 1U);
 }
 
 TEST_F(AttachBrowsedFile, IsDroppedWhenNoRowStandsThereAnyMore) {
-    world.dialogs.willOpen({"/USB/x.mp3"});
-    attachBrowsedFile(world.view, 1);
-    world.view.matchedTracks.set({row("A", "1")});
-    world.settle();
-    EXPECT_FALSE(world.view.matchedTracks.get().front().found);
-    EXPECT_TRUE(world.view.trackDict.get().empty());
+    test.dialogs.willOpen({"/USB/x.mp3"});
+    attachBrowsedFile(test.view, 1);
+    test.view.matchedTracks.set({row("A", "1")});
+    test.settle();
+    EXPECT_FALSE(test.view.matchedTracks.get().front().found);
+    EXPECT_TRUE(test.view.trackDict.get().empty());
 
-    attachBrowsedFile(world.view, 1);
-    EXPECT_EQ(world.dialogs.opened.size(), 1U) << "no row, no dialog";
+    attachBrowsedFile(test.view, 1);
+    EXPECT_EQ(test.dialogs.opened.size(), 1U) << "no row, no dialog";
 }
 
 } // namespace

@@ -17,43 +17,43 @@ class EarlierChoices : public testing::Test {
 protected:
     /// What the program remembers after its next start.
     const PreferredMatches& afterStart() {
-        world.view.earlierChoices.set({});
-        loadPersistentLibrary(world.view);
-        world.settle();
-        return world.view.earlierChoices.get();
+        test.view.earlierChoices.set({});
+        loadPersistentLibrary(test.view);
+        test.settle();
+        return test.view.earlierChoices.get();
     }
-    bool hasFile() const { return world.support().exists("Orvalen/earlier_choices.json"); }
+    bool hasFile() const { return test.support().exists("Orvalen/earlier_choices.json"); }
 
-    TestPlatform world;
+    TestPlatform test;
 };
 
 TEST_F(EarlierChoices, SurviveTheStartThatTakesThemOutOfTheTable) {
-    world.database().savePreferredMatch("scanned", "/s.mp3");
-    savePersistentLibrary(world.view);
+    test.database().savePreferredMatch("scanned", "/s.mp3");
+    savePersistentLibrary(test.view);
     EXPECT_THAT(afterStart(), IsEmpty());
     EXPECT_FALSE(hasFile());
 
-    world.database().savePreferredMatch("later", "/l.mp3");
-    world.database().savePreferredMatch("scanned", "/s2.mp3");
+    test.database().savePreferredMatch("later", "/l.mp3");
+    test.database().savePreferredMatch("scanned", "/s2.mp3");
     EXPECT_EQ(afterStart(), (PreferredMatches{{"later", "/l.mp3"}, {"scanned", "/s2.mp3"}}));
-    EXPECT_EQ(world.database().allPreferredMatches(), (PreferredMatches{{"scanned", "/s.mp3"}}));
+    EXPECT_EQ(test.database().allPreferredMatches(), (PreferredMatches{{"scanned", "/s.mp3"}}));
 
-    world.database().savePreferredMatch("later", "/l2.mp3");
+    test.database().savePreferredMatch("later", "/l2.mp3");
     const PreferredMatches merged = {{"later", "/l2.mp3"}, {"scanned", "/s2.mp3"}};
     EXPECT_EQ(afterStart(), merged) << "the later choice for a key, with the earlier ones for others";
     EXPECT_EQ(afterStart(), merged);
-    world.console.clear();
+    test.console.clear();
 }
 
 TEST_F(EarlierChoices, EndWithANewChoiceOrWithTheLibrary) {
-    world.support().write("Orvalen/earlier_choices.json",
-                          R"({"preferred":[{"key":"a t","path":"/1"},{"key":"b t","path":"/2"}]})");
-    loadEarlierChoices(world.view);
-    world.view.matchedTracks.set({row("A", "T", {track("A", "T", {}, "/1"), track("A", "T", {}, "/3")})});
-    chooseOption(world.view, 0, "/3");
+    test.support().write("Orvalen/earlier_choices.json",
+                         R"({"preferred":[{"key":"a t","path":"/1"},{"key":"b t","path":"/2"}]})");
+    loadEarlierChoices(test.view);
+    test.view.matchedTracks.set({row("A", "T", {track("A", "T", {}, "/1"), track("A", "T", {}, "/3")})});
+    chooseOption(test.view, 0, "/3");
     EXPECT_EQ(afterStart(), (PreferredMatches{{"b t", "/2"}}));
-    removeSavedLibrary(world.view);
-    EXPECT_THAT(world.view.earlierChoices.get(), IsEmpty());
+    removeSavedLibrary(test.view);
+    EXPECT_THAT(test.view.earlierChoices.get(), IsEmpty());
     EXPECT_FALSE(hasFile());
 }
 
@@ -61,24 +61,24 @@ TEST_F(EarlierChoices, AreBounded) {
     PreferredMatches many;
     for (std::size_t i = 0; i < mostEarlierChoices; ++i)
         many.emplace("old " + std::to_string(i), "/o");
-    world.view.earlierChoices.set(many);
-    world.database().savePreferredMatch("new", "/n");
-    keepChoicesReplacedBy(world.view, {});
-    EXPECT_EQ(world.view.earlierChoices.get().size(), mostEarlierChoices);
-    EXPECT_TRUE(world.view.earlierChoices.get().contains("new"));
+    test.view.earlierChoices.set(many);
+    test.database().savePreferredMatch("new", "/n");
+    keepChoicesReplacedBy(test.view, {});
+    EXPECT_EQ(test.view.earlierChoices.get().size(), mostEarlierChoices);
+    EXPECT_TRUE(test.view.earlierChoices.get().contains("new"));
 }
 
 TEST_F(EarlierChoices, WhatCannotBeReadIsSilentlyNone) {
     for (const char* bytes : {"", "[]", R"({"preferred":{"a":"/1"}})"}) {
-        world.support().write("Orvalen/earlier_choices.json", bytes);
+        test.support().write("Orvalen/earlier_choices.json", bytes);
         EXPECT_THAT(afterStart(), IsEmpty()) << bytes;
     }
-    world.database().savePreferredMatch("a", "/1");
-    OtherProgram other(world.support().path("orvalen.sqlite"));
+    test.database().savePreferredMatch("a", "/1");
+    OtherProgram other(test.support().path("orvalen.sqlite"));
     other.run("BEGIN EXCLUSIVE");
-    keepChoicesReplacedBy(world.view, {});
-    EXPECT_THAT(world.view.earlierChoices.get(), IsEmpty());
-    EXPECT_THAT(world.console.lines(), IsEmpty());
+    keepChoicesReplacedBy(test.view, {});
+    EXPECT_THAT(test.view.earlierChoices.get(), IsEmpty());
+    EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 
 } // namespace

@@ -19,7 +19,7 @@ using testing::UnorderedElementsAre;
 class LibraryFile : public testing::Test {
 protected:
     std::vector<Track> tracks() const {
-        const LibraryIndex& index = world.view.trackDict.get();
+        const LibraryIndex& index = test.view.trackDict.get();
         std::vector<Track> result;
         for (std::size_t position = 0; position < index.trackCount(); ++position)
             result.push_back(index.track(position).toTrack());
@@ -27,53 +27,53 @@ protected:
     }
     std::vector<std::string> folders() const {
         std::vector<std::string> paths;
-        for (const Location& location : world.view.musicFolderURLs.get())
+        for (const Location& location : test.view.musicFolderURLs.get())
             paths.push_back(location.path);
         return paths;
     }
     /// A library that stands before something else is loaded.
     void fill() {
-        world.view.trackDict.set(buildIndex(std::vector<Track>{kept}));
-        world.view.trackCount.set(1);
-        world.view.musicFolderURLs.set({{"/kept"}});
-        world.database().replacePreferredMatches({{"kept", "/kept.mp3"}});
+        test.view.trackDict.set(buildIndex(std::vector<Track>{kept}));
+        test.view.trackCount.set(1);
+        test.view.musicFolderURLs.set({{"/kept"}});
+        test.database().replacePreferredMatches({{"kept", "/kept.mp3"}});
     }
     void expectUnchanged(const std::string& file) {
         EXPECT_THAT(tracks(), ElementsAre(kept)) << file.substr(0, 200);
-        EXPECT_EQ(world.view.trackCount.get(), 1);
+        EXPECT_EQ(test.view.trackCount.get(), 1);
         EXPECT_THAT(folders(), ElementsAre("/kept")) << file.substr(0, 200);
-        EXPECT_THAT(world.database().allPreferredMatches(), ElementsAre(Pair("kept", "/kept.mp3")))
+        EXPECT_THAT(test.database().allPreferredMatches(), ElementsAre(Pair("kept", "/kept.mp3")))
             << file.substr(0, 200);
-        EXPECT_THAT(world.console.lines(), IsEmpty());
+        EXPECT_THAT(test.console.lines(), IsEmpty());
     }
 
     const Track kept = track("Kept", "Song", 100);
-    TestPlatform world;
+    TestPlatform test;
 };
 
 TEST_F(LibraryFile, WhatIsSavedComesBackInAnEmptyProgram) {
-    world.view.trackDict.set(buildIndex(std::vector{track("Señor \"Ritmo\"", "A\\B/C\t", 0),
-                                                    track("日本", "🎵 \u2028 \x01", {}, "/Größe.mp3")}));
-    world.view.musicFolderURLs.set({{"/Music"}, {"/Musik/Größe"}});
-    world.database().replacePreferredMatches({{"night band last train home", "/O'Brien/ü.mp3"}, {"", ""}});
-    ASSERT_TRUE(writeLibraryFile(world.view, {world.support().path("copy.orvl")}).has_value());
+    test.view.trackDict.set(buildIndex(std::vector{track("Señor \"Ritmo\"", "A\\B/C\t", 0),
+                                                   track("日本", "🎵 \u2028 \x01", {}, "/Größe.mp3")}));
+    test.view.musicFolderURLs.set({{"/Music"}, {"/Musik/Größe"}});
+    test.database().replacePreferredMatches({{"night band last train home", "/O'Brien/ü.mp3"}, {"", ""}});
+    ASSERT_TRUE(writeLibraryFile(test.view, {test.support().path("copy.orvl")}).has_value());
 
     TestPlatform empty;
-    applyLibraryFile(empty.view, world.support().read("copy.orvl"));
+    applyLibraryFile(empty.view, test.support().read("copy.orvl"));
     const LibraryIndex& index = empty.view.trackDict.get();
     ASSERT_EQ(index.trackCount(), 2U);
     EXPECT_EQ(empty.view.trackCount.get(), 2);
     for (std::size_t position = 0; position < 2; ++position)
-        EXPECT_EQ(index.track(position), world.view.trackDict.get().track(position));
-    EXPECT_EQ(empty.database().allPreferredMatches(), world.database().allPreferredMatches());
-    EXPECT_EQ(empty.view.musicFolderURLs.get(), world.view.musicFolderURLs.get());
+        EXPECT_EQ(index.track(position), test.view.trackDict.get().track(position));
+    EXPECT_EQ(empty.database().allPreferredMatches(), test.database().allPreferredMatches());
+    EXPECT_EQ(empty.view.musicFolderURLs.get(), test.view.musicFolderURLs.get());
     EXPECT_EQ(empty.folderAccess.starts["/Music"], 1);
 }
 
 TEST_F(LibraryFile, IsPrettyPrintedWithItsThreeMembers) {
     fill();
-    ASSERT_TRUE(writeLibraryFile(world.view, {world.support().path("copy.orvl")}).has_value());
-    EXPECT_EQ(world.support().read("copy.orvl"), R"({
+    ASSERT_TRUE(writeLibraryFile(test.view, {test.support().path("copy.orvl")}).has_value());
+    EXPECT_EQ(test.support().read("copy.orvl"), R"({
   "tracks": [
     {
       "title": "Song",
@@ -117,10 +117,10 @@ TEST_F(LibraryFile, ADocumentOfAnotherShapeChangesNothingSilently) {
     };
     fill();
     for (const std::string& file : files) {
-        applyLibraryFile(world.view, file);
+        applyLibraryFile(test.view, file);
         expectUnchanged(file);
     }
-    applyLibraryFile(world.view, good);
+    applyLibraryFile(test.view, good);
     EXPECT_EQ(tracks().size(), 1U);
     EXPECT_THAT(folders(), ElementsAre("/kept", "/f"));
 }
@@ -137,20 +137,20 @@ TEST_F(LibraryFile, PreferredMatchesOfAnotherShapeKeepTheTable) {
     };
     for (const auto& [member, expected] : cases) {
         fill();
-        applyLibraryFile(world.view, std::string("{\"tracks\":[]") + member + "}");
-        EXPECT_EQ(world.database().allPreferredMatches(), expected) << member;
+        applyLibraryFile(test.view, std::string("{\"tracks\":[]") + member + "}");
+        EXPECT_EQ(test.database().allPreferredMatches(), expected) << member;
         EXPECT_THAT(tracks(), IsEmpty()) << member;
     }
 }
 
 TEST_F(LibraryFile, AKeyWithItsAccentsApartIsFoundByTheKeyOfAWantedLine) {
-    applyLibraryFile(world.view,
+    applyLibraryFile(test.view,
                      "{\"tracks\":[],\"preferred\":[{\"key\":\"\u1112\u1161\u11AB\",\"path\":\"/1\"}]}");
-    EXPECT_EQ(world.database().preferredPath("\uD55C"), "/1");
+    EXPECT_EQ(test.database().preferredPath("\uD55C"), "/1");
 }
 
 TEST_F(LibraryFile, FoldersAreAppendedWhenTheyCanBeReadAndAllAreTexts) {
-    world.folderAccess.refused = {"/gone"};
+    test.folderAccess.refused = {"/gone"};
     const std::pair<const char*, std::vector<std::string>> cases[] = {
         {"", {"/kept"}},
         {R"(,"folders":["/a",1])", {"/kept"}},
@@ -158,95 +158,95 @@ TEST_F(LibraryFile, FoldersAreAppendedWhenTheyCanBeReadAndAllAreTexts) {
     };
     for (const auto& [member, expected] : cases) {
         fill();
-        applyLibraryFile(world.view, std::string("{\"tracks\":[]") + member + "}");
+        applyLibraryFile(test.view, std::string("{\"tracks\":[]") + member + "}");
         EXPECT_EQ(folders(), expected) << member;
     }
-    EXPECT_FALSE(world.support().exists("Orvalen/folders.json"));
+    EXPECT_FALSE(test.support().exists("Orvalen/folders.json"));
 }
 
 TEST_F(LibraryFile, WithoutASupportFolderNothingIsSavedOrSaid) {
-    world.userFolders.folder.reset();
-    savePersistentLibrary(world.view);
-    saveFolderBookmarks(world.view);
-    loadPersistentLibrary(world.view);
-    removeSavedLibrary(world.view);
-    world.settle();
-    EXPECT_THAT(world.console.lines(), IsEmpty());
+    test.userFolders.folder.reset();
+    savePersistentLibrary(test.view);
+    saveFolderBookmarks(test.view);
+    loadPersistentLibrary(test.view);
+    removeSavedLibrary(test.view);
+    test.settle();
+    EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 
 TEST_F(LibraryFile, TheStartRestoresTheLibraryAndThenTheSavedFolders) {
     fill();
-    savePersistentLibrary(world.view);
-    EXPECT_NE(world.support().read("Orvalen/folders.json"), "[]") << "the folders are saved with it";
-    world.support().write("Orvalen/folders.json", "[]");
-    world.view.trackDict.set({});
-    world.view.musicFolderURLs.set({});
-    loadPersistentLibrary(world.view);
+    savePersistentLibrary(test.view);
+    EXPECT_NE(test.support().read("Orvalen/folders.json"), "[]") << "the folders are saved with it";
+    test.support().write("Orvalen/folders.json", "[]");
+    test.view.trackDict.set({});
+    test.view.musicFolderURLs.set({});
+    loadPersistentLibrary(test.view);
     EXPECT_THAT(tracks(), ElementsAre(kept));
-    EXPECT_EQ(world.view.trackCount.get(), 1);
+    EXPECT_EQ(test.view.trackCount.get(), 1);
     EXPECT_THAT(folders(), ElementsAre("/kept")) << "the file's folders, until the queued list arrives";
-    world.settle();
+    test.settle();
     EXPECT_THAT(folders(), IsEmpty());
 }
 
 TEST_F(LibraryFile, BackupAndLoadAskWhere) {
     fill();
-    backupScannedLibrary(world.view); // cancelled
-    ASSERT_EQ(world.dialogs.saved.size(), 1U);
-    EXPECT_EQ(world.dialogs.saved[0].proposedName, "scanned_library.orvl");
-    EXPECT_THAT(world.dialogs.saved[0].types.extensions, ElementsAre("orvl"));
-    loadScannedLibrary(world.view); // cancelled
-    const OpenOptions& options = world.dialogs.opened.at(0);
+    backupScannedLibrary(test.view); // cancelled
+    ASSERT_EQ(test.dialogs.saved.size(), 1U);
+    EXPECT_EQ(test.dialogs.saved[0].proposedName, "scanned_library.orvl");
+    EXPECT_THAT(test.dialogs.saved[0].types.extensions, ElementsAre("orvl"));
+    loadScannedLibrary(test.view); // cancelled
+    const OpenOptions& options = test.dialogs.opened.at(0);
     EXPECT_TRUE(options.files && !options.folders && !options.several);
     EXPECT_THAT(options.types.extensions, ElementsAre("orvl"));
-    world.dialogs.willOpen({"/gone.orvl"});
-    loadScannedLibrary(world.view);
+    test.dialogs.willOpen({"/gone.orvl"});
+    loadScannedLibrary(test.view);
     expectUnchanged("none");
 
-    const std::string copy = world.support().path("copy.orvl");
-    world.dialogs.willSaveTo(copy);
-    backupScannedLibrary(world.view);
-    world.dialogs.willSaveTo(world.support().makeFolder("folder"));
-    backupScannedLibrary(world.view);
-    EXPECT_THAT(world.console.lines(), ElementsAre("✅ Library backup saved to " + copy,
-                                                   "❌ Failed to backup scanned library: Is a directory"));
-    world.view.trackDict.set({});
-    world.dialogs.willOpen({copy});
-    loadScannedLibrary(world.view);
+    const std::string copy = test.support().path("copy.orvl");
+    test.dialogs.willSaveTo(copy);
+    backupScannedLibrary(test.view);
+    test.dialogs.willSaveTo(test.support().makeFolder("folder"));
+    backupScannedLibrary(test.view);
+    EXPECT_THAT(test.console.lines(), ElementsAre("✅ Library backup saved to " + copy,
+                                                  "❌ Failed to backup scanned library: Is a directory"));
+    test.view.trackDict.set({});
+    test.dialogs.willOpen({copy});
+    loadScannedLibrary(test.view);
     EXPECT_THAT(tracks(), ElementsAre(kept));
 }
 
 TEST_F(LibraryFile, RemovingDeletesTheFileAndEmptiesIndexAndChoicesOnly) {
     fill();
-    savePersistentLibrary(world.view);
-    removeSavedLibrary(world.view);
-    EXPECT_FALSE(world.support().exists("Orvalen/library.orvl"));
-    EXPECT_TRUE(world.view.trackDict.get().empty());
-    EXPECT_EQ(world.view.trackCount.get(), 0);
-    EXPECT_THAT(world.database().allPreferredMatches(), IsEmpty());
+    savePersistentLibrary(test.view);
+    removeSavedLibrary(test.view);
+    EXPECT_FALSE(test.support().exists("Orvalen/library.orvl"));
+    EXPECT_TRUE(test.view.trackDict.get().empty());
+    EXPECT_EQ(test.view.trackCount.get(), 0);
+    EXPECT_THAT(test.database().allPreferredMatches(), IsEmpty());
     EXPECT_THAT(folders(), ElementsAre("/kept"));
-    EXPECT_TRUE(world.support().exists("Orvalen/folders.json"));
+    EXPECT_TRUE(test.support().exists("Orvalen/folders.json"));
 }
 
 TEST_F(LibraryFile, AnAutomaticBackupLoadsItsTracks) {
     fill();
-    world.database().exportLibrarySnapshot({world.support().path("backup.orvl")},
-                                           buildIndex(std::vector<Track>{track("No", "Tempo"), kept}));
-    world.view.musicFolderURLs.set({});
-    applyLibraryFile(world.view, world.support().read("backup.orvl"));
+    test.database().exportLibrarySnapshot({test.support().path("backup.orvl")},
+                                          buildIndex(std::vector<Track>{track("No", "Tempo"), kept}));
+    test.view.musicFolderURLs.set({});
+    applyLibraryFile(test.view, test.support().read("backup.orvl"));
     EXPECT_THAT(tracks(), UnorderedElementsAre(track("No", "Tempo", 0), kept));
-    EXPECT_THAT(world.database().allPreferredMatches(), ElementsAre(Pair("kept", "/kept.mp3")));
+    EXPECT_THAT(test.database().allPreferredMatches(), ElementsAre(Pair("kept", "/kept.mp3")));
     EXPECT_THAT(folders(), IsEmpty());
 }
 
 TEST_F(LibraryFile, ABackupWithoutTheChoicesSaysSo) {
     fill();
-    const std::string copy = world.support().path("copy.orvl");
-    OtherProgram other(world.support().path("orvalen.sqlite"));
+    const std::string copy = test.support().path("copy.orvl");
+    OtherProgram other(test.support().path("orvalen.sqlite"));
     other.run("BEGIN EXCLUSIVE");
-    world.dialogs.willSaveTo(copy);
-    backupScannedLibrary(world.view);
-    EXPECT_THAT(world.console.lines(),
+    test.dialogs.willSaveTo(copy);
+    backupScannedLibrary(test.view);
+    EXPECT_THAT(test.console.lines(),
                 ElementsAre("✅ Library backup saved to " + copy,
                             "The preferred matches could not be read and are not in the backup."));
 }

@@ -16,7 +16,7 @@
 namespace orvalen::test {
 namespace {
 
-/// The fake world with real threads behind both queues.
+/// The fake test with real threads behind both queues.
 struct ThreadedPlatform : TestPlatform {
     ThreadedPlatform() { database(); }
 
@@ -43,25 +43,25 @@ TEST(LibraryThreads, TwoScansAndAMatchRunGoOnWhileTheLibraryIsRemoved) {
         music.write("first/song " + std::to_string(i) + ".mp3");
         music.write("second/song " + std::to_string(i) + ".mp3");
     }
-    ThreadedPlatform world;
+    ThreadedPlatform test;
     int runs = 0;
-    world.state.isMatching.observe([&] { runs += world.state.isMatching.get() ? 0 : 1; });
+    test.state.isMatching.observe([&] { runs += test.state.isMatching.get() ? 0 : 1; });
 
-    world.state.musicFolderURLs.set({{music.path("first")}});
-    scanLibrary(world.state);
-    world.state.musicFolderURLs.set({{music.path("second")}});
-    scanLibrary(world.state);
-    matchLines({"Unknown - song 7", "Unknown - song"}, world.state);
-    ASSERT_TRUE(world.runUntil([&] { return world.dialogs.messages.size() == 1; }));
-    matchLines({"Unknown - song 7", "Unknown - song"}, world.state);
-    removeSavedLibrary(world.state);
-    EXPECT_EQ(world.state.trackCount.get(), 0);
-    ASSERT_TRUE(world.runUntil([&] { return world.dialogs.messages.size() == 2 && runs == 2; }));
+    test.state.musicFolderURLs.set({{music.path("first")}});
+    scanLibrary(test.state);
+    test.state.musicFolderURLs.set({{music.path("second")}});
+    scanLibrary(test.state);
+    matchLines({"Unknown - song 7", "Unknown - song"}, test.state);
+    ASSERT_TRUE(test.runUntil([&] { return test.dialogs.messages.size() == 1; }));
+    matchLines({"Unknown - song 7", "Unknown - song"}, test.state);
+    removeSavedLibrary(test.state);
+    EXPECT_EQ(test.state.trackCount.get(), 0);
+    ASSERT_TRUE(test.runUntil([&] { return test.dialogs.messages.size() == 2 && runs == 2; }));
 
-    EXPECT_EQ(world.state.trackCount.get(), 150) << "the scan that ends later fills the library again";
-    EXPECT_EQ(world.state.trackDict.get().track(0).path.find(music.path("second")), 0U);
-    ASSERT_EQ(world.state.matchedTracks.get().size(), 2U);
-    EXPECT_EQ(world.state.matchedTracks.get()[1].options.size(), 150U)
+    EXPECT_EQ(test.state.trackCount.get(), 150) << "the scan that ends later fills the library again";
+    EXPECT_EQ(test.state.trackDict.get().track(0).path.find(music.path("second")), 0U);
+    ASSERT_EQ(test.state.matchedTracks.get().size(), 2U);
+    EXPECT_EQ(test.state.matchedTracks.get()[1].options.size(), 150U)
         << "the run had the library that stood when it was asked for";
 }
 
@@ -71,24 +71,24 @@ TEST(LibraryThreads, AMatchRunHasItsOwnLibraryWhileTheMainThreadReplacesItAndRem
     const std::vector<std::string> lines = made.wantedLines(150);
     const LibraryIndex second = made.index(500);
 
-    ThreadedPlatform world;
-    replaceIndex(world.state, first);
-    matchLines(lines, world.state);
+    ThreadedPlatform test;
+    replaceIndex(test.state, first);
+    matchLines(lines, test.state);
     int turn = 0;
-    ASSERT_TRUE(world.runUntil([&] {
+    ASSERT_TRUE(test.runUntil([&] {
         if (++turn % 16 == 0)
-            world.database().savePreferredMatch("key " + std::to_string(turn % 7), "/m/x.mp3");
+            test.database().savePreferredMatch("key " + std::to_string(turn % 7), "/m/x.mp3");
         if (turn % 64 == 0)
-            replaceIndex(world.state, turn % 128 == 0 ? second : first);
-        world.state.trackDict.update([](LibraryIndex& index) {
+            replaceIndex(test.state, turn % 128 == 0 ? second : first);
+        test.state.trackDict.update([](LibraryIndex& index) {
             fileTrack(index, Track{"t", "a", "", "/p", {}});
         });
-        world.state.matchInputFormat.set(turn % 2 == 0 ? "title-artist" : "artist-title");
-        return !world.state.isMatching.get() && !world.state.matchedTracks.get().empty();
+        test.state.matchInputFormat.set(turn % 2 == 0 ? "title-artist" : "artist-title");
+        return !test.state.isMatching.get() && !test.state.matchedTracks.get().empty();
     }));
 
     const LibraryCatalog catalog(first);
-    const std::vector<MatchedTrack>& rows = world.state.matchedTracks.get();
+    const std::vector<MatchedTrack>& rows = test.state.matchedTracks.get();
     ASSERT_EQ(rows.size(), lines.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const auto request = parseWantedLine(lines[i], "artist-title");

@@ -76,19 +76,19 @@ protected:
     StartMatching() { view.matchInput.set("Night Band - Last Train"); }
     void fillLibrary() {
         replaceIndex(view, buildIndex(std::vector{track("Night Band", "Last Train")}));
-        world.settle();
+        test.settle();
     }
 
-    TestPlatform world;
-    ContentView& view = world.view;
+    TestPlatform test;
+    ContentView& view = test.view;
 };
 
 TEST_F(StartMatching, RunsOnTheMatchQueue) {
     fillLibrary();
     startMatching(view);
     EXPECT_TRUE(view.isMatching.get());
-    EXPECT_EQ(world.matchQueue.pending(), 1U);
-    world.settle();
+    EXPECT_EQ(test.matchQueue.pending(), 1U);
+    test.settle();
     EXPECT_FALSE(view.isMatching.get());
     EXPECT_EQ(view.matchedTracks.get().size(), 1U);
 }
@@ -100,7 +100,7 @@ TEST_F(StartMatching, DoesNothingWithoutALibraryOrAText) {
     view.matchInput.set("");
     startMatching(view);
     EXPECT_FALSE(view.isMatching.get());
-    EXPECT_EQ(world.matchQueue.pending(), 0U);
+    EXPECT_EQ(test.matchQueue.pending(), 0U);
 }
 
 TEST_F(StartMatching, LeavesAPlaylistAddressToItsImporter) {
@@ -108,8 +108,8 @@ TEST_F(StartMatching, LeavesAPlaylistAddressToItsImporter) {
     view.inputMode.set(InputMode::spotify);
     view.spotifyURLInput.set("https://open.spotify.com/playlist/abc");
     startMatching(view);
-    EXPECT_EQ(world.httpSession.pending(), 1U);
-    EXPECT_EQ(world.matchQueue.pending(), 0U);
+    EXPECT_EQ(test.httpSession.pending(), 1U);
+    EXPECT_EQ(test.matchQueue.pending(), 0U);
 }
 
 } // namespace
