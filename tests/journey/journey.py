@@ -6,8 +6,6 @@ import pathlib
 import shutil
 import signal
 import subprocess
-import threading
-import time
 
 from desktop import VirtualDesktop
 from orvalen import Orvalen
@@ -68,17 +66,9 @@ class Journey:
         self._process.send_signal(signal.SIGKILL)
         self._process.wait()
 
-    def kill_when(self, reached):
-        """Kills the program from another thread as soon as reached() is true; returns that thread."""
-        process = self._process
-
-        def watch():
-            while process.returncode is None and not reached():
-                time.sleep(0.0002)
-            process.kill()
-        thread = threading.Thread(target=watch, daemon=True)
-        thread.start()
-        return thread
+    @property
+    def has_ended(self):
+        return self._process.returncode is not None
 
     @property
     def pid(self):
@@ -93,9 +83,6 @@ class Journey:
     def console(self):
         """The lines of the program's standard output since its last start."""
         return self._console_file().read_text(encoding="utf-8").splitlines()
-
-    def wait_for_console(self, line):
-        wait_until(lambda: line in self.console, f"the console line {line!r}")
 
     def screenshot(self, name):
         """Takes a picture of the screen; returns its path."""

@@ -50,50 +50,28 @@ def carry_out(user, music, playlist, picture=lambda name: None):
     return [chosen, str(music / FILE_OF[ACCENTS]), str(music / FILE_OF[OTHER_SCRIPT])]
 
 
-def check_library_file(journey, music):
+def check_files(journey, music, chosen):
+    """That each file is written with what was on show; other tests check the formats."""
     library = json.loads((journey.data / "Orvalen/library.orvl").read_text(encoding="utf-8"))
-    assert sorted(library) == ["folders", "preferred", "tracks"], sorted(library)
     assert library["folders"] == [str(music)], library["folders"]
-    assert library["preferred"] == [], library["preferred"]
-    paths = sorted(track["path"] for track in library["tracks"])
-    assert paths == sorted(str(music / path.relative_to(MUSIC)) for path in FILES), paths
     tempo = {track["path"]: track.get("bpm") for track in library["tracks"]}
+    assert sorted(tempo) == sorted(str(music / path.relative_to(MUSIC)) for path in FILES), tempo
     assert tempo[str(music / COPIES[0])] == 123, tempo
-    assert tempo[str(music / FILE_OF[ACCENTS])] == 96, tempo
-    assert tempo[str(music / FILE_OF[M4A])] is None, tempo
-
-
-def check_database(journey, chosen):
+    session = json.loads((journey.data / "Orvalen/session.orvs").read_text(encoding="utf-8"))
+    assert session["matchInput"] == sample_list.LIST, session["matchInput"]
+    assert [row["artist"] + " – " + row["title"] for row in session["matchedTracks"]] == ROWS, session
     with sqlite3.connect(journey.data / "orvalen.sqlite") as database:
-        assert database.execute("PRAGMA integrity_check").fetchall() == [("ok",)]
         rows = database.execute("SELECT key, preferred_path FROM preferred_matches").fetchall()
     # The entry tried first may have been the proposed one; the last choice stands.
     assert rows == [("night band last train home", chosen)], rows
 
 
-def check_session(journey):
-    session = json.loads((journey.data / "Orvalen/session.orvs").read_text(encoding="utf-8"))
-    assert session["matchInput"] == sample_list.LIST, session["matchInput"]
-    labels = [row["artist"] + " – " + row["title"] for row in session["matchedTracks"]]
-    assert labels == ROWS, labels
-    included = {label for label, row in zip(labels, session["matchedTracks"]) if row["include"]}
-    # As the run left it, or as a later tick found it.
-    assert included <= {TWO_COPIES, ACCENTS, MISSING, OTHER_SCRIPT}, included
-
-
 def check_console(journey):
-    console = journey.console
-    backups = list(journey.data.glob("library_backup_*.json"))
-    assert len(backups) == 1, backups
     expected = [f"✅ Persistent library saved to {journey.data}/Orvalen/library.orvl",
-                f"Auto-saved library backup to {backups[0]}",
                 "Options for Not In The Library – Nobody At All: []",
-                'Matched Paper Boats - Marlow Quay: ["Paper Boats [BPM: nil]"]',
-                f"Auto-saving session to {journey.data}/Orvalen/session.orvs",
                 "Exporting format: m3u8"]
-    places = [console.index(line) for line in expected]
-    assert places == sorted(places), console
-    assert not any("without a dash" in line for line in console), console
+    places = [journey.console.index(line) for line in expected]
+    assert places == sorted(places), journey.console
 
 
 def check_rows(user, music):
@@ -116,9 +94,7 @@ def main(program, folder):
         lines = carry_out(user, music, playlist)
         check_rows(user, music)
         assert playlist.read_bytes() == "\n".join(lines).encode(), playlist.read_bytes()
-        check_library_file(journey, music)
-        check_database(journey, lines[0])
-        check_session(journey)
+        check_files(journey, music, lines[0])
         check_console(journey)
 
         user.close_results()

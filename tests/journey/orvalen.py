@@ -37,13 +37,9 @@ class Orvalen:
         self.screen.click_on("Match Playlist")
         self.screen.wait_for(name="Playlist Results", seconds=60)
 
-    def open_session(self, path):
-        """Chooses the file; whether it loads is another matter."""
+    def load_session(self, path):
         self.screen.click_on("Load Session")
         self._answer_file_dialog("Open", path)
-
-    def load_session(self, path):
-        self.open_session(path)
         self.screen.wait_for(name="Playlist Results")
 
     def load_last_session(self):
@@ -86,19 +82,9 @@ class Orvalen:
         self.screen.click(box)
         wait_until(lambda: self._in_row(row, "Include in playlist").checked != before, f"the box of {row!r} to turn")
 
-    def select_all(self):
-        self.screen.click_on("Select All")
-
     def export(self, choice, path):
-        """Exports under one of the choices' labels to the path, where nothing stands yet. What is waited for is the
-        playlist: the banner is gone after two seconds, which a busy machine can miss."""
-        self.screen.click_on(choice)
-        self.screen.click_on("Export Playlist")
-        self._answer_file_dialog("Save", path)
-        wait_until(pathlib.Path(path).exists, f"the playlist {path}")
-
-    def export_over(self, choice, path):
-        """Exports under one of the choices' labels to the path, where a file may stand already."""
+        """Exports under one of the choices' labels to the path, where a file may exist already. Waits for the playlist:
+        the banner disappears after two seconds, which a busy machine can miss."""
         self.screen.click_on(choice)
         self.screen.click_on("Export Playlist")
         field = self.screen.wait_for("text", "File name:")
@@ -109,6 +95,7 @@ class Orvalen:
             self.screen.wait_for("push button", "Yes")
             self.screen.press("alt+y")
         self.screen.wait_until_gone("text", "File name:")
+        wait_until(pathlib.Path(path).exists, f"the playlist {path}")
 
     def press_play(self, row):
         """Presses the button of the row's choice; whether it plays is another matter."""

@@ -149,10 +149,6 @@ class Screen:
     def press(self, *keys):
         self._xdotool("key", "--clearmodifiers", *keys)
 
-    def type(self, text):
-        """Plain ASCII, key by key."""
-        self._xdotool("type", "--clearmodifiers", "--delay", "4", text)
-
     def paste(self, text):
         """Through the clipboard: any text."""
         # xclip stays behind to serve the clipboard until another program takes it over; it may return before it does so.

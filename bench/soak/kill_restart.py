@@ -11,7 +11,10 @@ import shutil
 import signal
 import sqlite3
 import sys
+import threading
 import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests/journey"))
 
 import sample_list
 from journey import Journey, fresh_copy
@@ -51,7 +54,7 @@ class Evening:
         for row in rows:
             user.include(row)
         self.playlists.add("\n".join(lines).encode())
-        user.export_over("M3U8", self.playlist)
+        user.export("M3U8", self.playlist)
 
 
 def changed(path):
@@ -91,6 +94,12 @@ def random_moment(evening):
         time.sleep(delay)
         return True
     return name, reached
+
+
+def kill_when(reached, journey):
+    while not journey.has_ended and not reached():
+        time.sleep(0.0002)
+    journey.kill()
 
 
 def rows_of(database, scratch):
@@ -157,7 +166,8 @@ def one_life(evening, tally):
     if not user.tracks_indexed():
         user.scan()  # and so was the library
     name, reached = random_moment(evening)
-    killer = evening.journey.kill_when(reached)
+    killer = threading.Thread(target=kill_when, args=(reached, evening.journey), daemon=True)
+    killer.start()
     try:
         evening.carry_on(user)
     except Exception:

@@ -7,6 +7,8 @@ import pathlib
 import sys
 import time
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests/journey"))
+
 import sample_list
 from journey import Journey, fresh_copy
 from main_job import choose_other_copy, fill_library
@@ -57,7 +59,7 @@ def one_loop(user, playlist, session):
     user.include(TWO_COPIES)
     user.include(OTHER_SCRIPT)
     user.play(ACCENTS)
-    user.export_over("M3U8", playlist)
+    user.export("M3U8", playlist)
     user.close_results()
     user.load_last_session()
     user.close_results()

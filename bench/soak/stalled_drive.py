@@ -6,6 +6,8 @@ import pathlib
 import sys
 import time
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests/journey"))
+
 import sample_list
 from journey import Journey, fresh_copy
 from main_job import fill_library
