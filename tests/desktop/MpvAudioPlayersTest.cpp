@@ -56,7 +56,7 @@ TEST_F(MpvAudioPlayersTest, PlaysEveryKindOfFile) {
     }
 }
 
-TEST_F(MpvAudioPlayersTest, KeepsTimeWithAClockAndStandsWhilePaused) {
+TEST_F(MpvAudioPlayersTest, KeepsTimeWithAClockAndStopsWhilePausedAndJumps) {
     const auto player = open(sample("House/Night Band - Last Train Home.mp3"));
     player->play();
     ASSERT_TRUE(turnUntil([&] { return player->currentTime() > 0; }));
@@ -72,20 +72,12 @@ TEST_F(MpvAudioPlayersTest, KeepsTimeWithAClockAndStandsWhilePaused) {
     const double paused = player->currentTime();
     turnFor(200ms);
     EXPECT_NEAR(player->currentTime(), paused, 0.05);
-    player->play();
-    EXPECT_TRUE(player->isPlaying());
-    turnFor(100ms);
-    EXPECT_GE(player->currentTime(), paused);
-}
-
-TEST_F(MpvAudioPlayersTest, JumpsAtOnceAndGoesOnFromThere) {
-    const auto player = open(sample("House/Night Band - Last Train Home.mp3"));
     player->setCurrentTime(1.25);
-    EXPECT_DOUBLE_EQ(player->currentTime(), 1.25);
+    EXPECT_DOUBLE_EQ(player->currentTime(), 1.25) << "at once";
     turnFor(150ms);
     EXPECT_NEAR(player->currentTime(), 1.25, 0.05);
     player->play();
-    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 1.4; }, 2s));
+    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 1.4; }));
 }
 
 TEST_F(MpvAudioPlayersTest, EndsByItselfAndBeginsAgain) {
@@ -95,40 +87,32 @@ TEST_F(MpvAudioPlayersTest, EndsByItselfAndBeginsAgain) {
     player->play();
     EXPECT_TRUE(player->isPlaying());
     EXPECT_LT(player->currentTime(), 0.5);
-    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.3; }, 2s));
+    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.3; }));
     EXPECT_LT(player->currentTime(), 0.7);
     EXPECT_TRUE(player->isPlaying());
 
     ASSERT_TRUE(turnUntil([&] { return !player->isPlaying(); }));
     player->stop();
     player->play();
-    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.3; }, 2s)) << "after its end and a stop";
+    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.3; })) << "after its end and a stop";
     EXPECT_TRUE(player->isPlaying());
 }
 
-TEST_F(MpvAudioPlayersTest, BeginsAgainAfterAJumpToTheEndInAPause) {
-    for (const auto pause : {0ms, 300ms}) {
+TEST_F(MpvAudioPlayersTest, PlaysFromThereAfterAJumpInAPause) {
+    const struct {
+        double left; ///< seconds between the jump and the end; from the end it begins again
+        std::chrono::milliseconds pause;
+    } cases[] = {{0, 0ms}, {0, 300ms}, {0.3, 300ms}, {0.1, 300ms}};
+    for (const auto& row : cases) {
         const auto player = open(sample("Wedding/Speech Intro.mp3"));
-        player->setCurrentTime(player->duration());
-        turnFor(pause);
+        const double place = player->duration() - row.left;
+        const double expected = row.left > 0 ? place : 0;
+        player->setCurrentTime(place);
+        turnFor(row.pause);
         const auto start = std::chrono::steady_clock::now();
         player->play();
-        EXPECT_TRUE(player->isPlaying());
-        EXPECT_LT(player->currentTime(), 0.2);
-        EXPECT_TRUE(turnUntil([&] { return !player->isPlaying(); }, 20s));
-        const std::chrono::duration<double> heard = std::chrono::steady_clock::now() - start;
-        EXPECT_GT(heard.count(), player->duration() - 0.2) << "all of it is played";
-    }
-}
-
-TEST_F(MpvAudioPlayersTest, PlaysWhatIsLeftAfterAJumpNearTheEndInAPause) {
-    const auto player = open(sample("Wedding/Speech Intro.mp3"));
-    for (const double left : {0.3, 0.1}) {
-        const double place = player->duration() - left;
-        player->setCurrentTime(place);
-        turnFor(300ms);
-        player->play();
-        EXPECT_TRUE(player->isPlaying()) << left;
+        EXPECT_TRUE(player->isPlaying()) << row.left;
+        EXPECT_LT(player->currentTime(), expected + 0.2) << row.left;
         double lowest = place;
         EXPECT_TRUE(turnUntil(
             [&] {
@@ -136,7 +120,9 @@ TEST_F(MpvAudioPlayersTest, PlaysWhatIsLeftAfterAJumpNearTheEndInAPause) {
                 return !player->isPlaying();
             },
             20s));
-        EXPECT_GT(lowest, place - 0.05) << left;
+        const std::chrono::duration<double> heard = std::chrono::steady_clock::now() - start;
+        EXPECT_GT(lowest, expected - 0.05) << row.left;
+        EXPECT_GT(heard.count(), player->duration() - expected - 0.2) << "all of the rest is played";
     }
 }
 
@@ -152,7 +138,7 @@ TEST_F(MpvAudioPlayersTest, GoesOnAfterAStopWhereItStood) {
     player->play();
     EXPECT_TRUE(player->isPlaying());
     EXPECT_NEAR(player->currentTime(), stopped, 0.1); // a few frames of sound
-    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 1.2; }, 2s));
+    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 1.2; }));
 }
 
 TEST_F(MpvAudioPlayersTest, OpensFilesWhoseNamesLookLikeSomethingElse) {
@@ -183,7 +169,7 @@ TEST_F(MpvAudioPlayersTest, RefusesWhatIsNoAudioFile) {
         const auto start = std::chrono::steady_clock::now();
         const auto player = players.open(folder.path(name));
         EXPECT_TRUE(!player && !player.error().description.empty()) << name;
-        EXPECT_LT(std::chrono::steady_clock::now() - start, 1s) << name;
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 5s) << name;
     }
 }
 

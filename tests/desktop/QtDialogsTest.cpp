@@ -49,24 +49,26 @@ QPushButton* button(QDialog* dialog, const QString& text) {
     return nullptr;
 }
 
-QAbstractItemView* fileList(QDialog* dialog) {
-    return dialog->findChild<QAbstractItemView*>("treeView");
-}
-
+/// The names in the dialog's list of files, sorted.
 QStringList names(QDialog* dialog) {
-    const QAbstractItemView* list = fileList(dialog);
+    const auto* list = dialog->findChild<QAbstractItemView*>("treeView");
     QStringList result;
     for (int i = 0; i < list->model()->rowCount(list->rootIndex()); ++i)
         result.append(list->model()->index(i, 0, list->rootIndex()).data().toString());
+    result.sort();
     return result;
 }
 
 /// Waits for the name to appear in the dialog's list, and clicks it.
 void click(QDialog* dialog, const QString& name, Qt::KeyboardModifiers modifiers = {}, bool twice = false) {
-    ASSERT_TRUE(turnUntil([&] { return names(dialog).contains(name); })) << name.toStdString();
-    QAbstractItemView* list = fileList(dialog);
-    const QModelIndex index =
-        list->model()->index(static_cast<int>(names(dialog).indexOf(name)), 0, list->rootIndex());
+    auto* list = dialog->findChild<QAbstractItemView*>("treeView");
+    QModelIndex index;
+    ASSERT_TRUE(turnUntil([&] {
+        const auto found = list->model()->match(list->model()->index(0, 0, list->rootIndex()),
+                                                Qt::DisplayRole, name, 1, Qt::MatchExactly);
+        index = found.value(0);
+        return index.isValid();
+    })) << name.toStdString();
     list->scrollTo(index);
     const QPoint middle = list->visualRect(index).center();
     QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers, middle);
@@ -141,21 +143,23 @@ protected:
     QtDialogsTest(const QtDialogsTest&) = delete;
     QtDialogsTest& operator=(const QtDialogsTest&) = delete;
 
+    std::vector<std::string> open(const OpenOptions& options, std::function<void(QDialog*)> act) {
+        whileOpen(std::move(act));
+        return paths(dialogs().chooseToOpen(options));
+    }
     /// The add dialog: files and folders together.
     std::vector<std::string> add(std::function<void(QDialog*)> act) {
-        whileOpen(std::move(act));
-        return paths(dialogs().chooseToOpen({.files = true,
-                                             .folders = true,
-                                             .several = true,
-                                             .types = {{}, {"mp3", "wav"}},
-                                             .prompt = "Add Music"}));
+        return open({.files = true,
+                     .folders = true,
+                     .several = true,
+                     .types = {{}, {"mp3", "wav"}},
+                     .prompt = "Add Music"},
+                    std::move(act));
     }
-
-    std::vector<std::string> open(const AllowedTypes& types, std::function<void(QDialog*)> act) {
+    std::string save(const SaveOptions& options, std::function<void(QDialog*)> act) {
         whileOpen(std::move(act));
-        OpenOptions options;
-        options.types = types;
-        return paths(dialogs().chooseToOpen(options));
+        const auto chosen = dialogs().chooseToSave(options);
+        return chosen ? chosen->path : std::string("none");
     }
 
     QtDialogs& dialogs() {
@@ -173,47 +177,61 @@ private:
     std::unique_ptr<QtDialogs> dialogs_;
 };
 
-void confirm(QDialog* dialog) {
-    QPushButton* confirming = button(dialog, "Add Music");
-    ASSERT_NE(confirming, nullptr);
-    ASSERT_TRUE(confirming->isEnabled());
+void confirm(QDialog* dialog, const char* prompt = "Add Music") {
+    QPushButton* confirming = button(dialog, prompt);
+    ASSERT_TRUE(confirming && confirming->isEnabled());
     QTest::mouseClick(confirming, Qt::LeftButton);
 }
 
-TEST_F(QtDialogsTest, TakesTheMarkedFilesAndFoldersTogether) {
-    EXPECT_THAT(add([](QDialog* dialog) {
-                    click(dialog, "House");
-                    EXPECT_EQ(nameField(dialog)->text(), "House");
-                    click(dialog, "Slow.MP3", Qt::ControlModifier);
-                    click(dialog, "Live.mp3", Qt::ControlModifier);
-                    confirm(dialog);
-                }),
-                testing::UnorderedElementsAre(path("House"), path("Slow.MP3"), path("Live.mp3")));
-}
-
-TEST_F(QtDialogsTest, EntersAFolderOnADoubleClickAndTakesTheShownFolderWhenNothingIsMarked) {
-    EXPECT_THAT(add([](QDialog* dialog) {
-                    click(dialog, "House", {}, true);
-                    EXPECT_TRUE(turnUntil(
-                        [&] { return names(dialog) == QStringList{"Night Band - Last Train Home.mp3"}; }));
-                    confirm(dialog);
-                }),
-                ElementsAre(path("House")));
-    EXPECT_THAT(add([](QDialog* dialog) {
-                    click(dialog, "Night Band - Last Train Home.mp3");
-                    confirm(dialog);
-                }),
-                ElementsAre(path("House/Night Band - Last Train Home.mp3")))
-        << "the next dialog opens where the last one ended";
+/// The last path leads into a folder, where the next dialog opens.
+TEST_F(QtDialogsTest, AnswersWithWhatWasMarked) {
+    const struct {
+        const char* quirk;
+        std::function<void(QDialog*)> act;
+        std::vector<std::string> chosen;
+    } cases[] = {
+        {"files and folders together",
+         [](QDialog* dialog) {
+             click(dialog, "House");
+             EXPECT_EQ(nameField(dialog)->text(), "House");
+             click(dialog, "Slow.MP3", Qt::ControlModifier);
+             click(dialog, "Live.mp3", Qt::ControlModifier);
+             confirm(dialog);
+         },
+         {path("House"), path("Live.mp3"), path("Slow.MP3")}},
+        {"typed last",
+         [&](QDialog* dialog) { click(dialog, "Slow.MP3"), type(dialog, text("House")); },
+         {path("House")}},
+        {"marked last",
+         [](QDialog* dialog) {
+             nameField(dialog)->setFocus();
+             QTest::keyClicks(nameField(dialog), "nonsense");
+             click(dialog, "House");
+             confirm(dialog);
+         },
+         {path("House")}},
+        {"a double click enters a folder, which is chosen when nothing is marked",
+         [](QDialog* dialog) {
+             click(dialog, "House", {}, true);
+             EXPECT_TRUE(
+                 turnUntil([&] { return names(dialog) == QStringList{"Night Band - Last Train Home.mp3"}; }));
+             confirm(dialog);
+         },
+         {path("House")}},
+        {"the next dialog opens where the last one ended",
+         [](QDialog* dialog) { click(dialog, "Night Band - Last Train Home.mp3"), confirm(dialog); },
+         {path("House/Night Band - Last Train Home.mp3")}},
+    };
+    for (const auto& row : cases)
+        EXPECT_THAT(add(row.act), testing::UnorderedElementsAreArray(row.chosen)) << row.quirk;
 }
 
 TEST_F(QtDialogsTest, TakesTypedPaths) {
-    struct Case {
+    const struct {
         const char* quirk;
         QString typed;
         std::vector<std::string> chosen;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"a folder with a slash behind it", text("House") + "/", {path("House")}},
         {"a name in the shown folder", "House", {path("House")}},
         {"a path with blanks around it", "  " + text("House") + " ", {path("House")}},
@@ -226,23 +244,8 @@ TEST_F(QtDialogsTest, TakesTypedPaths) {
          {path("House/Night Band - Last Train Home.mp3")}},
         {"home", "~/House", {path("House")}},
     };
-    for (const Case& row : cases)
+    for (const auto& row : cases)
         EXPECT_EQ(add([&](QDialog* dialog) { type(dialog, row.typed); }), row.chosen) << row.quirk;
-}
-
-TEST_F(QtDialogsTest, PrefersWhatWasTypedLastToWhatWasMarkedBefore) {
-    EXPECT_THAT(add([&](QDialog* dialog) {
-                    click(dialog, "Slow.MP3");
-                    type(dialog, text("House"));
-                }),
-                ElementsAre(path("House")));
-    EXPECT_THAT(add([&](QDialog* dialog) {
-                    nameField(dialog)->setFocus();
-                    QTest::keyClicks(nameField(dialog), "nonsense");
-                    click(dialog, "House");
-                    confirm(dialog);
-                }),
-                ElementsAre(path("House")));
 }
 
 TEST_F(QtDialogsTest, ExplainsWhatCannotBeChosenAndStaysOpen) {
@@ -259,24 +262,20 @@ TEST_F(QtDialogsTest, ExplainsWhatCannotBeChosenAndStaysOpen) {
                     }),
                     IsEmpty());
     }
+    EXPECT_THAT(open({}, [&](QDialog* dialog) { type(dialog, text("House")); }), IsEmpty())
+        << "a folder is no file";
 }
 
 TEST_F(QtDialogsTest, HidesWhatTheTypesLeaveOut) {
-    EXPECT_THAT(open({{}, {"mp3"}},
+    EXPECT_THAT(open({.types = {{}, {"mp3"}}},
                      [](QDialog* dialog) {
                          EXPECT_TRUE(turnUntil([&] {
-                             QStringList shown = names(dialog);
-                             shown.sort();
-                             return shown == QStringList({"House", "Live.mp3", "Slow.MP3"});
+                             return names(dialog) == QStringList({"House", "Live.mp3", "Slow.MP3"});
                          })) << "upper case is the same type, and folders stay";
                          click(dialog, "Slow.MP3");
-                         QTest::mouseClick(button(dialog, "Open"), Qt::LeftButton);
+                         confirm(dialog, "Open");
                      }),
                 ElementsAre(path("Slow.MP3")));
-}
-
-TEST_F(QtDialogsTest, NeverAnswersAFileDialogWithAFolder) {
-    EXPECT_THAT(open({}, [&](QDialog* dialog) { type(dialog, text("House")); }), IsEmpty());
 }
 
 TEST_F(QtDialogsTest, AnswersANonBlockingDialogLaterAndOnce) {
@@ -297,58 +296,60 @@ TEST_F(QtDialogsTest, AnswersANonBlockingDialogLaterAndOnce) {
     EXPECT_THAT(answers, ElementsAre(ElementsAre(path("Fast.wav")), IsEmpty()));
 }
 
-TEST_F(QtDialogsTest, SavesUnderTheTypedNameWithTheOneExtensionThatIsAllowed) {
-    const auto save = [&](std::function<void(QDialog*)> act) {
-        whileOpen(std::move(act));
-        const auto chosen = dialogs().chooseToSave({.proposedName = "evening.m3u",
-                                                    .title = "Save <b>Playlist</b>",
-                                                    .message = "Pick a <i>name</i>",
-                                                    .types = {{}, {"m3u"}}});
-        return chosen ? chosen->path : std::string("none");
+TEST_F(QtDialogsTest, ReadsTheNameToSaveUnderAsOneName) {
+    const struct {
+        const char* quirk;
+        QString typed;
+        std::string chosen;
+        std::vector<std::string> extensions = {};
+    } cases[] = {
+        {"the one allowed extension is added", "wedding 12.9", path("wedding 12.9.m3u"), {"m3u"}},
+        {"a quotation mark in the name", "12\" Classics.m3u", path("12\" Classics.m3u")},
+        {"quotation marks as for several names", "\"Best\" of \"80s\"", path("\"Best\" of \"80s\"")},
+        {"home", "~/House/evening", path("House/evening")},
+        {"a folder is entered", text("House"), "none"},
     };
-    EXPECT_EQ(save([](QDialog* dialog) {
-                  EXPECT_EQ(nameField(dialog)->text(), "evening.m3u");
-                  EXPECT_EQ(dialog->windowTitle(), "Save <b>Playlist</b>");
-                  QStringList lines;
-                  for (const QLabel* label : dialog->findChildren<QLabel*>())
-                      if (label->isVisible())
-                          lines.append(label->text());
-                  EXPECT_TRUE(lines.contains("Pick a <i>name</i>"));
-                  QTest::keyClick(nameField(dialog), Qt::Key_Return);
-              }),
-              path("evening.m3u"));
-    EXPECT_EQ(save([](QDialog* dialog) { type(dialog, "wedding 12.9"); }), path("wedding 12.9.m3u"));
-    folder.write("Fast.m3u");
-    EXPECT_EQ(save([](QDialog* dialog) {
-                  bool asked = false;
-                  whileAsked(asked, [](QMessageBox& box) { box.button(QMessageBox::No)->click(); });
-                  type(dialog, "Fast");
-                  EXPECT_TRUE(asked && dialog->isVisible()) << "a file stands there already";
-              }),
-              "none");
+    for (const auto& row : cases)
+        EXPECT_EQ(save({.proposedName = "playlist.m3u", .types = {{}, row.extensions}},
+                       [&](QDialog* dialog) { type(dialog, row.typed); }),
+                  row.chosen)
+            << row.quirk;
+    EXPECT_EQ(
+        save(
+            {.proposedName = "evening.m3u", .title = "Save <b>Playlist</b>", .message = "Pick a <i>name</i>"},
+            [](QDialog* dialog) {
+                EXPECT_EQ(nameField(dialog)->text(), "evening.m3u");
+                EXPECT_EQ(dialog->windowTitle(), "Save <b>Playlist</b>");
+                QStringList lines;
+                for (const QLabel* label : dialog->findChildren<QLabel*>())
+                    if (label->isVisible())
+                        lines.append(label->text());
+                EXPECT_TRUE(lines.contains("Pick a <i>name</i>"));
+                QTest::keyClick(nameField(dialog), Qt::Key_Return);
+            }),
+        path("House/evening.m3u"));
 }
 
-TEST_F(QtDialogsTest, ReadsTheNameToSaveUnderAsOneName) {
-    const auto save = [&](const QString& typed) {
-        whileOpen([&](QDialog* dialog) { type(dialog, typed); });
-        const auto chosen = dialogs().chooseToSave({.proposedName = "playlist.m3u"});
-        return chosen ? chosen->path : std::string("none");
-    };
-    EXPECT_EQ(save("12\" Classics.m3u"), path("12\" Classics.m3u"));
-    EXPECT_EQ(save("\"Best\" of \"80s\""), path("\"Best\" of \"80s\""));
-    EXPECT_EQ(save("~/House/evening"), path("House/evening"));
-    EXPECT_EQ(save(text("House")), "none") << "a folder is entered";
-
-    whileOpen([&](QDialog* dialog) {
-        bool asked = false;
-        whileAsked(asked, [&](QMessageBox& box) {
-            EXPECT_TRUE(box.text().contains(text("missing"))) << box.text().toStdString();
-            box.reject();
-        });
-        type(dialog, text("missing/evening.m3u"));
-        EXPECT_TRUE(asked && dialog->isVisible());
-    });
-    EXPECT_FALSE(dialogs().chooseToSave({.proposedName = "playlist.m3u"}));
+TEST_F(QtDialogsTest, AsksBeforeItReplacesAFileAndExplainsAMissingFolder) {
+    const struct {
+        const char* typed;
+        QString mentioned;
+    } cases[] = {{"Fast.wav", "Fast.wav"}, {"missing/evening.m3u", text("missing")}};
+    for (const auto& row : cases)
+        EXPECT_EQ(save({.proposedName = "playlist.m3u"},
+                       [&](QDialog* dialog) {
+                           bool asked = false;
+                           whileAsked(asked, [&](QMessageBox& box) {
+                               EXPECT_TRUE(box.text().contains(row.mentioned)) << box.text().toStdString();
+                               if (QAbstractButton* no = box.button(QMessageBox::No))
+                                   no->click();
+                               else
+                                   box.reject();
+                           });
+                           type(dialog, text(row.typed));
+                           EXPECT_TRUE(asked && dialog->isVisible());
+                       }),
+                  "none");
 }
 
 TEST_F(QtDialogsTest, RemembersAFolderForEachKindOfFileAcrossRestarts) {
@@ -375,25 +376,19 @@ TEST_F(QtDialogsTest, RemembersAFolderForEachKindOfFileAcrossRestarts) {
 }
 
 TEST_F(QtDialogsTest, OpensInTheFirstFolderThatExistsUnderTheTitleAsked) {
-    whileOpen([&](QDialog* dialog) {
-        EXPECT_EQ(qobject_cast<QFileDialog*>(dialog)->directory().path(), text("House"));
-        EXPECT_EQ(dialog->windowTitle(), "Browse for file: A – T");
-    });
-    dialogs().chooseToOpen(
-        {.title = "Browse for file: A\n– T", .openIn = {Location{path("missing")}, Location{path("House")}}});
-    whileOpen([](QDialog* dialog) { EXPECT_EQ(dialog->windowTitle(), "Open"); });
-    dialogs().chooseToOpen({});
-}
-
-TEST_F(QtDialogsTest, ShowsThePlacesAtTheSideInFull) {
+    open({.title = "Browse for file: A\n– T", .openIn = {Location{path("missing")}, Location{path("House")}}},
+         [&](QDialog* dialog) {
+             EXPECT_EQ(qobject_cast<QFileDialog*>(dialog)->directory().path(), text("House"));
+             EXPECT_EQ(dialog->windowTitle(), "Browse for file: A – T");
+         });
     folder.makeFolder("Musica e grabaciones");
     folder.write(".config/user-dirs.dirs", "XDG_MUSIC_DIR=\"$HOME/Musica e grabaciones\"\n");
-    whileOpen([](QDialog* dialog) {
+    open({}, [](QDialog* dialog) {
+        EXPECT_EQ(dialog->windowTitle(), "Open");
         const auto* sideBar = dialog->findChild<QAbstractItemView*>("sidebar");
         EXPECT_TRUE(turnUntil([&] { return sideBar->model()->rowCount() >= 3; }));
-        EXPECT_GE(sideBar->viewport()->width(), sideBar->sizeHintForColumn(0));
+        EXPECT_GE(sideBar->viewport()->width(), sideBar->sizeHintForColumn(0)) << "names are shown in full";
     });
-    dialogs().chooseToOpen({});
 }
 
 TEST_F(QtDialogsTest, AnswersAQuestionWithCancelUnlessItIsAccepted) {

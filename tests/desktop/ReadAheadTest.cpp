@@ -4,7 +4,6 @@
 #include "support/TemporaryFolder.h"
 
 #include <chrono>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -12,15 +11,6 @@ namespace orvalen::test {
 namespace {
 
 using namespace std::chrono_literals;
-
-/// Bytes that this process has read by its own calls.
-double bytesRead() {
-    std::ifstream stream("/proc/self/io");
-    std::string name;
-    double value = 0;
-    stream >> name >> value;
-    return value;
-}
 
 /// Files that cannot be read are passed over. The files of a test are in the page cache, because they have
 /// just been written.
@@ -31,11 +21,11 @@ TEST(ReadAhead, ReadsTheHeadsOfTheFirstFilesAndRestsWhenTheyAreCached) {
     ahead.passOne(); // also more than was expected
     for (const char* unreadable : {"missing.mp3", "Live.mp3"})
         ahead.expect(folder.path(unreadable));
-    const double before = bytesRead();
+    const double before = bytesReadByThisProcess();
     for (int i = 0; i < 400; ++i)
         ahead.expect(folder.write(std::to_string(i) + ".mp3",
                                   id3(3, textFrame(3, "TIT2", 0, "Song")) + std::string(8192, '\0')));
-    const auto filesRead = [&] { return (bytesRead() - before) / 4096; };
+    const auto filesRead = [&] { return (bytesReadByThisProcess() - before) / 4096; };
     for (int tries = 0; tries < 500 && filesRead() < 64; ++tries)
         std::this_thread::sleep_for(10ms);
     EXPECT_GE(filesRead(), 64);

@@ -3,11 +3,11 @@
 #include "core/Files.h"
 #include "support/Folders.h"
 
+#include <fstream>
 #include <stdexcept>
 #include <zlib.h>
 
 namespace orvalen::test {
-
 namespace {
 
 std::string padded(std::string_view text, std::size_t length) {
@@ -99,6 +99,14 @@ std::string ape(std::string_view title, std::string_view artist) {
     const std::string items = item("Title", title) + item("Artist", artist);
     return items + "APETAGEX" + littleEndian(2000, 4) + littleEndian(items.size() + 32, 4) +
            littleEndian(2, 4) + littleEndian(0, 4) + std::string(8, '\0');
+}
+
+double bytesReadByThisProcess() {
+    std::ifstream stream("/proc/self/io");
+    std::string name;
+    double value = 0;
+    stream >> name >> value;
+    return name == "rchar:" ? value : throw std::runtime_error("no count of the bytes read");
 }
 
 std::string mpegAudio() {

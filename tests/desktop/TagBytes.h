@@ -29,6 +29,9 @@ std::string id3Header(int version, std::uint64_t length, int flags = 0);
 std::string id3v1(std::string_view title, std::string_view artist);
 std::string ape(std::string_view title, std::string_view artist);
 
+/// By its own calls, up to now.
+double bytesReadByThisProcess();
+
 /// A tenth of a second of real MPEG audio without any tag.
 std::string mpegAudio();
 
