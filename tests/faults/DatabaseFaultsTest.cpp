@@ -4,13 +4,17 @@
 #include "support/OtherProgram.h"
 #include "support/TemporaryFolder.h"
 
-#include <algorithm>
 #include <cerrno>
+#include <functional>
 #include <gmock/gmock.h>
-#include <memory>
+#include <optional>
 
 namespace orvalen::test {
 namespace {
+
+using testing::AnyOf;
+using testing::Contains;
+using testing::IsEmpty;
 
 const PreferredMatches oldRows{{"a", "/old"}, {"b", "/kept"}};
 
@@ -21,27 +25,21 @@ struct Use {
     PreferredMatches after;
 };
 
-const Use uses[] = {
-    {"save",
-     [](PlaylistDatabaseManager& database) { database.savePreferredMatch("a", "/new"); },
-     {{"a", "/new"}, {"b", "/kept"}}},
-    {"replace",
-     [](PlaylistDatabaseManager& database) {
-         database.replacePreferredMatches({{"b", "/1"}, {"c", "/2"}});
-     },
-     {{"b", "/1"}, {"c", "/2"}}},
-    {"lookUp",
-     [](PlaylistDatabaseManager& database) {
-         EXPECT_THAT(database.preferredPath("a").value_or("/old"), "/old");
-     },
-     oldRows},
-    {"readAll",
-     [](PlaylistDatabaseManager& database) {
-         for (const auto& row : database.allPreferredMatches())
-             EXPECT_THAT(oldRows, testing::Contains(row));
-     },
-     oldRows},
-};
+const Use save{"save",
+               [](PlaylistDatabaseManager& database) { database.savePreferredMatch("a", "/new"); },
+               {{"a", "/new"}, {"b", "/kept"}}};
+const Use replace{"replace",
+                  [](PlaylistDatabaseManager& database) {
+                      database.replacePreferredMatches({{"b", "/1"}, {"c", "/2"}});
+                  },
+                  {{"b", "/1"}, {"c", "/2"}}};
+const Use read{"read",
+               [](PlaylistDatabaseManager& database) {
+                   EXPECT_THAT(database.preferredPath("a").value_or("/old"), "/old");
+                   for (const auto& row : database.allPreferredMatches())
+                       EXPECT_THAT(oldRows, Contains(row));
+               },
+               oldRows};
 
 /// A database with the old rows, in a folder of its own.
 class DatabaseFile {
@@ -49,27 +47,38 @@ public:
     DatabaseFile() {
         folders.folder = folder.path();
         PlaylistDatabaseManager(folders, console).replacePreferredMatches(oldRows);
-        EXPECT_THAT(console.lines(), testing::IsEmpty());
+        EXPECT_THAT(console.lines(), IsEmpty());
+    }
+    /// Opens the database while the call fails.
+    void open(const std::optional<Fault>& fault = {}) {
+        const FailingCalls calls({path()}, fault);
+        database.emplace(folders, console);
+        counts = calls.counts();
+    }
+    void run(const Use& use, const std::optional<Fault>& fault = {}) {
+        const FailingCalls calls({path()}, fault);
+        use.act(*database);
+        counts = calls.counts();
     }
     std::string path() const { return folder.path("orvalen.sqlite"); }
-    void open() { database = std::make_unique<PlaylistDatabaseManager>(folders, console); }
-
     PreferredMatches rowsOnDisk() {
         EXPECT_EQ(OtherProgram(path()).ask("PRAGMA integrity_check"), "ok");
+        FakeConsole ignored;
         return PlaylistDatabaseManager(folders, ignored).allPreferredMatches();
     }
 
     TemporaryFolder folder;
     FakeUserFolders folders;
     FakeConsole console;
-    FakeConsole ignored;
-    std::unique_ptr<PlaylistDatabaseManager> database;
+    std::optional<PlaylistDatabaseManager> database;
+    std::vector<int> counts; ///< of the calls that were made last
 };
 
 /// Replacing has no transaction: rows may be missing after an error, each with an error line, but none is
 /// wrong.
 void expectOldRowsOrNewOnes(DatabaseFile& file, const Use& use) {
     const auto lines = file.console.lines();
+    EXPECT_THAT(lines, testing::Each(testing::MatchesRegex("Error (saving|clearing|preparing).*: .+")));
     const PreferredMatches rows = file.rowsOnDisk();
     if (lines.empty()) {
         EXPECT_EQ(rows, use.after) << "no error line";
@@ -77,84 +86,55 @@ void expectOldRowsOrNewOnes(DatabaseFile& file, const Use& use) {
         EXPECT_EQ(rows, oldRows);
     } else if (rows != oldRows) {
         for (const auto& row : rows)
-            EXPECT_THAT(use.after, testing::Contains(row));
+            EXPECT_THAT(use.after, Contains(row));
         EXPECT_LE(use.after.size() - rows.size(), lines.size());
     }
 }
 
-class DatabaseFaults : public testing::TestWithParam<Use> {};
-
-TEST_P(DatabaseFaults, LeaveOldRowsOrNewOnesAndTheNextAttemptWorks) {
-    std::vector<int> counts;
-    {
-        DatabaseFile file;
-        file.open();
-        const FailingCalls calls({file.path()});
-        GetParam().act(*file.database);
-        counts = calls.counts();
-    }
-    const std::vector<Fault> faults = faultsOf(counts, {EIO, ENOSPC});
-    EXPECT_FALSE(faults.empty()) << "the calls were not seen";
-    for (const Fault& fault : faults) {
-        SCOPED_TRACE(describe(fault));
-        DatabaseFile file;
-        file.open();
-        {
-            const FailingCalls calls({file.path()}, fault);
-            GetParam().act(*file.database);
-        }
-        for (const std::string& line : file.console.lines())
-            EXPECT_THAT(line, testing::MatchesRegex("Error (saving|clearing|preparing).*: .+"));
-        expectOldRowsOrNewOnes(file, GetParam());
-
-        file.console.clear();
-        GetParam().act(*file.database);
-        EXPECT_THAT(file.console.lines(), testing::IsEmpty()) << "the second attempt";
-        EXPECT_EQ(file.rowsOnDisk(), GetParam().after);
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Uses, DatabaseFaults, testing::ValuesIn(uses),
-                         [](const auto& each) { return std::string(each.param.name); });
-
-TEST(DatabaseOpening, ThatFailsCostsNoRowAndAtMostOneLine) {
-    std::vector<int> counts;
-    {
-        DatabaseFile file;
-        const FailingCalls calls({file.path()});
-        file.open();
-        counts = calls.counts();
-    }
-    for (const Fault& fault : faultsOf(counts, {EIO, EACCES})) {
-        SCOPED_TRACE(describe(fault));
-        DatabaseFile file;
-        {
-            const FailingCalls calls({file.path()}, fault);
+TEST(DatabaseFaults, LeaveOldRowsOrNewOnesAndTheNextAttemptWorks) {
+    for (const Use& use : {save, replace, read}) {
+        DatabaseFile whole;
+        whole.open();
+        whole.run(use);
+        const std::vector<Fault> faults = faultsOf(whole.counts, {EIO, ENOSPC});
+        EXPECT_FALSE(faults.empty()) << "the calls were not seen";
+        for (const Fault& fault : faults) {
+            SCOPED_TRACE(use.name + (": " + describe(fault)));
+            DatabaseFile file;
             file.open();
+            file.run(use, fault);
+            expectOldRowsOrNewOnes(file, use);
+            file.console.clear();
+            file.run(use);
+            EXPECT_THAT(file.console.lines(), IsEmpty()) << "the second attempt";
+            EXPECT_EQ(file.rowsOnDisk(), use.after);
         }
-        const auto lines = file.console.lines();
-        ASSERT_LE(lines.size(), 1U);
-        if (!lines.empty()) {
-            EXPECT_THAT(lines.front(), testing::AnyOf("Unable to open database at " + file.path(),
-                                                      testing::StartsWith("Error creating tables: ")));
-        }
-        for (const Use& use : uses)
-            if (use.name != std::string("lookUp") && use.name != std::string("readAll"))
-                use.act(*file.database);
-        file.database.reset();
-        EXPECT_THAT(file.rowsOnDisk(), testing::AnyOf(oldRows, uses[1].after));
     }
 }
 
-TEST(DatabaseOpening, WithoutWritePermissionStillReads) {
-    DatabaseFile file;
-    {
-        const FailingCalls calls({file.path()}, Fault{Call::open, 0, Fault::Way::error, EACCES});
-        file.open();
+TEST(DatabaseFaults, AtTheOpeningCostNoRowAndAtMostOneLine) {
+    DatabaseFile whole;
+    whole.open();
+    for (const Fault& fault : faultsOf(whole.counts, {EIO, EACCES})) {
+        SCOPED_TRACE(describe(fault));
+        DatabaseFile file;
+        file.open(fault);
+        const auto lines = file.console.lines();
+        EXPECT_LE(lines.size(), 1U);
+        EXPECT_THAT(lines, testing::Each(AnyOf("Unable to open database at " + file.path(),
+                                               testing::StartsWith("Error creating tables: "))));
+        file.run(replace);
+        file.database.reset();
+        EXPECT_THAT(file.rowsOnDisk(), AnyOf(oldRows, replace.after));
     }
+}
+
+TEST(DatabaseFaults, WithoutWritePermissionItIsStillRead) {
+    DatabaseFile file;
+    file.open(Fault{Call::open, 0, Fault::Way::error, EACCES});
     EXPECT_EQ(file.database->preferredPath("a"), "/old");
-    uses[0].act(*file.database);
-    uses[1].act(*file.database);
+    file.run(save);
+    file.run(replace);
     EXPECT_THAT(
         file.console.lines(),
         testing::ElementsAre("Error saving preferred match: attempt to write a readonly database",

@@ -21,9 +21,9 @@
 namespace orvalen::test {
 namespace {
 
-constexpr std::array<const char*, 13> names{"open",     "status",      "read",       "reserve", "write",
-                                            "truncate", "permissions", "sync",       "close",   "rename",
-                                            "remove",   "make folder", "open folder"};
+constexpr std::array<const char*, 12> names{"open",  "status",   "read",        "reserve",
+                                            "write", "truncate", "permissions", "sync",
+                                            "close", "rename",   "remove",      "open folder"};
 
 struct Watch {
     std::vector<std::string> pathBeginnings;
@@ -78,8 +78,18 @@ Effect effectOf(Call call, int file) {
     return length > 0 ? effectOnPath(call, {path.data(), static_cast<std::size_t>(length)}) : Effect{};
 }
 
-std::size_t share(const Effect& effect, std::size_t length) {
-    return effect.half ? (length + 1) / 2 : length;
+/// Makes the call in the kernel, of the file or path that it is on, unless it is to fail.
+template <typename File, typename... Arguments>
+int callOrFail(Call call, File file, Arguments... arguments) {
+    return effectOf(call, file).fails ? -1 : static_cast<int>(::syscall(arguments...));
+}
+
+/// The same for a call that reads or writes `length` bytes.
+template <typename Bytes, typename... Offset>
+ssize_t transferOrFail(Call call, long number, int file, Bytes bytes, std::size_t length, Offset... offset) {
+    const Effect effect = effectOf(call, file);
+    return effect.fails ? -1
+                        : ::syscall(number, file, bytes, effect.half ? (length + 1) / 2 : length, offset...);
 }
 
 } // namespace
@@ -137,9 +147,7 @@ int openat(int folder, const char* path, int flags, ...) {
     const mode_t mode =
         (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    if (effectOf(Call::open, path).fails)
-        return -1;
-    return static_cast<int>(::syscall(SYS_openat, folder, path, flags, mode));
+    return callOrFail(Call::open, path, SYS_openat, folder, path, flags, mode);
 }
 
 int open(const char* path, int flags, ...) {
@@ -151,50 +159,43 @@ int open(const char* path, int flags, ...) {
 }
 
 int fstat(int file, struct stat* status) noexcept {
-    return effectOf(Call::status, file).fails ? -1 : static_cast<int>(::syscall(SYS_fstat, file, status));
+    return callOrFail(Call::status, file, SYS_fstat, file, status);
 }
 
 ssize_t read(int file, void* bytes, size_t length) {
-    const Effect effect = effectOf(Call::read, file);
-    return effect.fails ? -1 : ::syscall(SYS_read, file, bytes, share(effect, length));
+    return transferOrFail(Call::read, SYS_read, file, bytes, length);
 }
 
 ssize_t pread(int file, void* bytes, size_t length, off_t offset) {
-    const Effect effect = effectOf(Call::read, file);
-    return effect.fails ? -1 : ::syscall(SYS_pread64, file, bytes, share(effect, length), offset);
+    return transferOrFail(Call::read, SYS_pread64, file, bytes, length, offset);
 }
 
 ssize_t write(int file, const void* bytes, size_t length) {
-    const Effect effect = effectOf(Call::write, file);
-    return effect.fails ? -1 : ::syscall(SYS_write, file, bytes, share(effect, length));
+    return transferOrFail(Call::write, SYS_write, file, bytes, length);
 }
 
 ssize_t pwrite(int file, const void* bytes, size_t length, off_t offset) {
-    const Effect effect = effectOf(Call::write, file);
-    return effect.fails ? -1 : ::syscall(SYS_pwrite64, file, bytes, share(effect, length), offset);
+    return transferOrFail(Call::write, SYS_pwrite64, file, bytes, length, offset);
 }
 
 int fallocate(int file, int mode, off_t offset, off_t length) {
-    return effectOf(Call::reserve, file).fails
-               ? -1
-               : static_cast<int>(::syscall(SYS_fallocate, file, mode, offset, length));
+    return callOrFail(Call::reserve, file, SYS_fallocate, file, mode, offset, length);
 }
 
 int ftruncate(int file, off_t length) noexcept {
-    return effectOf(Call::truncate, file).fails ? -1
-                                                : static_cast<int>(::syscall(SYS_ftruncate, file, length));
+    return callOrFail(Call::truncate, file, SYS_ftruncate, file, length);
 }
 
 int fchmod(int file, mode_t mode) noexcept {
-    return effectOf(Call::permissions, file).fails ? -1 : static_cast<int>(::syscall(SYS_fchmod, file, mode));
+    return callOrFail(Call::permissions, file, SYS_fchmod, file, mode);
 }
 
 int fsync(int file) {
-    return effectOf(Call::sync, file).fails ? -1 : static_cast<int>(::syscall(SYS_fsync, file));
+    return callOrFail(Call::sync, file, SYS_fsync, file);
 }
 
 int fdatasync(int file) {
-    return effectOf(Call::sync, file).fails ? -1 : static_cast<int>(::syscall(SYS_fdatasync, file));
+    return callOrFail(Call::sync, file, SYS_fdatasync, file);
 }
 
 int close(int file) {
@@ -209,15 +210,11 @@ int close(int file) {
 }
 
 int rename(const char* from, const char* to) noexcept {
-    return effectOf(Call::rename, to).fails ? -1 : static_cast<int>(::syscall(SYS_rename, from, to));
+    return callOrFail(Call::rename, to, SYS_rename, from, to);
 }
 
 int unlink(const char* path) noexcept {
-    return effectOf(Call::remove, path).fails ? -1 : static_cast<int>(::syscall(SYS_unlink, path));
-}
-
-int mkdir(const char* path, mode_t mode) noexcept {
-    return effectOf(Call::makeFolder, path).fails ? -1 : static_cast<int>(::syscall(SYS_mkdir, path, mode));
+    return callOrFail(Call::remove, path, SYS_unlink, path);
 }
 
 DIR* opendir(const char* path) {

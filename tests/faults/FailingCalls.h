@@ -19,7 +19,6 @@ enum class Call {
     close,
     rename,
     remove,
-    makeFolder,
     openFolder
 };
 std::vector<Call> allCalls();

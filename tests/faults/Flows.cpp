@@ -10,8 +10,6 @@
 #include "session/SessionFiles.h"
 #include "support/Builders.h"
 
-#include <algorithm>
-#include <array>
 #include <filesystem>
 
 namespace orvalen::test {
@@ -27,33 +25,15 @@ const std::vector<MatchedTrack>& rows() {
     return all;
 }
 
-std::function<std::string(PreparedProgram&)> supportFile(std::string name) {
-    return [name = std::move(name)](PreparedProgram& program) { return program.support().path(name); };
-}
-
-std::function<std::string(PreparedProgram&)> userFile(std::string name) {
-    return [name = std::move(name)](PreparedProgram& program) { return program.userFolder.path(name); };
-}
-
-using Operation = void (*)(ContentView&);
-
-/// Runs the operation and answers its dialog with this file.
-std::function<void(PreparedProgram&)> saving(Operation operation, std::string name) {
-    return [operation, name = std::move(name)](PreparedProgram& program) {
-        program.dialogs.willSaveTo(program.userFolder.path(name));
+/// Runs the operation; a dialog that it opens is answered with this file.
+auto running(void (*operation)(ContentView&), const char* file = nullptr) {
+    return [=](PreparedProgram& program) {
+        if (file != nullptr) {
+            program.dialogs.willSaveTo(program.userFolder.path(file));
+            program.dialogs.willOpen({program.userFolder.path(file)});
+        }
         operation(program.view);
     };
-}
-
-std::function<void(PreparedProgram&)> opening(Operation operation, std::string name) {
-    return [operation, name = std::move(name)](PreparedProgram& program) {
-        program.dialogs.willOpen({program.userFolder.path(name)});
-        operation(program.view);
-    };
-}
-
-std::function<void(PreparedProgram&)> running(Operation operation) {
-    return [operation](PreparedProgram& program) { operation(program.view); };
 }
 
 constexpr const char* libraryText =
@@ -64,20 +44,16 @@ constexpr const char* sessionText =
 constexpr const char* foldersText = R"(["Ym9va21hcms6L0xvYWRlZA=="])";
 
 Flow exportOf(const ExportTarget& target) {
-    const std::string value(target.value);
-    Flow flow{target.value.data(),
-              Access::writeAtomically,
-              userFile("wedding.m3u"),
-              [value](PreparedProgram& program) {
-                  program.view.selectedExportFormat.set(value);
-                  program.dialogs.willSaveTo(program.userFolder.path("wedding.m3u"));
-                  exportPlaylist(program.view);
-              },
-              {"Exporting format: " + value},
-              std::string(target.failureLine) + " "};
-    if (!target.successLine.empty())
-        flow.success.push_back(std::string(target.successLine) + "{}");
-    return flow;
+    return {.name = target.value.data(),
+            .file = "wedding.m3u",
+            .act =
+                [value = std::string(target.value)](PreparedProgram& program) {
+                    program.view.selectedExportFormat.set(value);
+                    program.dialogs.willSaveTo(program.userFolder.path("wedding.m3u"));
+                    exportPlaylist(program.view);
+                },
+            .failure = std::string(target.failureLine) + " ",
+            .isAtomic = true};
 }
 
 } // namespace
@@ -112,91 +88,27 @@ std::string PreparedProgram::state() {
 }
 
 std::vector<Flow> flows() {
-    using enum Access;
+    const auto importing = [](PreparedProgram& program) {
+        importDJEPCSV(program.view);
+        program.dialogs.answerLater({program.userFolder.path("requests.csv")});
+    };
     std::vector<Flow> all{
-        {"library file",
-         writeInPlace,
-         supportFile("Orvalen/library.orvl"),
-         running(savePersistentLibrary),
-         {"✅ Persistent library saved to {}"},
+        {"library file", "support/library.orvl", running(savePersistentLibrary),
          "❌ Failed to save persistent library: "},
-        {"folder list",
-         writeInPlace,
-         supportFile("Orvalen/folders.json"),
-         running(saveFolderBookmarks),
-         {},
+        {"folder list", "support/folders.json", running(saveFolderBookmarks),
          "Error saving folder bookmarks: "},
-        {"library backup",
-         writeInPlace,
-         userFile("backup.orvl"),
-         saving(backupScannedLibrary, "backup.orvl"),
-         {"✅ Library backup saved to {}"},
+        {"library backup", "backup.orvl", running(backupScannedLibrary, "backup.orvl"),
          "❌ Failed to backup scanned library: "},
-        {"automatic backup",
-         writeInPlace,
-         supportFile("library_backup_"),
-         [](PreparedProgram& program) { program.database().autoBackupLibrary(program.view.trackDict.get()); },
-         {"Auto-saved library backup to {}"},
-         "",
-         "",
-         true},
-        {"session",
-         writeInPlace,
-         userFile("evening.orvs"),
-         saving(saveSession, "evening.orvs"),
-         {},
-         "Failed to save session: "},
-        {"auto-save",
-         writeInPlace,
-         supportFile("Orvalen/session.orvs"),
-         running(autoSaveSession),
-         {"Auto-saving session to {}"},
-         "Auto-save session failed: "},
-        {"library at the start",
-         read,
-         supportFile("Orvalen/library.orvl"),
-         running(loadPersistentLibrary),
-         {},
-         "",
-         libraryText},
-        {"folder list at the start",
-         read,
-         supportFile("Orvalen/folders.json"),
-         running(loadFolderBookmarks),
-         {},
-         "",
-         foldersText},
-        {"chosen library",
-         read,
-         userFile("old.orvl"),
-         opening(loadScannedLibrary, "old.orvl"),
-         {},
-         "",
-         libraryText},
-        {"chosen session",
-         read,
-         userFile("old.orvs"),
-         opening(loadSession, "old.orvs"),
-         {},
-         "Failed to load session: ",
-         sessionText},
-        {"last session",
-         read,
-         supportFile("Orvalen/session.orvs"),
-         running(loadLastSession),
-         {},
-         "",
-         sessionText},
-        {"DJEP export",
-         read,
-         userFile("requests.csv"),
-         [](PreparedProgram& program) {
-             importDJEPCSV(program.view);
-             program.dialogs.answerLater({program.userFolder.path("requests.csv")});
-         },
-         {},
-         "Failed to parse DJEP CSV: ",
-         "kind,title,artist\nPlay,Loaded,A\n"},
+        {"session", "evening.orvs", running(saveSession, "evening.orvs"), "Failed to save session: "},
+        {"auto-save", "support/session.orvs", running(autoSaveSession), "Auto-save session failed: "},
+        {"library at the start", "support/library.orvl", running(loadPersistentLibrary), "", libraryText},
+        {"folder list at the start", "support/folders.json", running(loadFolderBookmarks), "", foldersText},
+        {"chosen library", "old.orvl", running(loadScannedLibrary, "old.orvl"), "", libraryText},
+        {"chosen session", "old.orvs", running(loadSession, "old.orvs"),
+         "Failed to load session: ", sessionText},
+        {"last session", "support/session.orvs", running(loadLastSession), "", sessionText},
+        {"DJEP export", "requests.csv", importing,
+         "Failed to parse DJEP CSV: ", "kind,title,artist\nPlay,Loaded,A\n"},
     };
     for (const ExportTarget& target : exportTargets())
         all.push_back(exportOf(target));
@@ -213,46 +125,50 @@ std::string nameOfTest(const testing::TestParamInfo<Flow>& info) {
 
 FlowRun::FlowRun(const Flow& flow, bool hasOldFile) : flow_(flow) {
     const std::string old(20'000, 'o'); // longer than what a prepared program writes
-    if (flow.access == Access::read || hasOldFile) {
-        EXPECT_TRUE(writeWholeFile(flow.file(program), flow.access == Access::read ? flow.content : old));
+    if (flow.reads() || hasOldFile) {
+        EXPECT_TRUE(writeWholeFile(path(), flow.reads() ? flow.content : old));
     }
     stateBefore = program.state();
     contentBefore = content();
 }
 
 void FlowRun::act(const std::optional<Fault>& fault) {
-    const std::string file = flow_.file(program);
-    const std::string temporary = (fs::path(file).parent_path() / ".orvalen-").string();
+    const std::string temporary = (fs::path(path()).parent_path() / ".orvalen-").string();
     program.console.clear();
-    const FailingCalls calls({file, temporary}, fault);
+    const FailingCalls calls({path(), temporary}, fault);
     flow_.act(program);
     program.settle();
     counts = calls.counts();
 }
 
-std::optional<std::string> FlowRun::content() {
-    const fs::path path = flow_.file(program);
-    for (const auto& entry : fs::directory_iterator(path.parent_path()))
-        if (entry.path().string().starts_with(path.string()))
-            return readWholeFile(entry.path()).value();
-    return std::nullopt;
+std::string FlowRun::path() const {
+    constexpr std::string_view support = "support/";
+    const std::string_view file = flow_.file;
+    return file.starts_with(support)
+               ? program.support().path("Orvalen/" + std::string(file.substr(support.size())))
+               : program.userFolder.path(file);
 }
 
-std::vector<std::string> FlowRun::lines() {
+std::optional<std::string> FlowRun::content() const {
+    if (!fs::exists(path()))
+        return std::nullopt;
+    return readWholeFile(path()).value();
+}
+
+std::vector<std::string> FlowRun::lines() const {
     std::vector<std::string> lines = program.console.lines();
     for (std::string& line : lines)
-        if (const auto place = line.find(flow_.file(program)); place != std::string::npos)
-            line = line.substr(0, place) + "{}";
+        if (const auto place = line.find(path()); place != std::string::npos)
+            line.replace(place, path().size(), "{}");
     return lines;
 }
 
-std::size_t FlowRun::otherFiles() {
-    const fs::path folder = fs::path(flow_.file(program)).parent_path();
-    // A load that succeeds keeps copies of what it replaces.
-    const auto copies = std::ranges::count_if(std::array{"earlier_choices.json", "session.previous.orvs"},
-                                              [&](const char* name) { return fs::exists(folder / name); });
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}) - copies) -
-           (content() ? 1U : 0U);
+std::vector<std::string> FlowRun::temporaryFiles() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(fs::path(path()).parent_path()))
+        if (const std::string name = entry.path().filename(); name.starts_with('.'))
+            names.push_back(name);
+    return names;
 }
 
 } // namespace orvalen::test

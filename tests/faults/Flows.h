@@ -5,7 +5,7 @@
 
 #include <functional>
 #include <gtest/gtest.h>
-#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,23 +20,18 @@ struct PreparedProgram : TestPlatform {
     TemporaryFolder userFolder; ///< where the user's own files are
 };
 
-enum class Access { writeInPlace, writeAtomically, read };
-
 /// One thing that the program does with one file.
 struct Flow {
     const char* name;
-    Access access;
-    /// The path, or its beginning where the rest is a time.
-    std::function<std::string(PreparedProgram&)> file;
+    const char* file; ///< in the user's folder, or below "support/" in the application-support folder
     std::function<void(PreparedProgram&)> act;
-    /// The console lines when it works; {} stands for the path.
-    std::vector<std::string> success;
     /// What the error line begins with; empty: no message.
     std::string failure;
-    /// Of a flow that reads: what is in the file.
+    /// Of a flow that reads: what is in the file. Empty for one that writes.
     std::string content = {};
-    /// The flow writes its success line even when it failed.
-    bool ignoresErrors = false;
+    bool isAtomic = false; ///< an export, which announces itself with one line
+
+    bool reads() const { return !content.empty(); }
 };
 
 std::vector<Flow> flows();
@@ -51,12 +46,12 @@ public:
 
     void act(const std::optional<Fault>& fault = {});
 
-    /// The content of the first file whose path begins with the flow's.
-    std::optional<std::string> content();
+    std::string path() const;
+    std::optional<std::string> content() const;
     /// The console lines, with {} for the path.
-    std::vector<std::string> lines();
-    /// The number of files beside the flow's own and the copies of what a load replaced.
-    std::size_t otherFiles();
+    std::vector<std::string> lines() const;
+    /// The names of the temporary files beside the flow's own.
+    std::vector<std::string> temporaryFiles() const;
 
     PreparedProgram program;
     std::string stateBefore;
