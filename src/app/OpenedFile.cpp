@@ -6,20 +6,17 @@
 #include "platform/Dialogs.h"
 #include "session/SessionFiles.h"
 
-#include <algorithm>
 #include <string>
 
 namespace orvalen {
 namespace {
 
 std::string fileName(const Location& file) {
-    return file.path.substr(file.path.rfind('/') + 1);
+    return std::string(lastPathComponent(file.path));
 }
 
 bool hasExtension(const Location& file, std::string_view extension) {
-    return std::ranges::equal(pathExtension(file.path), extension, [](char written, char lower) {
-        return (written >= 'A' && written <= 'Z' ? written - 'A' + 'a' : written) == lower;
-    });
+    return toAsciiLower(pathExtension(file.path)) == extension;
 }
 
 void openSession(ContentView& view, const Location& file) {

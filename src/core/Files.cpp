@@ -1,5 +1,6 @@
 #include "core/Files.h"
 
+#include "core/Descriptor.h"
 #include "core/Uuid.h"
 
 #include <cerrno>
@@ -8,29 +9,9 @@
 #include <new>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace orvalen {
 namespace {
-
-/// Closes on leaving; close() itself is asked for its error where that matters.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0)
-            ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int number() const { return number_; }
-    bool isOpen() const { return number_ >= 0; }
-    int close() { return ::close(std::exchange(number_, -1)); }
-
-private:
-    int number_;
-};
 
 constexpr const char* notAFile = "Not a regular file";
 

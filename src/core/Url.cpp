@@ -3,6 +3,7 @@
 #include "core/Text.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace orvalen {
 namespace {
@@ -46,12 +47,15 @@ std::string_view hostOf(std::string_view authority) {
     return authority.substr(0, authority.find(':'));
 }
 
-std::string decoded(std::string_view text) {
-    const auto value = [](char c) { return (isLetter(c) ? (c | 0x20) - 'a' + 10 : c - '0'); };
+} // namespace
+
+std::string percentDecoded(std::string_view text) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '%' && i + 2 < text.size()) {
-            result += static_cast<char>(value(text[i + 1]) * 16 + value(text[i + 2]));
+        unsigned char code = 0;
+        if (text[i] == '%' && i + 2 < text.size() &&
+            std::from_chars(&text[i + 1], &text[i] + 3, code, 16).ptr == &text[i] + 3) {
+            result += static_cast<char>(code);
             i += 2;
         } else {
             result += text[i];
@@ -59,8 +63,6 @@ std::string decoded(std::string_view text) {
     }
     return result;
 }
-
-} // namespace
 
 std::optional<Url> parseUrl(std::string_view address) {
     if (address.empty() || !consistsOf("-._~:/?#[]@!$&'()*+,;=", address))
@@ -96,7 +98,7 @@ std::vector<std::string> pathComponents(const Url& url) {
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find('/'), rest.size());
         if (end > 0)
-            components.push_back(decoded(rest.substr(0, end)));
+            components.push_back(percentDecoded(rest.substr(0, end)));
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
     return components;
@@ -105,7 +107,8 @@ std::vector<std::string> pathComponents(const Url& url) {
 bool isPathSegment(std::string_view text) {
     if (text.empty() || !consistsOf(segmentPunctuation, text))
         return false;
-    const std::string meaning = decoded(text); // an escaped dot is a dot to many servers, a slash a slash
+    const std::string meaning =
+        percentDecoded(text); // an escaped dot is a dot to many servers, a slash a slash
     return meaning != "." && meaning != ".." && !isOneOf(meaning, '/') && !isOneOf(meaning, '\\');
 }
 

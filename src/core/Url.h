@@ -25,6 +25,9 @@ struct Url {
 /// anything beyond ASCII, an incomplete percent escape.
 std::optional<Url> parseUrl(std::string_view address);
 
+/// The text with each percent sign and the two hexadecimal digits behind it as the byte that they mean.
+std::string percentDecoded(std::string_view text);
+
 /// The decoded components of the path, which may hold any byte then. Slashes are no components; an opaque
 /// address has none.
 std::vector<std::string> pathComponents(const Url& url);

@@ -1,5 +1,6 @@
 #include "core/Uuid.h"
 
+#include <charconv>
 #include <random>
 
 namespace orvalen {
@@ -7,16 +8,6 @@ namespace {
 
 bool isHyphenPosition(std::size_t i) {
     return i == 8 || i == 13 || i == 18 || i == 23;
-}
-
-int hexValue(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return -1;
 }
 
 /// Seeded once a thread from the system's random source; a row's identity needs no secrecy.
@@ -47,19 +38,13 @@ std::optional<UUID> UUID::parse(std::string_view text) {
     if (text.size() != 36)
         return std::nullopt;
     UUID id;
-    std::size_t digit = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (isHyphenPosition(i)) {
-            if (text[i] != '-')
-                return std::nullopt;
-            continue;
-        }
-        const int value = hexValue(text[i]);
-        if (value < 0)
+    const char* place = text.data();
+    for (std::uint8_t& byte : id.bytes_) {
+        if (isHyphenPosition(static_cast<std::size_t>(place - text.data())) && *place++ != '-')
             return std::nullopt;
-        auto& byte = id.bytes_[digit / 2];
-        byte = static_cast<std::uint8_t>((byte << 4) | value);
-        ++digit;
+        if (std::from_chars(place, place + 2, byte, 16).ptr != place + 2)
+            return std::nullopt;
+        place += 2;
     }
     return id;
 }

@@ -87,10 +87,9 @@ Expected<std::string> readWantedText(const std::string& path, bool ignoreDoNotPl
 } // namespace
 
 void importDJEPCSV(ContentView& view) {
-    OpenOptions options;
-    options.types.families = {TypeFamily::commaSeparatedText};
-    options.title = "Import DJEP CSV";
-    options.kind = FileKind::eventList;
+    const OpenOptions options{.types = {.families = {TypeFamily::commaSeparatedText}},
+                              .title = "Import DJEP CSV",
+                              .kind = FileKind::eventList};
     view.platform.dialogs.chooseToOpenLater(options, [&view](const std::vector<Location>& chosen) {
         if (!chosen.empty())
             parseDJEPCSV(view, chosen.front());

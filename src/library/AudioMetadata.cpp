@@ -144,13 +144,11 @@ void attachBrowsedFile(ContentView& view, std::size_t row) {
     const MatchedTrack& pressed = view.matchedTracks.get()[row];
     Track track = namedAfter(pressed);
 
-    OpenOptions options;
-    options.types.families = {TypeFamily::mp3Audio, TypeFamily::mpeg4Audio, TypeFamily::wavAudio,
-                              TypeFamily::movie};
-    options.types.extensions = {"aiff", "aif"};
-    options.title = "Browse for file: " + pressed.artist + " – " + pressed.title;
-    options.openIn = foldersToBrowse(view, pressed);
-    const auto chosen = view.platform.dialogs.chooseToOpen(options);
+    const auto chosen = view.platform.dialogs.chooseToOpen(
+        {.types = {{TypeFamily::mp3Audio, TypeFamily::mpeg4Audio, TypeFamily::wavAudio, TypeFamily::movie},
+                   {"aiff", "aif"}},
+         .title = "Browse for file: " + pressed.artist + " – " + pressed.title,
+         .openIn = foldersToBrowse(view, pressed)});
     if (chosen.empty())
         return;
     track.path = chosen.front().path;

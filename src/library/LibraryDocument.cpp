@@ -21,6 +21,15 @@ void writeTracks(Writer& writer, const LibraryIndex& index) {
     writer.EndArray();
 }
 
+/// Unlike elsewhere, every track has a tempo here.
+void writeSnapshotTrack(Writer& writer, const TrackView& track) {
+    writer.StartObject();
+    writeTrackTexts(writer, track);
+    writeText(writer, "bpm");
+    writer.Int64(track.bpm.value_or(0));
+    writer.EndObject();
+}
+
 void writePreferred(Writer& writer, const PreferredMatches& preferred) {
     writer.StartArray();
     for (const auto& [key, path] : preferred) {
@@ -110,6 +119,25 @@ std::string preferredMatchesText(const PreferredMatches& preferred) {
 std::optional<PreferredMatches> readPreferredMatches(std::string bytes) {
     auto preferred = readJson(std::move(bytes), readPreferred);
     return preferred ? *std::move(preferred) : std::nullopt;
+}
+
+std::string librarySnapshotText(const LibraryIndex& index, const PreferredMatches& preferred) {
+    rapidjson::StringBuffer buffer;
+    Writer writer(buffer);
+    writer.SetIndent(' ', 2);
+    writer.StartObject();
+    writer.Key("tracks");
+    writer.StartArray();
+    for (const TrackView& track : allTracks(index))
+        writeSnapshotTrack(writer, track);
+    writer.EndArray();
+    writer.Key("preferred");
+    writer.StartObject();
+    for (const auto& [key, path] : preferred)
+        writeMember(writer, key, path);
+    writer.EndObject();
+    writer.EndObject();
+    return {buffer.GetString(), buffer.GetSize()};
 }
 
 } // namespace orvalen

@@ -35,4 +35,8 @@ std::string preferredMatchesText(const PreferredMatches& preferred);
 /// The preferred matches of such an object; nothing when it has none or memory does not suffice.
 std::optional<PreferredMatches> readPreferredMatches(std::string bytes);
 
+/// The automatic backup's text: every track with a "bpm" (0 where it has none) and the preferred matches as
+/// one object. Any thread.
+std::string librarySnapshotText(const LibraryIndex& index, const PreferredMatches& preferred);
+
 } // namespace orvalen

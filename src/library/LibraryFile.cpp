@@ -1,6 +1,7 @@
 #include "library/LibraryFile.h"
 
 #include "app/state/ContentView.h"
+#include "core/AllTracks.h"
 #include "core/Files.h"
 #include "core/Text.h"
 #include "library/EarlierChoices.h"
@@ -14,6 +15,7 @@
 #include "platform/FolderAccess.h"
 #include "platform/UserFolders.h"
 
+#include <algorithm>
 #include <unistd.h>
 
 namespace orvalen {
@@ -24,13 +26,9 @@ constexpr std::string_view previousName = "library.previous.orvl";
 
 /// The tracks that look as if their files' tags could not be read when they were scanned.
 std::size_t untaggedCount(const LibraryIndex& index) {
-    std::size_t count = 0;
-    for (std::size_t position = 0; position < index.trackCount(); ++position) {
-        const TrackView track = index.track(position);
-        if (track.artist == "Unknown" && track.title == bareName(track.path))
-            ++count;
-    }
-    return count;
+    return static_cast<std::size_t>(std::ranges::count_if(allTracks(index), [](const TrackView& track) {
+        return track.artist == "Unknown" && track.title == bareName(track.path);
+    }));
 }
 
 /// Replaces the index and, where the document has some, the preferred matches.
@@ -128,11 +126,9 @@ void loadPersistentLibrary(ContentView& view) {
 }
 
 void backupScannedLibrary(ContentView& view) {
-    SaveOptions options;
-    options.proposedName = "scanned_library.orvl";
-    options.types.extensions = {"orvl"};
-    options.kind = FileKind::sessionOrLibrary;
-    const auto destination = view.platform.dialogs.chooseToSave(options);
+    const auto destination = view.platform.dialogs.chooseToSave({.proposedName = "scanned_library.orvl",
+                                                                 .types = {.extensions = {"orvl"}},
+                                                                 .kind = FileKind::sessionOrLibrary});
     if (!destination)
         return;
     Console& console = view.platform.console;
@@ -147,11 +143,9 @@ void backupScannedLibrary(ContentView& view) {
 }
 
 void loadScannedLibrary(ContentView& view) {
-    OpenOptions options;
-    options.types.extensions = {"orvl"};
-    options.title = "Load Scanned Library";
-    options.kind = FileKind::sessionOrLibrary;
-    const auto chosen = view.platform.dialogs.chooseToOpen(options);
+    const auto chosen = view.platform.dialogs.chooseToOpen({.types = {.extensions = {"orvl"}},
+                                                            .title = "Load Scanned Library",
+                                                            .kind = FileKind::sessionOrLibrary});
     if (!chosen.empty())
         loadScannedLibraryFile(view, chosen.front());
 }

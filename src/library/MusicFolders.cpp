@@ -39,12 +39,11 @@ std::optional<std::vector<std::string>> readBookmarks(const std::string& path) {
 } // namespace
 
 void addMusicLocations(ContentView& view) {
-    OpenOptions options;
-    options.folders = true;
-    options.several = true;
-    options.types.extensions = {"mp3", "m4a", "wav", "aiff", "aif"};
-    options.prompt = "Add Music Folders or Audio Files";
-    const auto chosen = view.platform.dialogs.chooseToOpen(options);
+    const auto chosen = view.platform.dialogs.chooseToOpen(
+        {.folders = true,
+         .several = true,
+         .types = {.extensions = {addedExtensions.begin(), addedExtensions.end()}},
+         .prompt = "Add Music Folders or Audio Files"});
     if (!chosen.empty())
         addMusicLocations(view, chosen);
 }

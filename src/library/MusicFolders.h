@@ -2,6 +2,8 @@
 
 #include "core/Location.h"
 
+#include <array>
+#include <string_view>
 #include <vector>
 
 namespace orvalen {
@@ -9,6 +11,9 @@ namespace orvalen {
 struct ContentView;
 
 // The list of folders and single audio files that the user added. Main thread.
+
+/// The extensions of audio files that can be added one by one.
+inline constexpr std::array<std::string_view, 5> addedExtensions{"mp3", "m4a", "wav", "aiff", "aif"};
 
 /// Asks for folders and audio files and adds what was chosen.
 void addMusicLocations(ContentView& view);

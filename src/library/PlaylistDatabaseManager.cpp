@@ -1,7 +1,7 @@
 #include "library/PlaylistDatabaseManager.h"
 
 #include "core/Files.h"
-#include "library/LibrarySnapshot.h"
+#include "library/LibraryDocument.h"
 #include "platform/Console.h"
 #include "platform/UserFolders.h"
 

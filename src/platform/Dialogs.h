@@ -13,8 +13,8 @@ enum class TypeFamily { mp3Audio, mpeg4Audio, wavAudio, movie, commaSeparatedTex
 
 /// What may be chosen; both lists empty: anything.
 struct AllowedTypes {
-    std::vector<TypeFamily> families;
-    std::vector<std::string> extensions; ///< lower case, without the dot
+    std::vector<TypeFamily> families{};
+    std::vector<std::string> extensions{}; ///< lower case, without the dot
 
     bool anything() const { return families.empty() && extensions.empty(); }
 };

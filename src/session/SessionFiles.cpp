@@ -32,6 +32,13 @@ Expected<MatchSession> readSession(const Location& file) {
         [](std::string bytes) { return decodeSession(std::move(bytes)); });
 }
 
+std::optional<MatchSession> readSupportFile(const ContentView& view, const char* name) {
+    if (const auto file = supportFileURL(view.platform.userFolders, name))
+        if (auto session = readSession(*file))
+            return std::move(*session);
+    return std::nullopt;
+}
+
 void showAutoSaveIndicator(ContentView& view) {
     view.isAutoSaving.set(true);
     view.platform.mainQueue.after(indicatorTime, [&view] { view.isAutoSaving.set(false); });
@@ -63,11 +70,8 @@ void autoSaveSession(ContentView& view) {
 }
 
 void loadSession(ContentView& view) {
-    OpenOptions options;
-    options.types = sessionType();
-    options.title = "Load Session";
-    options.kind = FileKind::sessionOrLibrary;
-    const auto chosen = view.platform.dialogs.chooseToOpen(options);
+    const auto chosen = view.platform.dialogs.chooseToOpen(
+        {.types = sessionType(), .title = "Load Session", .kind = FileKind::sessionOrLibrary});
     if (!chosen.empty())
         loadSessionFile(view, chosen.front());
 }
@@ -82,10 +86,7 @@ void loadSessionFile(ContentView& view, const Location& file) {
 }
 
 void loadLastSession(ContentView& view) {
-    const auto file = supportFileURL(view.platform.userFolders, autoSaveName);
-    if (!file)
-        return;
-    if (auto session = readSession(*file))
+    if (auto session = readSupportFile(view, autoSaveName))
         applySession(view, std::move(*session));
 }
 
@@ -101,10 +102,7 @@ void keepReplacedRows(ContentView& view) {
 }
 
 void loadPreviousSession(ContentView& view) {
-    const auto file = supportFileURL(view.platform.userFolders, previousName);
-    if (!file)
-        return;
-    auto session = readSession(*file);
+    auto session = readSupportFile(view, previousName);
     if (!session)
         return;
     view.previousSessionIsKept.set(false);

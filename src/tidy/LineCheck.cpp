@@ -14,11 +14,6 @@ namespace {
 /// The other format must find at least so many more lines, and half as many again, to be worth a hint.
 constexpr std::size_t clearlyMore = 3;
 
-/// Whether a match run reads the line does not depend on the format.
-bool isRead(std::string_view line) {
-    return parseWantedLine(line, artistTitleFormat).has_value();
-}
-
 LeftOutReason reasonOf(std::string_view line) {
     if (isRead(withPlainBlanks(line)))
         return LeftOutReason::unusualBlank;

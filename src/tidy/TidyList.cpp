@@ -8,14 +8,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 
 namespace orvalen {
 namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::string_view tidyDash = " \u2013 ";
 constexpr std::array spacedDashes = {" - "sv, " \u2013 "sv, " \u2014 "sv};
 /// What follows ‘by’ in titles.
 constexpr std::array titleEnds = {"me"sv,    "you"sv, "my side"sv,  "your side"sv,
@@ -23,13 +21,6 @@ constexpr std::array titleEnds = {"me"sv,    "you"sv, "my side"sv,  "your side"s
 /// A second dash before one of these words names a version that few files are tagged with.
 constexpr std::array droppedVersions = {"remaster"sv, "remastered"sv, "mono"sv,     "stereo"sv, "single"sv,
                                         "radio"sv,    "album"sv,      "original"sv, "version"sv};
-
-std::string lowered(std::string_view text) {
-    std::string result(text);
-    std::ranges::transform(result, result.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return result;
-}
 
 std::string lineOf(const Request& request, std::string_view format) {
     const bool artistFirst = format == artistTitleFormat;
@@ -54,7 +45,7 @@ std::vector<std::string> piecesOf(std::string_view line) {
 /// ‘Title by Artist’.
 std::vector<std::string> readingOfBy(std::string_view line, std::string_view format) {
     constexpr std::string_view by = " by ";
-    const std::size_t place = lowered(line).rfind(by);
+    const std::size_t place = toAsciiLower(line).rfind(by);
     if (place == std::string::npos)
         return {};
     const std::string artist(trimmed(line.substr(place + by.size())));
@@ -89,7 +80,7 @@ std::vector<std::string> readingOfHyphen(std::string_view line) {
 
 /// The text up to ‘feat.’ and its kind; the whole text when there is none.
 std::string withoutGuests(const std::string& text) {
-    const std::string low = lowered(text);
+    const std::string low = toAsciiLower(text);
     std::size_t end = text.size();
     for (const std::string_view sign :
          {" feat. ", " feat ", " ft. ", " ft ", " featuring ", " (feat", " (ft", " [feat"})
@@ -98,8 +89,8 @@ std::string withoutGuests(const std::string& text) {
 }
 
 std::string replaced(std::string text, std::string_view from, std::string_view to) {
-    for (std::size_t place = lowered(text).find(from); place != std::string::npos;
-         place = lowered(text).find(from, place + to.size()))
+    for (std::size_t place = toAsciiLower(text).find(from); place != std::string::npos;
+         place = toAsciiLower(text).find(from, place + to.size()))
         text.replace(place, from.size(), to);
     return text;
 }

@@ -19,7 +19,6 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::string_view tidyDash = " \u2013 ";
 constexpr std::array bullets = {"-"sv,      "*"sv,      "\u2022"sv, "\u2013"sv, "\u2014"sv,
                                 "\u00B7"sv, "\u25AA"sv, "\u25CF"sv, "\u25CB"sv, "\u25E6"sv,
                                 "\u2023"sv, "\u25BA"sv, "\u2192"sv, "\u2713"sv, "\u2714"sv,
@@ -33,45 +32,13 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 7> quotation
     {"\u00AB", "\u00BB"},
     {"\u201D", "\u201D"},
 }};
-/// Normalised, the whole text in the brackets.
-constexpr std::array notes = {"first dance"sv,
-                              "our first dance"sv,
-                              "1st dance"sv,
-                              "father daughter"sv,
-                              "father daughter dance"sv,
-                              "mother son"sv,
-                              "mother son dance"sv,
-                              "please"sv,
-                              "pls"sv,
-                              "plz"sv,
-                              "pretty please"sv,
-                              "please play"sv,
-                              "please please"sv,
-                              "must play"sv,
-                              "must have"sv,
-                              "a must"sv,
-                              "if possible"sv,
-                              "our song"sv,
-                              "our favourite"sv,
-                              "our favorite"sv,
-                              "favourite"sv,
-                              "favorite"sv,
-                              "grand entrance"sv,
-                              "cake cutting"sv,
-                              "last song"sv,
-                              "important"sv,
-                              "very important"sv,
-                              "bitte"sv,
-                              "unbedingt"sv,
-                              "eroffnungstanz"sv,
-                              "hochzeitstanz"sv,
-                              "unser lied"sv,
-                              "for the bride"sv,
-                              "for the groom"sv,
-                              "bride s favourite"sv,
-                              "groom s favourite"sv,
-                              "bride s favorite"sv,
-                              "groom s favorite"sv};
+/// Normalised, the whole text in the brackets, each between bars.
+constexpr std::string_view notes =
+    "|first dance|our first dance|1st dance|father daughter|father daughter dance|mother son|"
+    "mother son dance|please|pls|plz|pretty please|please play|please please|must play|must have|a must|"
+    "if possible|our song|our favourite|our favorite|favourite|favorite|grand entrance|cake cutting|"
+    "last song|important|very important|bitte|unbedingt|eroffnungstanz|hochzeitstanz|unser lied|"
+    "for the bride|for the groom|bride s favourite|groom s favourite|bride s favorite|groom s favorite|";
 
 UChar32 characterAt(std::string_view text, std::size_t& place) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
@@ -93,10 +60,6 @@ bool isEmoji(UChar32 c) {
 /// Joins and colours emoji; between letters of other scripts it means something else.
 bool belongsToEmoji(UChar32 c) {
     return c == 0x200D || c == 0xFE0F || c == 0x20E3;
-}
-
-bool isRead(std::string_view line) {
-    return parseWantedLine(line, artistTitleFormat).has_value();
 }
 
 /// The text without the marks around it, or nothing when it has none or others inside.
@@ -152,6 +115,10 @@ constexpr std::array rules = {
 };
 
 } // namespace
+
+bool isRead(std::string_view line) {
+    return parseWantedLine(line, artistTitleFormat).has_value();
+}
 
 std::string withPlainBlanks(std::string_view line) {
     std::string result;
@@ -219,7 +186,7 @@ std::string withoutNote(std::string_view line) {
         return std::string(line);
     const std::string_view inside = text.substr(open + 1, text.size() - open - 2);
     const std::string note = normalize(inside);
-    const bool isNote = std::ranges::find(notes, std::string_view(note)) != notes.end() || note.empty();
+    const bool isNote = note.empty() || notes.find("|" + note + "|") != std::string_view::npos;
     const std::string_view rest = trimmed(text.substr(0, open));
     if (!isNote || (isRead(line) && !isRead(rest)))
         return std::string(line);

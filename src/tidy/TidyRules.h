@@ -16,6 +16,12 @@ struct NamedTidyRule {
     TidyRule apply;
 };
 
+/// The dash that tidied lines are written with.
+inline constexpr std::string_view tidyDash = " \u2013 ";
+
+/// Whether a match run reads the line, which does not depend on the format.
+bool isRead(std::string_view line);
+
 /// Tabs and unusual blanks become plain blanks, and characters of no width go.
 std::string withPlainBlanks(std::string_view line);
 std::string withoutEmoji(std::string_view line);

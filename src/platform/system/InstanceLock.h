@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Descriptor.h"
+
 #include <string>
 
 namespace orvalen {
@@ -11,14 +13,11 @@ public:
     /// Creates the file and locks it without waiting. Where locks are not supported, or the file cannot be
     /// made, there is nothing to find out and the process goes on.
     explicit InstanceLock(const std::string& file);
-    ~InstanceLock();
-    InstanceLock(const InstanceLock&) = delete;
-    InstanceLock& operator=(const InstanceLock&) = delete;
 
     bool heldByAnother() const { return heldByAnother_; }
 
 private:
-    int descriptor_;
+    Descriptor file_;
     bool heldByAnother_ = false;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/system/MountWatch.h"
 
+#include "core/Descriptor.h"
 #include "platform/MainQueue.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <thread>
-#include <unistd.h>
 #include <utility>
 
 namespace orvalen {
@@ -20,12 +20,6 @@ public:
     Thread(MainQueue& mainQueue, MountRoots roots)
         : roots_(std::move(roots)), mountTable_(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC)),
           wakeUp_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), mainQueue_(&mainQueue) {}
-    ~Thread() {
-        ::close(wakeUp_);
-        ::close(mountTable_);
-    }
-    Thread(const Thread&) = delete;
-    Thread& operator=(const Thread&) = delete;
 
     void watch(std::vector<Location> locations, Observer observer) {
         const std::lock_guard lock(mutex_);
@@ -43,13 +37,13 @@ public:
 
     void run() {
         // A negative descriptor, of a system without this table, is ignored by poll().
-        pollfd sources[] = {{wakeUp_, POLLIN, 0}, {mountTable_, POLLPRI, 0}};
+        pollfd sources[] = {{wakeUp_.number(), POLLIN, 0}, {mountTable_.number(), POLLPRI, 0}};
         std::shared_ptr<const Watched> reportedOn;
         std::vector<Location> reported;
         while (true) {
             ::poll(std::data(sources), std::size(sources), -1);
             std::uint64_t count = 0;
-            static_cast<void>(::read(wakeUp_, &count, sizeof count) <
+            static_cast<void>(::read(wakeUp_.number(), &count, sizeof count) <
                               0); // fails when only the table has changed
             std::unique_lock lock(mutex_);
             if (mainQueue_ == nullptr)
@@ -80,7 +74,7 @@ private:
 
     void wake() const {
         constexpr std::uint64_t one = 1;
-        static_cast<void>(::write(wakeUp_, &one, sizeof one) ==
+        static_cast<void>(::write(wakeUp_.number(), &one, sizeof one) ==
                           sizeof one); // fails only when it is awake anyway
     }
 
@@ -92,8 +86,8 @@ private:
     }
 
     const MountRoots roots_;
-    const int mountTable_;
-    const int wakeUp_;
+    const Descriptor mountTable_;
+    const Descriptor wakeUp_;
     std::mutex mutex_;
     MainQueue* mainQueue_;                   // under mutex_; null after end()
     std::shared_ptr<const Watched> watched_; // under mutex_

@@ -1,7 +1,10 @@
 #include "platform/system/SessionBusProbe.h"
 
+#include "core/Descriptor.h"
+#include "core/Url.h"
+
+#include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <optional>
@@ -17,22 +20,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// A D-Bus address writes other bytes than letters, digits and a few marks as '%' and two digits.
-std::string unescaped(std::string_view text) {
-    std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        unsigned code = 0;
-        if (text[i] == '%' && i + 2 < text.size() &&
-            std::from_chars(&text[i + 1], &text[i + 3], code, 16).ptr == &text[i + 3]) {
-            result += static_cast<char>(code);
-            i += 2;
-        } else {
-            result += text[i];
-        }
-    }
-    return result;
-}
-
 /// The value of `key` in an address like "unix:path=/run/bus,guid=0123".
 std::optional<std::string> valueOf(std::string_view address, std::string_view key) {
     address.remove_prefix(std::min(address.size(), address.find(':') + 1));
@@ -40,7 +27,7 @@ std::optional<std::string> valueOf(std::string_view address, std::string_view ke
         const std::string_view pair = address.substr(0, address.find(','));
         address.remove_prefix(std::min(address.size(), pair.size() + 1));
         if (pair.starts_with(key) && pair.substr(key.size()).starts_with('='))
-            return unescaped(pair.substr(key.size() + 1));
+            return percentDecoded(pair.substr(key.size() + 1));
     }
     return std::nullopt;
 }
@@ -66,11 +53,6 @@ std::string sessionAddresses() {
 
 class Connection {
 public:
-    Connection() : socket_(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)) {}
-    ~Connection() { ::close(socket_); }
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-
     /// 0, or the error's number; EAGAIN when too many wait to be accepted.
     int open(const std::string& name) const {
         sockaddr_un address{};
@@ -81,11 +63,11 @@ public:
         const bool isAbstract = name.starts_with('\0');
         const auto length = offsetof(sockaddr_un, sun_path) + name.size() + (isAbstract ? 0 : 1);
         const auto* plain = reinterpret_cast<const sockaddr*>(&address);
-        return ::connect(socket_, plain, static_cast<socklen_t>(length)) == 0 ? 0 : errno;
+        return ::connect(socket_.number(), plain, static_cast<socklen_t>(length)) == 0 ? 0 : errno;
     }
 
     bool send(std::string_view bytes) const {
-        return ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL) ==
+        return ::send(socket_.number(), bytes.data(), bytes.size(), MSG_NOSIGNAL) ==
                static_cast<ssize_t>(bytes.size());
     }
 
@@ -94,17 +76,17 @@ public:
         using std::chrono::milliseconds;
         for (;;) {
             const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
-            pollfd waiting{socket_, POLLIN, 0};
+            pollfd waiting{socket_.number(), POLLIN, 0};
             const int ready = ::poll(&waiting, 1, std::max(0, static_cast<int>(left.count())));
             if (ready < 0 && errno == EINTR)
                 continue;
             char byte = 0;
-            return ready > 0 && ::recv(socket_, &byte, 1, 0) == 1;
+            return ready > 0 && ::recv(socket_.number(), &byte, 1, 0) == 1;
         }
     }
 
 private:
-    int socket_;
+    Descriptor socket_{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)};
 };
 
 /// The first line of the authentication: a zero byte, then the user's number in hexadecimal ASCII digits.

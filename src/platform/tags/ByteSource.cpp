@@ -1,10 +1,11 @@
 #include "platform/tags/ByteSource.h"
 
+#include "core/Descriptor.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace orvalen {
 
@@ -15,10 +16,7 @@ constexpr std::size_t windowSize = 4096;
 
 class RegularFile : public ByteSource {
 public:
-    RegularFile(int descriptor, std::uint64_t size) : descriptor_(descriptor), size_(size) {}
-    ~RegularFile() override { ::close(descriptor_); }
-    RegularFile(const RegularFile&) = delete;
-    RegularFile& operator=(const RegularFile&) = delete;
+    RegularFile(int descriptor, std::uint64_t size) : file_(descriptor), size_(size) {}
 
     std::uint64_t size() const override { return size_; }
 
@@ -42,8 +40,8 @@ private:
         std::string bytes(length, '\0');
         std::size_t done = 0;
         while (done < length) {
-            const ssize_t count =
-                ::pread(descriptor_, bytes.data() + done, length - done, static_cast<off_t>(offset + done));
+            const ssize_t count = ::pread(file_.number(), bytes.data() + done, length - done,
+                                          static_cast<off_t>(offset + done));
             if (count < 0 && errno == EINTR)
                 continue;
             if (count < 0)
@@ -56,7 +54,7 @@ private:
         return bytes;
     }
 
-    int descriptor_;
+    Descriptor file_;
     std::uint64_t size_;
     mutable std::uint64_t windowOffset_ = 0;
     mutable std::string window_;

@@ -83,14 +83,6 @@ std::optional<std::uint64_t> findStart(const ByteSource& file) {
 constexpr std::size_t id3v1Length = 128;
 constexpr std::size_t apeFooterLength = 32;
 
-std::string lower(std::string_view text) {
-    std::string result(text);
-    for (char& letter : result)
-        if (letter >= 'A' && letter <= 'Z')
-            letter = static_cast<char>(letter - 'A' + 'a');
-    return result;
-}
-
 /// Reads items of the form: length of the value, flags, key, zero, value. The last item of a key counts; its
 /// several values become one text with blanks between.
 void readApeItems(FileTags& tags, std::string_view items) {
@@ -103,7 +95,7 @@ void readApeItems(FileTags& tags, std::string_view items) {
         const std::size_t zero = items.find('\0');
         if (zero == std::string_view::npos || length > items.size() - zero - 1)
             break;
-        const std::string key = lower(items.substr(0, zero));
+        const std::string key = toAsciiLower(items.substr(0, zero));
         std::string value(items.substr(zero + 1, length));
         std::replace(value.begin(), value.end(), '\0', ' ');
         items.remove_prefix(zero + 1 + length);

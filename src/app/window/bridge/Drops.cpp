@@ -5,14 +5,14 @@
 #include "library/MusicFolders.h"
 
 #include <QFileInfo>
-#include <QStringList>
+#include <algorithm>
 
 namespace orvalen {
 namespace {
 
 bool isMusic(const QFileInfo& file) {
-    static const QStringList extensions{"mp3", "m4a", "wav", "aiff", "aif"};
-    return file.isDir() || extensions.contains(file.suffix(), Qt::CaseInsensitive);
+    const std::string extension = toUtf8(file.suffix().toLower());
+    return file.isDir() || std::ranges::find(addedExtensions, extension) != addedExtensions.end();
 }
 
 } // namespace

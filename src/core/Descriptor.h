@@ -1,0 +1,27 @@
+#pragma once
+
+#include <unistd.h>
+#include <utility>
+
+namespace orvalen {
+
+/// A file descriptor that is closed with its owner; negative: none. Call close() where its error matters.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0)
+            ::close(number_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int number() const { return number_; }
+    bool isOpen() const { return number_ >= 0; }
+    int close() { return ::close(std::exchange(number_, -1)); }
+
+private:
+    int number_;
+};
+
+} // namespace orvalen
