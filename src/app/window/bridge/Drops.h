@@ -27,7 +27,6 @@ bool showsAlert(const ContentView& view);
 class Drops : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the window")
 
 public:
     using StateProperties::StateProperties;

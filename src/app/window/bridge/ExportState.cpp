@@ -15,9 +15,7 @@ namespace orvalen {
 
 ExportState::ExportState(ContentView& view, ChangeNotifier& notifier, WantedState& wanted)
     : StateProperties(view, notifier), wanted_(wanted) {
-    follow(view.selectedExportFormat);
-    follow(view.matchedTracks);
-    follow(view.showExportSuccessBanner);
+    follow(view.selectedExportFormat, view.matchedTracks, view.showExportSuccessBanner);
 }
 
 QList<QString> ExportState::formats() const {

@@ -13,7 +13,6 @@ class WantedState;
 class ExportState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the window")
     Q_PROPERTY(QList<QString> formats READ formats CONSTANT)
     Q_PROPERTY(QList<QString> howTos READ howTos CONSTANT)
     Q_PROPERTY(int formatIndex READ formatIndex WRITE setFormatIndex NOTIFY changed)

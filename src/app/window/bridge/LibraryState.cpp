@@ -10,13 +10,8 @@ namespace orvalen {
 
 LibraryState::LibraryState(ContentView& view, ChangeNotifier& notifier)
     : StateProperties(view, notifier), folders_(view) {
-    follow(view.musicFolderURLs);
-    follow(view.trackDict);
-    follow(view.trackCount);
-    follow(view.scanProgress);
-    follow(view.scanningFileName);
-    follow(view.lastScan);
-    follow(view.showDeleteLibraryConfirmation);
+    follow(view.musicFolderURLs, view.trackDict, view.trackCount, view.scanProgress, view.scanningFileName,
+           view.lastScan, view.showDeleteLibraryConfirmation);
 }
 
 void LibraryState::refresh() {

@@ -12,7 +12,6 @@ namespace orvalen {
 class LibraryState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the window")
     Q_PROPERTY(orvalen::MusicFoldersModel* folders READ folders CONSTANT)
     Q_PROPERTY(bool hasFolders READ hasFolders NOTIFY changed)
     Q_PROPERTY(bool scanning READ scanning NOTIFY changed)

@@ -3,8 +3,6 @@
 #include "app/window/bridge/QtText.h"
 #include "app/window/bridge/WantedState.h"
 #include "core/Text.h"
-#include "platform/MainQueue.h"
-#include "platform/WorkerQueue.h"
 #include "tidy/LineCheck.h"
 #include "tidy/TidyList.h"
 
@@ -25,32 +23,16 @@ constexpr std::size_t mostShownLines = 500;
 /// Both formats are tried for lists of up to so many lines.
 constexpr std::size_t mostCountedLines = 5'000;
 
-/// The document's text with line feeds, as long as the document.
-QString textOf(const QTextDocument& document) {
-    QString text = document.toRawText();
-    for (QChar& c : text)
-        if (c == QChar::ParagraphSeparator || c == QChar::LineSeparator)
-            c = u'\n';
-    return text;
-}
-
 } // namespace
 
 ListHelpState::ListHelpState(ContentView& view, ChangeNotifier& notifier, WantedState& wanted)
     : StateProperties(view, notifier), wanted_(wanted) {
-    follow(view.matchInput);
-    follow(view.matchedTracks);
-    const auto observe = [this](auto& field, void (ListHelpState::*react)()) {
-        field.observe([guard = QPointer<ListHelpState>(this), react] {
-            if (ListHelpState* state = guard.data())
-                (state->*react)();
-        });
-    };
-    observe(view.matchInput, &ListHelpState::wait);
-    observe(view.matchInputFormat, &ListHelpState::wait);
-    observe(view.trackCount, &ListHelpState::wait);
-    observe(view.isMatching, &ListHelpState::countLeftOutOfRun);
-    observe(view.matchedTracks, &ListHelpState::followRows);
+    follow(view.matchInput, view.matchedTracks);
+    observe(view.matchInput, [this] { wait(); });
+    observe(view.matchInputFormat, [this] { wait(); });
+    observe(view.trackCount, [this] { wait(); });
+    observe(view.isMatching, [this] { countLeftOutOfRun(); });
+    observe(view.matchedTracks, [this] { followRows(); });
     timer_.setSingleShot(true);
     connect(&timer_, &QTimer::timeout, this, &ListHelpState::check);
 }
@@ -93,27 +75,24 @@ ListHelpState::Report ListHelpState::reportOn(const std::string& text) {
 
 void ListHelpState::check() {
     stopCounting();
-    view().platform.matchQueue.post([&queue = view().platform.mainQueue,
-                                     guard = QPointer<ListHelpState>(this), number = ++checkNumber_,
-                                     stop = stop_, index = view().trackDict.get(),
-                                     text = view().matchInput.get(), format = view().matchInputFormat.get()] {
-        const auto answer = [&queue, guard, number](auto give) {
-            queue.post([guard, number, give] {
-                if (ListHelpState* state = guard.data(); state != nullptr && state->checkNumber_ == number)
-                    give(*state);
-            });
-        };
-        answer([report = reportOn(text)](ListHelpState& state) { state.receive(report); });
-        const std::vector<std::string> lines = wantedLines(text);
-        QString hint;
-        if (!index.empty() && lines.size() <= mostCountedLines)
-            if (const auto counts = countFormats(LibraryCatalog(index), lines, *stop))
-                hint = toQString(formatHint(*counts, format));
-        answer([hint](ListHelpState& state) {
-            if (std::exchange(state.hint_, hint) != hint)
-                emit state.changed();
+    const std::uint64_t number = ++checkNumber_;
+    onMatchQueue([text = view().matchInput.get()] { return reportOn(text); },
+                 [this, number](Report report) {
+                     if (number == checkNumber_)
+                         receive(std::move(report));
+                 });
+    onMatchQueue(
+        [stop = stop_, index = view().trackDict.get(), text = view().matchInput.get(),
+         format = view().matchInputFormat.get()] {
+            const std::vector<std::string> lines = wantedLines(text);
+            const bool counts = !index.empty() && lines.size() <= mostCountedLines;
+            const auto found = counts ? countFormats(LibraryCatalog(index), lines, *stop) : std::nullopt;
+            return found ? toQString(formatHint(*found, format)) : QString();
+        },
+        [this, number](const QString& hint) {
+            if (number == checkNumber_ && std::exchange(hint_, hint) != hint)
+                emit changed();
         });
-    });
 }
 
 void ListHelpState::receive(Report report) {
@@ -144,14 +123,9 @@ void ListHelpState::tidy() {
     if (!canTidy() || !document_)
         return;
     stopCounting();
-    view().platform.matchQueue.post([&queue = view().platform.mainQueue,
-                                     guard = QPointer<ListHelpState>(this), index = view().trackDict.get(),
-                                     text = view().matchInput.get(), format = view().matchInputFormat.get()] {
-        queue.post([guard, result = tidied(index, text, format)] {
-            if (ListHelpState* state = guard.data())
-                state->receive(result);
-        });
-    });
+    onMatchQueue([index = view().trackDict.get(), text = view().matchInput.get(),
+                  format = view().matchInputFormat.get()] { return tidied(index, text, format); },
+                 [this](Tidied result) { receive(std::move(result)); });
 }
 
 ListHelpState::Tidied ListHelpState::tidied(const LibraryIndex& index, const std::string& text,
@@ -174,7 +148,7 @@ ListHelpState::Tidied ListHelpState::tidied(const LibraryIndex& index, const std
 
 void ListHelpState::receive(Tidied tidied) {
     // What was typed meanwhile wins.
-    if (!document_ || textOf(*document_) != tidied.before)
+    if (!document_ || rawText(*document_) != tidied.before)
         return;
     const QString& before = tidied.before;
     const QString& after = tidied.after;
@@ -262,13 +236,8 @@ void ListHelpState::countLeftOutOfRun() {
     if (std::exchange(wasMatching_, view().isMatching.get()) || !wasMatching_)
         return;
     stopCounting(); // the run need not wait for it
-    view().platform.matchQueue.post([&queue = view().platform.mainQueue,
-                                     guard = QPointer<ListHelpState>(this), text = view().matchInput.get()] {
-        queue.post([guard, count = checkLines(text).leftOut.size()] {
-            if (ListHelpState* state = guard.data())
-                state->leftOutNow_ = count;
-        });
-    });
+    onMatchQueue([text = view().matchInput.get()] { return checkLines(text).leftOut.size(); },
+                 [this](std::size_t count) { leftOutNow_ = count; });
 }
 
 void ListHelpState::followRows() {

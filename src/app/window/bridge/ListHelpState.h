@@ -23,7 +23,6 @@ class WantedState;
 class ListHelpState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the window")
     Q_PROPERTY(QString caption READ caption NOTIFY changed)
     Q_PROPERTY(QString hint READ hint NOTIFY changed)
     Q_PROPERTY(QStringList leftOut READ leftOut NOTIFY changed)

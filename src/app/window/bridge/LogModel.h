@@ -16,7 +16,6 @@ class ConsoleLog;
 class LogModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the window")
     /// How many lines came since the log was last looked at.
     Q_PROPERTY(int unseen READ unseen NOTIFY changed)
     /// While true, the user sees the lines: none is unseen.

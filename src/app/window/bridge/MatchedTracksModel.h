@@ -15,7 +15,6 @@ namespace orvalen {
 class MatchedTracksModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("shown by ReviewState")
 
 public:
     enum Role {

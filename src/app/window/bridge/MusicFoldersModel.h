@@ -13,7 +13,6 @@ namespace orvalen {
 class MusicFoldersModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("shown by LibraryState")
 
 public:
     enum Role { path = Qt::UserRole, shownPath, countText, notConnected };

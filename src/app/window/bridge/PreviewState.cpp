@@ -16,13 +16,11 @@ constexpr int labelInterval = 200; // milliseconds
 } // namespace
 
 PreviewState::PreviewState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
-    follow(view.audioPlayer);
-    follow(view.selectedTrack);
-    follow(view.showResultsPage);
-    follow(view.isPlaying);
-    follow(view.playbackTimer);
-    follow(view.playbackProgress,
-           [this, &view] { return view.showResultsPage.get() && !(place() == shown_); });
+    follow(view.audioPlayer, view.selectedTrack, view.showResultsPage, view.isPlaying, view.playbackTimer);
+    observe(view.playbackProgress, [this, &view] {
+        if (view.showResultsPage.get() && !(place() == shown_))
+            markDirty();
+    });
     shown_ = place();
     labels_.setInterval(labelInterval);
     connect(&labels_, &QTimer::timeout, this, [this] {

@@ -14,7 +14,6 @@ namespace orvalen {
 class PreviewState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the window")
     Q_PROPERTY(bool shown READ shown NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(double progress READ progress NOTIFY changed)

@@ -3,6 +3,7 @@
 #include "core/Excerpt.h"
 
 #include <QString>
+#include <QTextDocument>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,14 @@ inline QString toShownText(std::string_view text) {
 inline std::string toUtf8(const QString& text) {
     const QByteArray bytes = text.toUtf8();
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+/// The document's text with line feeds, as long as the document; unlike its plain text it keeps no-break
+/// spaces.
+inline QString rawText(const QTextDocument& document) {
+    return document.toRawText()
+        .replace(QChar::ParagraphSeparator, u'\n')
+        .replace(QChar::LineSeparator, u'\n');
 }
 
 } // namespace orvalen

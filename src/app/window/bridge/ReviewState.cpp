@@ -26,13 +26,8 @@ const MatchedTrack* rowAt(const ContentView& view, int row) {
 
 ReviewState::ReviewState(ContentView& view, ChangeNotifier& notifier)
     : StateProperties(view, notifier), decisions_(view), rows_(view, decisions_) {
-    follow(view.matchedTracks);
-    follow(view.selectedTrack);
-    follow(view.isPlaying);
-    follow(view.showResultsPage);
-    follow(view.isAutoSaving);
-    follow(view.earlierChoices);
-    follow(view.previousSessionIsKept);
+    follow(view.matchedTracks, view.selectedTrack, view.isPlaying, view.showResultsPage, view.isAutoSaving,
+           view.earlierChoices, view.previousSessionIsKept);
     onScreen_ = shown();
 }
 

@@ -13,7 +13,6 @@ namespace orvalen {
 class ReviewState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the window")
     Q_PROPERTY(orvalen::MatchedTracksModel* rows READ rows CONSTANT)
     Q_PROPERTY(bool shown READ shown NOTIFY changed)
     Q_PROPERTY(QString summary READ summary NOTIFY changed)

@@ -4,8 +4,6 @@
 #include "library/AudioMetadata.h"
 #include "matching/MatchReview.h"
 #include "matching/TrackSearch.h"
-#include "platform/MainQueue.h"
-#include "platform/WorkerQueue.h"
 
 #include <algorithm>
 #include <utility>
@@ -35,13 +33,9 @@ QStringList labelsOf(const std::vector<FoundTrack>& tracks) {
 } // namespace
 
 SearchState::SearchState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
-    follow(view.matchedTracks);
-    follow(view.showResultsPage);
+    follow(view.matchedTracks, view.showResultsPage);
     // Written whenever another library takes the place of this one, but not when a file is attached.
-    view.trackCount.observe([guard = QPointer<SearchState>(this)] {
-        if (SearchState* state = guard.data())
-            state->index_.reset();
-    });
+    observe(view.trackCount, [this] { index_.reset(); });
 }
 
 void SearchState::refresh() {
@@ -104,21 +98,17 @@ void SearchState::look(const QString& text) {
 void SearchState::search() {
     searching_ = true;
     const QString text = std::exchange(wantedText_, std::nullopt).value_or(QString());
-    view().platform.matchQueue.post(
-        [&queue = view().platform.mainQueue, guard = QPointer<SearchState>(this), index = index(), text] {
+    onMatchQueue(
+        [index = index(), text] {
             const LibraryCatalog catalog(index);
-            auto tracks =
-                std::make_shared<std::vector<FoundTrack>>(shown(catalog, findTracks(catalog, toUtf8(text))));
-            queue.post([guard, text, tracks] {
-                SearchState* state = guard.data();
-                if (state == nullptr)
-                    return;
-                state->searching_ = false;
-                if (state->wantedText_)
-                    state->search();
-                else if (state->row_)
-                    state->receive(text, std::move(*tracks));
-            });
+            return shown(catalog, findTracks(catalog, toUtf8(text)));
+        },
+        [this, text](std::vector<FoundTrack> tracks) {
+            searching_ = false;
+            if (wantedText_)
+                search();
+            else if (row_)
+                receive(text, std::move(tracks));
         });
 }
 
@@ -149,17 +139,16 @@ void SearchState::suggest() {
     if (wanted.empty())
         return;
     suggesting_ = true;
-    view().platform.matchQueue.post([&queue = view().platform.mainQueue, guard = QPointer<SearchState>(this),
-                                     index = index(), wanted = std::move(wanted)] {
-        const LibraryCatalog catalog(index);
-        auto suggestions = std::make_shared<std::vector<Suggestions>>();
-        for (const Wanted& row : wanted)
-            suggestions->push_back({row.id, shown(catalog, suggestTracks(catalog, {row.artist, row.title}))});
-        queue.post([guard, suggestions] {
-            if (SearchState* state = guard.data())
-                state->receiveSuggestions(std::move(*suggestions));
-        });
-    });
+    onMatchQueue(
+        [index = index(), wanted = std::move(wanted)] {
+            const LibraryCatalog catalog(index);
+            std::vector<Suggestions> suggestions;
+            for (const Wanted& row : wanted)
+                suggestions.push_back(
+                    {row.id, shown(catalog, suggestTracks(catalog, {row.artist, row.title}))});
+            return suggestions;
+        },
+        [this](std::vector<Suggestions> suggestions) { receiveSuggestions(std::move(suggestions)); });
 }
 
 void SearchState::receiveSuggestions(std::vector<Suggestions> suggestions) {

@@ -24,7 +24,6 @@ struct FoundTrack {
 class SearchState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the window")
     Q_PROPERTY(QStringList labels READ labels NOTIFY found)
     Q_PROPERTY(QStringList paths READ paths NOTIFY found)
     Q_PROPERTY(QString answered READ answered NOTIFY found)

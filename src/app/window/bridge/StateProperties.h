@@ -2,6 +2,8 @@
 
 #include "app/state/ContentView.h"
 #include "app/window/bridge/ChangeNotifier.h"
+#include "platform/MainQueue.h"
+#include "platform/WorkerQueue.h"
 
 #include <QObject>
 #include <QPointer>
@@ -26,20 +28,17 @@ protected:
     /// Called after a followed field was written. Emits `changed`.
     virtual void refresh();
 
-    template <typename T>
-    void follow(Field<T>& field) {
-        field.observe([guard = QPointer<StateProperties>(this)] {
-            if (guard)
-                guard->markDirty();
-        });
+    template <typename... T>
+    void follow(Field<T>&... fields) {
+        (observe(fields, [this] { markDirty(); }), ...);
     }
 
-    /// Follows only the writes after which `matters()` is true.
-    template <typename T, typename Matters>
-    void follow(Field<T>& field, Matters matters) {
-        field.observe([guard = QPointer<StateProperties>(this), matters] {
-            if (guard && matters())
-                guard->markDirty();
+    /// Calls the function after each write as long as this object lives.
+    template <typename T>
+    void observe(Field<T>& field, std::function<void()> function) {
+        field.observe([guard = QPointer<StateProperties>(this), function = std::move(function)] {
+            if (guard)
+                function();
         });
     }
 
@@ -47,11 +46,26 @@ protected:
     /// does not keep a view's handler waiting.
     void later(std::function<void(ContentView&)> operation);
 
+    /// Runs the work on the match queue, then passes its result to the function on the main thread, as long
+    /// as this object lives.
+    template <typename Work, typename Receive>
+    void onMatchQueue(Work work, Receive receive) {
+        view_.platform.matchQueue.post([&queue = view_.platform.mainQueue,
+                                        guard = QPointer<StateProperties>(this), work = std::move(work),
+                                        receive = std::move(receive)]() mutable {
+            queue.post([guard, receive, result = work()]() mutable {
+                if (guard)
+                    receive(std::move(result));
+            });
+        });
+    }
+
+    /// Has `refresh` called soon.
+    void markDirty();
+
     ContentView& view() const { return view_; }
 
 private:
-    void markDirty();
-
     ContentView& view_;
     ChangeNotifier& notifier_;
     bool dirty_ = false;

@@ -8,8 +8,7 @@
 namespace orvalen {
 
 UpdateState::UpdateState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
-    follow(view.showUpdateAlert);
-    follow(view.remoteInfo);
+    follow(view.showUpdateAlert, view.remoteInfo);
 }
 
 QString UpdateState::footer() const {

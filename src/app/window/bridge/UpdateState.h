@@ -10,7 +10,6 @@ namespace orvalen {
 class UpdateState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the window")
     Q_PROPERTY(QString footer READ footer CONSTANT)
     Q_PROPERTY(bool shown READ shown NOTIFY changed)
     Q_PROPERTY(QString notes READ notes NOTIFY changed)

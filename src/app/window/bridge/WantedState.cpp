@@ -52,37 +52,17 @@ bool canBeShown(const QString& text) {
     return true;
 }
 
-/// The document's text with line feeds; unlike its plain text it keeps no-break spaces.
-std::string textOf(const QTextDocument& document) {
-    QString text = document.toRawText();
-    for (QChar& c : text)
-        if (c == QChar::ParagraphSeparator || c == QChar::LineSeparator)
-            c = u'\n';
-    return toUtf8(text);
-}
-
 } // namespace
 
 WantedState::WantedState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
-    follow(view.inputMode);
-    follow(view.matchInputFormat);
-    follow(view.matchInput);
-    follow(view.spotifyURLInput);
-    follow(view.ignoreDoNotPlay);
-    follow(view.trackDict);
-    follow(view.matchedTracks);
-    follow(view.showResultsPage);
-    follow(view.showDeleteLibraryConfirmation);
-    follow(view.showUpdateAlert);
-    follow(view.isMatching);
-    follow(view.matchProgress);
-    follow(view.scanningFileName);
-    view.matchInput.observe([guard = QPointer<WantedState>(this)] {
-        WantedState* state = guard.data();
-        if (state == nullptr || state->committing_)
+    follow(view.inputMode, view.matchInputFormat, view.matchInput, view.spotifyURLInput, view.ignoreDoNotPlay,
+           view.trackDict, view.matchedTracks, view.showResultsPage, view.showDeleteLibraryConfirmation,
+           view.showUpdateAlert, view.isMatching, view.matchProgress, view.scanningFileName);
+    observe(view.matchInput, [this] {
+        if (committing_)
             return;
-        state->replaced_ = true;
-        state->edited_ = false; // the later write wins
+        replaced_ = true;
+        edited_ = false; // the later write wins
     });
     commitTimer_.setSingleShot(true);
     connect(&commitTimer_, &QTimer::timeout, this, &WantedState::commitEdits);
@@ -131,7 +111,7 @@ void WantedState::commitEdits() {
         return;
     edited_ = false;
     committing_ = true;
-    view().matchInput.set(textOf(*document_));
+    view().matchInput.set(toUtf8(rawText(*document_)));
     committing_ = false;
 }
 

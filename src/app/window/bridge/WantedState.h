@@ -18,7 +18,6 @@ namespace orvalen {
 class WantedState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the window")
     Q_PROPERTY(int inputMode READ inputMode WRITE setInputMode NOTIFY changed)
     Q_PROPERTY(int formatIndex READ formatIndex WRITE setFormatIndex NOTIFY changed)
     Q_PROPERTY(QString spotifyAddress READ spotifyAddress WRITE setSpotifyAddress NOTIFY changed)
