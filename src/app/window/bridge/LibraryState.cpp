@@ -2,8 +2,6 @@
 
 #include "app/window/bridge/QtText.h"
 #include "library/FolderScan.h"
-#include "library/LibraryFile.h"
-#include "library/MusicFolders.h"
 #include "session/SessionFiles.h"
 
 namespace orvalen {
@@ -45,32 +43,11 @@ void LibraryState::removeFolder(const QString& path) {
     later([location = Location{toUtf8(path)}](ContentView& state) { removeMusicLocation(state, location); });
 }
 
-void LibraryState::clearFolders() {
-    later(clearMusicLocations);
-}
-
 void LibraryState::scan() {
     later([this](ContentView& state) {
         if (canScan())
             scanLibrary(state);
     });
-}
-
-void LibraryState::backUp() {
-    later(backupScannedLibrary);
-}
-
-void LibraryState::loadLibrary() {
-    later(loadScannedLibrary);
-}
-
-void LibraryState::loadLibraryOfBefore() {
-    orvalen::loadLibraryOfBefore(view());
-}
-
-void LibraryState::deleteLibrary() {
-    keepLibrary();
-    later(removeSavedLibrary);
 }
 
 void LibraryState::loadSession() {

@@ -3,6 +3,8 @@
 #include "app/window/bridge/MusicFoldersModel.h"
 #include "app/window/bridge/QtText.h"
 #include "app/window/bridge/StateProperties.h"
+#include "library/LibraryFile.h"
+#include "library/MusicFolders.h"
 
 #include <QString>
 
@@ -45,13 +47,16 @@ public:
 
     Q_INVOKABLE void addFolders();
     Q_INVOKABLE void removeFolder(const QString& path);
-    Q_INVOKABLE void clearFolders();
+    Q_INVOKABLE void clearFolders() { later(clearMusicLocations); }
     Q_INVOKABLE void scan();
-    Q_INVOKABLE void backUp();
-    Q_INVOKABLE void loadLibrary();
-    Q_INVOKABLE void loadLibraryOfBefore();
+    Q_INVOKABLE void backUp() { later(backupScannedLibrary); }
+    Q_INVOKABLE void loadLibrary() { later(loadScannedLibrary); }
+    Q_INVOKABLE void loadLibraryOfBefore() { orvalen::loadLibraryOfBefore(view()); }
     Q_INVOKABLE void askToDelete() { view().showDeleteLibraryConfirmation.set(true); }
-    Q_INVOKABLE void deleteLibrary();
+    Q_INVOKABLE void deleteLibrary() {
+        keepLibrary();
+        later(removeSavedLibrary);
+    }
     Q_INVOKABLE void keepLibrary() { view().showDeleteLibraryConfirmation.set(false); }
     Q_INVOKABLE void loadSession();
     Q_INVOKABLE void loadLastSession();

@@ -22,6 +22,13 @@ const MatchedTrack* rowAt(const ContentView& view, int row) {
     return row >= 0 && position < rows.size() ? &rows[position] : nullptr;
 }
 
+/// The row's candidate, or null.
+const Track* optionAt(const ContentView& view, int row, int option) {
+    const MatchedTrack* match = rowAt(view, row);
+    const auto position = static_cast<std::size_t>(option);
+    return match && option >= 0 && position < match->options.size() ? &match->options[position] : nullptr;
+}
+
 } // namespace
 
 ReviewState::ReviewState(ContentView& view, ChangeNotifier& notifier)
@@ -54,11 +61,8 @@ void ReviewState::include(int row, bool include) {
 }
 
 void ReviewState::choose(int row, int option) {
-    const MatchedTrack* match = rowAt(view(), row);
-    if (match == nullptr || option < 0 || static_cast<std::size_t>(option) >= match->options.size())
-        return;
-    const std::string path = match->options[static_cast<std::size_t>(option)].path;
-    decisions_.choose(static_cast<std::size_t>(row), path);
+    if (const Track* track = optionAt(view(), row, option))
+        decisions_.choose(static_cast<std::size_t>(row), std::string(track->path));
 }
 
 QStringList ReviewState::optionPaths(int row) const {
@@ -100,11 +104,8 @@ QString ReviewState::playingPath() const {
 }
 
 void ReviewState::previewOption(int row, int option) {
-    const MatchedTrack* match = rowAt(view(), row);
-    if (match == nullptr || option < 0 || static_cast<std::size_t>(option) >= match->options.size())
-        return;
-    const Track track = match->options[static_cast<std::size_t>(option)];
-    orvalen::togglePreview(view(), track);
+    if (const Track* track = optionAt(view(), row, option))
+        orvalen::togglePreview(view(), Track(*track));
 }
 
 int ReviewState::next(int decision, int from, int by) const {
@@ -140,10 +141,8 @@ void ReviewState::attach(int row, const QList<QUrl>& urls) {
 
 void ReviewState::togglePreview(int row) {
     const MatchedTrack* match = rowAt(view(), row);
-    if (match == nullptr || !match->selectedTrack)
-        return;
-    const Track track = *match->selectedTrack;
-    orvalen::togglePreview(view(), track);
+    if (match && match->selectedTrack)
+        orvalen::togglePreview(view(), Track(*match->selectedTrack));
 }
 
 } // namespace orvalen

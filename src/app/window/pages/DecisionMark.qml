@@ -3,19 +3,13 @@ import Orvalen
 
 /// Tells at first sight where a row stands: by its shape, and by its colour.
 Symbol {
-    required property int decision
+    required property int decision ///< a MatchedTracksModel.Decision
 
-    readonly property string meaning: decision === MatchedTracksModel.NoCandidate ? "no file found"
-        : decision === MatchedTracksModel.Undecided ? "needs a choice"
-        : decision === MatchedTracksModel.Proposed ? "file proposed"
-        : decision === MatchedTracksModel.Chosen ? "file chosen" : "in the playlist"
+    readonly property string meaning: ["no file found", "needs a choice", "file proposed", "file chosen",
+                                       "in the playlist"][decision]
 
-    name: decision === MatchedTracksModel.NoCandidate ? "decision.none"
-        : decision === MatchedTracksModel.Undecided ? "decision.open"
-        : decision === MatchedTracksModel.Proposed ? "decision.proposed"
-        : decision === MatchedTracksModel.Chosen ? "decision.chosen" : "checkmark.circle.fill"
-    color: decision === MatchedTracksModel.NoCandidate ? Theme.danger
-        : decision === MatchedTracksModel.Undecided ? Theme.accentText
-        : decision === MatchedTracksModel.Included ? Theme.success : Theme.secondary
+    name: ["decision.none", "decision.open", "decision.proposed", "decision.chosen",
+           "checkmark.circle.fill"][decision]
+    color: [Theme.danger, Theme.accentText, Theme.secondary, Theme.secondary, Theme.success][decision]
     size: 20
 }

@@ -58,12 +58,10 @@ PanelBox {
             }
         }
     }
-    Label {
+    Caption {
         Layout.fillWidth: true
         Layout.minimumHeight: roomiest.implicitHeight // reserved, so that a tip moves nothing below
         text: options.exports.tip
-        font.pixelSize: Theme.caption
-        color: Theme.secondary
         wrapMode: Text.Wrap
 
         Label {
@@ -104,7 +102,7 @@ PanelBox {
             visible: options.exports.lacksFiles
             onClicked: options.exports.copyMissing()
         }
-        Label {
+        Caption {
             readonly property real beside: options.width - 24 - exportButton.width - saveButton.width
                                            - (copyButton.visible ? copyButton.width + 12 : 0) - 24
 
@@ -112,8 +110,6 @@ PanelBox {
             width: Math.min(implicitWidth, Math.max(beside, 160))
             height: exportButton.height
             text: options.exports.caption
-            font.pixelSize: Theme.caption
-            color: Theme.secondary
             verticalAlignment: Text.AlignVCenter
             wrapMode: Text.Wrap
             maximumLineCount: 2

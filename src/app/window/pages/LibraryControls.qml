@@ -89,11 +89,9 @@ ColumnLayout {
                 value: controls.library.scanProgress
                 thickness: 12
             }
-            Label {
+            Caption {
                 width: parent.width
                 text: controls.library.scanFileName
-                font.pixelSize: Theme.caption
-                color: Theme.secondary
                 elide: Text.ElideMiddle
             }
         }

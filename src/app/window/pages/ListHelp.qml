@@ -21,11 +21,9 @@ ColumnLayout {
             Layout.fillWidth: true
             spacing: 1
 
-            Label {
+            Caption {
                 Layout.fillWidth: true
                 text: box.help.caption
-                font.pixelSize: Theme.caption
-                color: Theme.secondary
                 elide: Text.ElideRight
             }
             Label {

@@ -120,11 +120,9 @@ Item {
             Layout.fillWidth: true
             spacing: 0
 
-            Label {
+            Caption {
                 Layout.fillWidth: true
                 text: row.label
-                font.pixelSize: Theme.caption
-                color: Theme.secondary
                 elide: Text.ElideMiddle
                 Accessible.ignored: true // the row's own name
             }

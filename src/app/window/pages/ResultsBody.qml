@@ -100,16 +100,12 @@ Flickable {
             Layout.bottomMargin: 2
             spacing: 12
 
-            Label {
+            Caption {
                 text: body.review.summary
-                font.pixelSize: Theme.caption
-                color: Theme.secondary
             }
-            Label {
+            Caption {
                 Layout.fillWidth: true
                 text: body.leftOut
-                font.pixelSize: Theme.caption
-                color: Theme.secondary
                 elide: Text.ElideRight
             }
             ResultsCounts {

@@ -50,11 +50,9 @@ Row {
                     decision: button.modelData.decision
                     size: 15
                 }
-                Label {
+                Caption {
                     anchors.verticalCenter: parent.verticalCenter
                     text: button.count
-                    font.pixelSize: Theme.caption
-                    color: Theme.secondary
                     Accessible.ignored: true
                 }
             }

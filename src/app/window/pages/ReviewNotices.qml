@@ -20,11 +20,9 @@ ColumnLayout {
 
         spacing: 8
 
-        Label {
+        Caption {
             id: caption
 
-            font.pixelSize: Theme.caption
-            color: Theme.secondary
         }
         PushButton {
             id: button

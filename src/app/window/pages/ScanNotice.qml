@@ -11,11 +11,9 @@ ColumnLayout {
     visible: library.unreadableText !== ""
     spacing: 4
 
-    Label {
+    Caption {
         Layout.fillWidth: true
         text: notice.library.unreadableText
-        font.pixelSize: Theme.caption
-        color: Theme.secondary
         elide: Text.ElideMiddle
     }
     PushButton {

@@ -25,12 +25,10 @@ Flow {
     visible: names.length > 0
     spacing: 4
 
-    Label {
+    Caption {
         height: 24
         verticalAlignment: Text.AlignVCenter
         text: "Did you mean:"
-        font.pixelSize: Theme.caption
-        color: Theme.secondary
     }
     Suggestion {
         id: first

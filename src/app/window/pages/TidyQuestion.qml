@@ -62,10 +62,8 @@ Rectangle {
                 font.pixelSize: Theme.subheadline
                 elide: Text.ElideMiddle
             }
-            Label {
+            Caption {
                 text: panel.help.questionCount
-                font.pixelSize: Theme.caption
-                color: Theme.secondary
             }
         }
         Flow {

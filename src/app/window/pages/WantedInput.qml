@@ -28,14 +28,12 @@ ColumnLayout {
             Layout.fillWidth: true
             implicitHeight: format.height
 
-            Label {
+            Caption {
                 id: caption
 
                 anchors.verticalCenter: parent.verticalCenter
                 width: Math.ceil(implicitWidth)
                 text: "Input Format"
-                font.pixelSize: Theme.caption
-                color: Theme.secondary
             }
             Segmented {
                 id: format
@@ -54,18 +52,14 @@ ColumnLayout {
             Layout.fillWidth: true
             title: "📄 Paste Format Help"
 
-            Label {
+            Caption {
                 Layout.fillWidth: true
                 text: "• Paste tracks like 'Artist – Title', one per line."
-                font.pixelSize: Theme.caption
-                color: Theme.secondary
                 wrapMode: Text.Wrap
             }
-            Label {
+            Caption {
                 Layout.fillWidth: true
                 text: "• Matching is case-insensitive and flexible."
-                font.pixelSize: Theme.caption
-                color: Theme.secondary
                 wrapMode: Text.Wrap
             }
         }

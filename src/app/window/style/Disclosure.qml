@@ -44,12 +44,6 @@ ColumnLayout {
                 Accessible.ignored: true
             }
         }
-        background: Rectangle {
-            radius: Theme.radius
-            color: header.stateTint
-
-            FocusRing { shown: header.visualFocus }
-        }
     }
     ColumnLayout {
         id: inner

@@ -26,6 +26,7 @@ T.Popup {
     component Entry: Pressable {
         id: entry
 
+        radius: 5
         implicitWidth: caption.implicitWidth + 28
         implicitHeight: Theme.high(28)
         width: parent ? parent.width : implicitWidth
@@ -40,15 +41,6 @@ T.Popup {
             text: entry.text
             font.pixelSize: Theme.subheadline
             Accessible.ignored: true
-        }
-        background: Rectangle {
-            radius: 5
-            color: entry.stateTint
-
-            FocusRing {
-                inner: 5
-                shown: entry.visualFocus
-            }
         }
     }
 

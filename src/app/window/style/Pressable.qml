@@ -12,6 +12,7 @@ T.AbstractButton {
     property string spokenDetail
     /// For roles that have two states.
     property bool ticked: false
+    property int radius: Theme.radius ///< of the tint's corners
     readonly property color stateTint: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, down ? 0.14 : hovered ? 0.07 : 0)
 
     opacity: enabled ? 1 : Theme.disabledOpacity
@@ -23,4 +24,14 @@ T.AbstractButton {
     Accessible.name: spokenName
     Accessible.description: spokenDetail
     Accessible.checked: ticked
+
+    background: Rectangle {
+        radius: control.radius
+        color: control.stateTint
+
+        FocusRing {
+            inner: control.radius
+            shown: control.visualFocus
+        }
+    }
 }

@@ -19,10 +19,4 @@ Pressable {
             size: 17
         }
     }
-    background: Rectangle {
-        radius: Theme.radius
-        color: button.stateTint
-
-        FocusRing { shown: button.visualFocus }
-    }
 }

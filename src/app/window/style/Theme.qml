@@ -31,7 +31,6 @@ QtObject {
     readonly property color line: strong ? readable(softLine, 3, everywhere) : softLine
     readonly property color controlLine: strong ? readable(softControlLine, 3, everywhere) : softControlLine
     readonly property color dim: Qt.rgba(0, 0, 0, dark ? 0.55 : 0.35)
-    readonly property color shade: Qt.rgba(0, 0, 0, dark ? 0.3 : 0.12)
 
     readonly property var pages: [window, panel, inset, control]
     readonly property var everywhere: [window, panel, inset, control, controlHovered, track]

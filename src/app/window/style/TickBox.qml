@@ -55,10 +55,4 @@ Pressable {
             Accessible.ignored: true
         }
     }
-    background: Rectangle {
-        radius: Theme.radius
-        color: box.stateTint
-
-        FocusRing { shown: box.visualFocus }
-    }
 }

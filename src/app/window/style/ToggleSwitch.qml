@@ -13,6 +13,7 @@ Pressable {
     onClicked: switched(!ticked)
 
     spokenRole: Accessible.CheckBox
+    background: null // the groove has the focus ring
 
     Item {
         anchors.fill: parent
