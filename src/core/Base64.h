@@ -6,12 +6,12 @@
 
 namespace orvalen {
 
-// Standard alphabet, padded, no line breaks. Any thread.
+// Base64 with the standard alphabet, padding and no line breaks. Thread-safe.
 
 std::string base64(std::string_view bytes);
 
-/// The bytes of a text that base64() could have written; nothing for any other text: white space, a missing
-/// or a misplaced "=", another alphabet, left-over bits that are not zero.
+/// Decodes a text that base64() could have written. Returns nullopt for any other text: white space, a
+/// missing or misplaced "=", another alphabet, or unused bits that are not zero.
 std::optional<std::string> fromBase64(std::string_view text);
 
 } // namespace orvalen

@@ -6,12 +6,12 @@
 
 namespace orvalen {
 
-/// Why something failed, in words fit for the end of a console line.
+/// The reason of a failure, as a text that fits at the end of a console line.
 struct Error {
     std::string description;
 };
 
-/// What can fail returns this; no exception crosses a folder of this tree.
+/// The result of a function that can fail. Functions of this tree do not throw across folders.
 template <typename T>
 using Expected = tl::expected<T, Error>;
 
@@ -19,7 +19,7 @@ inline tl::unexpected<Error> failure(std::string description) {
     return tl::unexpected<Error>(Error{std::move(description)});
 }
 
-/// The error that the system's last failed call left in errno.
+/// Returns the operating system's description of `errorNumber`, a value of errno.
 tl::unexpected<Error> systemFailure(int errorNumber);
 
 } // namespace orvalen

@@ -6,10 +6,11 @@
 
 namespace orvalen {
 
-/// As many characters of a text as a view shows; more would take a toolkit seconds to lay out.
+/// The number of characters that a view shows of one text. Laying out longer texts takes the toolkit seconds.
 inline constexpr std::size_t shownCharacters = 1000;
 
-/// The first characters of a UTF-8 text, followed by "…" when there are more. Pure; any thread.
+/// Returns the first `characters` code points of a UTF-8 text, followed by "…" if there are more.
+/// Thread-safe.
 std::string excerpt(std::string_view text, std::size_t characters = shownCharacters);
 
 } // namespace orvalen

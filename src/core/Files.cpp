@@ -15,14 +15,14 @@ namespace {
 
 constexpr const char* notAFile = "Not a regular file";
 
-/// Four gigabytes: no reader of ours takes more.
+/// 4 GiB. No reader of this program accepts a larger file.
 constexpr off_t longestRead = off_t{4} << 30;
 
-/// Parsers that look past the end in blocks can then take the bytes where they are.
+/// Spare capacity behind the bytes, so that a parser that reads past the end in blocks needs no copy.
 constexpr std::size_t roomBehind = 128;
 
 Expected<std::string> readToEnd(int file, std::size_t expectedLength) {
-    // One byte more than the file has, to find its end without growing; some files hide their size.
+    // Reads one byte more than expected to detect the end of the file. Some file systems report a size of 0.
     std::string bytes;
     bytes.reserve(expectedLength + 1 + roomBehind);
     bytes.resize(expectedLength + 1);
@@ -56,22 +56,23 @@ Expected<void> writeAll(int file, std::string_view bytes) {
     return {};
 }
 
-/// Reserves the blocks before the first old byte is overwritten. File systems that cannot reserve are left
-/// to tell when they are full.
+/// Reserves disk space before the first old byte is overwritten. If the file system cannot reserve space, a
+/// full disk is noticed by the write.
 Expected<void> makeRoom(int file, off_t oldLength, off_t length) {
     if (length == 0 || ::fallocate(file, 0, 0, length) == 0)
         return {};
     const int error = errno;
     if (error != ENOSPC && error != EDQUOT && error != EFBIG)
         return {};
-    // Gives back what was reserved until the disk was full; where that fails too, the first error is the one
-    // to tell.
+    // Releases the blocks that were reserved before the disk was full. If this fails too, the first error is
+    // reported.
     if (::ftruncate(file, oldLength) != 0)
         errno = error;
     return systemFailure(error);
 }
 
-/// Leaves a regular file as it was when not one byte could be written.
+/// Replaces the content of an open file. A regular file stays unchanged if not a single byte could be
+/// written.
 Expected<void> replaceContent(Descriptor& file, std::string_view bytes) {
     struct stat before {};
     if (::fstat(file.number(), &before) != 0)
@@ -93,7 +94,7 @@ Expected<void> replaceContent(Descriptor& file, std::string_view bytes) {
     return {};
 }
 
-/// A file of its own beside the destination that vanishes unless it is committed.
+/// A new file beside the destination. The destructor deletes it unless commit() has renamed it.
 class TemporaryFile {
 public:
     explicit TemporaryFile(const std::string& destination)
@@ -125,15 +126,14 @@ private:
     bool exists_ = file_.isOpen();
 };
 
-/// Putting a file in its place would take it away from everyone. So a device is written into, and a pipe
-/// refuses.
+/// Renaming a file over a device or pipe would remove it for all programs. writeFileAtomically() therefore
+/// writes into a device and rejects a pipe.
 bool isDeviceOrPipe(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
-/// The file to replace, so that a playlist that is a link stays one, wherever it leads and even when nothing
-/// is there yet.
+/// Follows symbolic links, so that a playlist that is a link stays one. The target need not exist.
 std::string behindLinks(const std::string& path) {
     std::error_code error;
     std::filesystem::path place = path;
@@ -142,8 +142,8 @@ std::string behindLinks(const std::string& path) {
     return place.string();
 }
 
-/// Why a file could not be opened for writing. Where its folder is missing because nobody may create it, that
-/// is the reason, and not that it is missing.
+/// Returns the reason why a file could not be opened for writing. If its folder is missing because a parent
+/// folder is not writable, returns that permission error instead of "No such file".
 Expected<void> openFailure(const std::string& path, int error) {
     std::filesystem::path folder = std::filesystem::path(path).parent_path();
     std::error_code ignored;
@@ -154,7 +154,7 @@ Expected<void> openFailure(const std::string& path, int error) {
     return systemFailure(error);
 }
 
-/// A replaced file keeps its permissions; file systems without any are left alone.
+/// Copies the permissions of the replaced file. Ignores file systems without permissions.
 void keepPermissions(int file, const std::string& destination) {
     struct stat status {};
     if (::stat(destination.c_str(), &status) == 0)
@@ -164,7 +164,7 @@ void keepPermissions(int file, const std::string& destination) {
 } // namespace
 
 Expected<std::string> readWholeFile(const std::string& path) {
-    // Without waiting: a pipe would keep the window until somebody wrote into it.
+    // O_NONBLOCK: opening a pipe would otherwise wait for a writer.
     Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file.isOpen())
         return errno == ENXIO ? failure(notAFile) : systemFailure(errno); // ENXIO: a socket
@@ -187,13 +187,13 @@ Expected<std::string> readWholeFile(const std::string& path) {
 Expected<void> writeWholeFile(const std::string& path, std::string_view bytes) {
     const std::string place = behindLinks(path);
     const bool isNew = ::access(place.c_str(), F_OK) != 0 && errno == ENOENT;
-    // Without waiting, as above; nobody reads from a pipe that stands where a file of ours should be.
+    // O_NONBLOCK, as in readWholeFile().
     Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
     if (!file.isOpen())
         return errno == ENXIO ? failure(notAFile) : openFailure(place, errno);
     auto written = replaceContent(file, bytes);
     if (!written && isNew)
-        ::unlink(place.c_str()); // where no file was, no broken one is left
+        ::unlink(place.c_str()); // leaves no incomplete file where there was none
     return written;
 }
 

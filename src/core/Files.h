@@ -7,22 +7,24 @@
 
 namespace orvalen {
 
-// Whole files in one step. Any thread; errors carry the system's words for what went wrong.
+// Reading and writing of whole files. Thread-safe. Errors contain the system's description.
 
-/// Every byte of the file. What is no file is not waited for: a pipe or a device is an error.
+/// Returns all bytes of a regular file. A folder, pipe, socket or device fails at once instead of blocking;
+/// so does a file of more than 4 GiB.
 Expected<std::string> readWholeFile(const std::string& path);
 
-/// Replaces the file's content in place. A file that may not be written stays as it was, and so does one on a
-/// disk that has no room for the bytes; where none was, a failure leaves none. A device takes the bytes; a
-/// pipe is an error.
+/// Replaces the file's content in place, or creates the file. The old content survives if the file cannot be
+/// opened, if the disk has no room, or if the first write fails; a later failure can damage it. If the file
+/// did not exist, a failure deletes the new one. Writes into a device; fails for a pipe.
 Expected<void> writeWholeFile(const std::string& path, std::string_view bytes);
 
-/// Writes a temporary file in the same folder and renames it over the destination: a reader sees the old
-/// bytes or the new ones, and a failure leaves the old file untouched and no temporary behind.
+/// Writes a temporary file in the same folder and renames it over the destination. Readers see the old bytes
+/// or the new ones. On failure, the old file stays unchanged and the temporary file is deleted. Waits for the
+/// disk (fsync).
 Expected<void> writeFileAtomically(const std::string& path, std::string_view bytes);
 
-/// Creates the folder with its parents, for this user only; true when it stands afterwards. One that is there
-/// keeps its permissions.
+/// Creates the folder and its missing parents with permissions for this user only. Returns whether the folder
+/// exists afterwards. Does not change an existing folder.
 bool createFolder(const std::string& path);
 
 } // namespace orvalen

@@ -8,8 +8,8 @@
 namespace orvalen {
 namespace {
 
-/// The path up to and including its last slash. A slash never combines with the characters beside it, so the
-/// composed path is the composed folder followed by the composed name.
+/// Returns the path up to and including its last slash. Composing (NFC) never changes a slash, so folder and
+/// name can be composed separately.
 std::string_view folderOf(std::string_view path) {
     return path.substr(0, path.size() - lastPathComponent(path).size());
 }

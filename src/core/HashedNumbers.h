@@ -8,8 +8,8 @@
 
 namespace orvalen {
 
-/// Finds the number of something by its hash, eight bytes a slot. What is numbered is kept elsewhere: the
-/// caller says whether a number with the same hash is the one it looks for.
+/// A hash table of numbers, eight bytes per slot. The numbered things are stored elsewhere: find() asks the
+/// caller whether a number with the same hash is the wanted one.
 class HashedNumbers {
 public:
     template <typename IsIt>
@@ -55,7 +55,7 @@ private:
                 place(slot);
     }
 
-    std::vector<Slot> slots_; ///< a power of two, at most three quarters full
+    std::vector<Slot> slots_; ///< size is a power of two, at most three quarters full
     std::size_t count_ = 0;
 };
 

@@ -34,7 +34,7 @@ void writeRow(Writer& writer, const MatchedTrack& row) {
     writer.EndObject();
 }
 
-/// A slash occurs in JSON only inside strings, so every one of them may be escaped after the fact.
+/// JSON has slashes only inside strings, so all of them can be escaped afterwards.
 std::string withEscapedSlashes(std::string_view json) {
     std::string result;
     result.reserve(json.size() + static_cast<std::size_t>(std::ranges::count(json, '/')));

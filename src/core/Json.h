@@ -12,18 +12,20 @@
 
 namespace orvalen {
 
-// The JSON forms of the records. Reading fails as a whole: a document with one bad element gives nothing of
-// it. Keys that a reader does not know are ignored; a missing or null optional member is absent. Any thread.
+// JSON of session files and lists of texts. Thread-safe. Decoding fails as a whole if one element is invalid.
+// Unknown members are ignored. Optional members may be missing or null.
 
-/// Compact, with ‘/’ written as ‘\/’.
+/// Returns compact JSON in which every ‘/’ is written as ‘\/’.
 std::string encodeSession(std::string_view matchInput, std::span<const MatchedTrack> matchedTracks);
 inline std::string encodeSession(const MatchSession& session) {
     return encodeSession(session.matchInput, session.matchedTracks);
 }
+/// Decodes a session file. Parses the bytes in place, so move them into the call.
 Expected<MatchSession> decodeSession(std::string bytes);
 
-/// A compact array of texts.
+/// Returns a compact JSON array of strings.
 std::string encodeTexts(const std::vector<std::string>& texts);
+/// Decodes a JSON array of strings.
 Expected<std::vector<std::string>> decodeTexts(std::string_view bytes);
 
 } // namespace orvalen

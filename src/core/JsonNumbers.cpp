@@ -7,7 +7,7 @@
 namespace orvalen {
 namespace {
 
-/// Takes the digits at the front of the text; false when there are none.
+/// Removes the digits at the start of `text`. Returns false if there are none.
 bool takeDigits(std::string_view& text) {
     const std::size_t length = text.find_first_not_of("0123456789");
     const bool found = !text.empty() && length != 0;
@@ -48,7 +48,8 @@ bool isOversized(std::string_view number) {
     return !fits<std::int64_t>(number) && !fits<std::uint64_t>(number);
 }
 
-/// The length of the string literal at the front of the text, or of the text when the literal does not end.
+/// Returns the length of the string literal at the start of `text`, or of all of `text` if the literal is not
+/// closed.
 std::size_t literalLength(std::string_view text) {
     for (std::size_t i = 1; i < text.size(); ++i) {
         if (text[i] == '"')

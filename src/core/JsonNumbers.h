@@ -5,9 +5,8 @@
 
 namespace orvalen {
 
-/// The JSON text with 0.5 in the place of each number that neither 64-bit integers nor doubles can hold, so
-/// that a parser which refuses such numbers reads the rest. What is not a number, or not JSON, stays as it
-/// is.
+/// Returns the JSON text with each number that fits neither a 64-bit integer nor a double replaced by 0.5.
+/// simdjson rejects such numbers, even in members that are ignored. All other text is copied.
 std::string withoutOversizedNumbers(std::string_view json);
 
 } // namespace orvalen

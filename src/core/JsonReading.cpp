@@ -15,7 +15,7 @@ struct JsonObject::Parsed {
     simdjson::dom::object members;
     Expected<void>& outcome;
 
-    /// The member, unless it is missing or null.
+    /// Returns the member, or nullopt if it is missing or null.
     std::optional<element> optional(std::string_view key) const {
         element value;
         if (members[key].get(value) || value.is_null())
@@ -31,13 +31,13 @@ std::string wrongKind(std::string_view key, std::string_view kind) {
     return description.append(key).append("\" is missing or is not ").append(kind).append(".");
 }
 
-/// Parses the bytes in place.
+/// Parses `bytes` in place, so the result refers to them.
 Expected<element> parse(simdjson::dom::parser& parser, std::string& bytes) {
-    bytes.reserve(bytes.size() + simdjson::SIMDJSON_PADDING); // the parser looks past the end in blocks
+    bytes.reserve(bytes.size() + simdjson::SIMDJSON_PADDING); // the parser reads past the end in blocks
     const std::size_t start = bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0;
     element document;
     auto error = parser.parse(bytes.data() + start, bytes.size() - start, false).get(document);
-    // A member that we do not know may hold a number of any size.
+    // An ignored member may contain such a number.
     if (error == simdjson::NUMBER_ERROR)
         error = parser.parse(withoutOversizedNumbers(std::string_view(bytes).substr(start))).get(document);
     if (error)

@@ -14,9 +14,10 @@
 
 namespace orvalen {
 
-/// One object of a JSON document while it is read. Texts live as long as the reading. A required member that
-/// is missing or of another kind fails the whole reading: the member then reads as an empty value, lists end,
-/// and readJson() returns the first such error. An optional member may be missing or null.
+/// One object of a JSON document during decoding. Returned texts are valid until decoding ends.
+///
+/// A required member that is missing or has another type is an error. The first error becomes the result of
+/// readJson(); the member reads as an empty value, and lists end. Optional members may be missing or null.
 class JsonObject {
 public:
     using Reader = std::function<void(const JsonObject&)>;
@@ -24,19 +25,19 @@ public:
     std::string_view text(std::string_view key) const;
     std::optional<std::string_view> optionalText(std::string_view key) const;
     bool boolean(std::string_view key) const;
-    /// 128, 128.0 and 1.28e2 are whole numbers.
+    /// Accepts 128, 128.0 and 1.28e2.
     std::int64_t wholeNumber(std::string_view key) const;
     std::optional<std::int64_t> optionalWholeNumber(std::string_view key) const;
     void object(std::string_view key, const Reader& read) const;
     void optionalObject(std::string_view key, const Reader& read) const;
-    /// Calls read for each element of an array of objects.
+    /// Calls `read` for each element of an array of objects.
     void objects(std::string_view key, const Reader& read) const;
     void texts(std::string_view key, const std::function<void(std::string_view)>& read) const;
     void requireTextsOnly() const;
 
-    /// Fails the reading, unless it has failed already.
+    /// Records an error. Only the first error counts.
     void fail(std::string description) const;
-    /// Reads a part whose errors do not fail the reading. Returns false when it has errors.
+    /// Decodes a part whose errors do not fail the document. Returns false if the part has errors.
     bool readPart(const Reader& read) const;
 
 private:
@@ -49,14 +50,15 @@ private:
     const Parsed& parsed_;
 };
 
-/// Reads a document that is one object, with or without a byte-order mark before it. The bytes are read in
-/// place: pass a long text by moving it. Running out of memory is an error.
+/// Decodes a document that is one object, with or without a byte-order mark. Parses the bytes in place, so
+/// move long texts into the call. Out of memory is an error.
 Expected<void> readJsonObject(std::string bytes, const JsonObject::Reader& read);
 
-/// The same for a document that is one array of strings.
+/// Decodes a document that is one array of strings, with or without a byte-order mark. Out of memory is an
+/// error.
 Expected<std::vector<std::string>> readJsonTexts(std::string bytes);
 
-/// Returns what read(root) returns, or the first error.
+/// Returns the result of `read` for the root object, or the first error.
 template <typename Read>
 auto readJson(std::string bytes, Read read) {
     std::optional<std::invoke_result_t<Read, const JsonObject&>> result;
@@ -64,7 +66,7 @@ auto readJson(std::string bytes, Read read) {
         .map([&result] { return std::move(*result); });
 }
 
-/// The track that the object describes.
+/// Decodes a track. The result refers to the document's texts.
 TrackView readTrack(const JsonObject& object);
 
 } // namespace orvalen

@@ -7,7 +7,7 @@
 
 namespace orvalen {
 
-// Shared by the writers of our files, compact and pretty alike. Texts are valid UTF-8.
+// Helpers for all JSON writers, with compact or indented output. Texts must be valid UTF-8.
 
 template <typename Writer>
 void writeText(Writer& writer, std::string_view text) {
@@ -20,7 +20,7 @@ void writeMember(Writer& writer, std::string_view key, std::string_view text) {
     writeText(writer, text);
 }
 
-/// The members that every form of a track has.
+/// Writes the members that every form of a track has.
 template <typename Writer>
 void writeTrackTexts(Writer& writer, const TrackView& track) {
     writeMember(writer, "title", track.title);
@@ -29,7 +29,7 @@ void writeTrackTexts(Writer& writer, const TrackView& track) {
     writeMember(writer, "path", track.path);
 }
 
-/// The object that decodeTrack() reads: no "bpm" where there is none.
+/// Writes the object that readTrack() reads, without "bpm" if there is none.
 template <typename Writer>
 void writeTrack(Writer& writer, const TrackView& track) {
     writer.StartObject();

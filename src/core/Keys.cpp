@@ -20,8 +20,8 @@ const icu::Normalizer2& decomposer() {
     return *instance;
 }
 
-/// Marks that the Brahmic scripts need to spell a syllable are letters in all but name; others are
-/// diacritics.
+/// Returns whether `c` is dropped as a diacritic. Vowel signs and other marks that the Brahmic scripts need
+/// to spell a syllable are kept.
 bool isDiacritic(UChar32 c) {
     const auto category = u_charType(c);
     if (category != U_NON_SPACING_MARK && category != U_ENCLOSING_MARK)
@@ -34,7 +34,7 @@ bool isAlphanumeric(UChar32 c) {
     return (U_GET_GC_MASK(c) & (U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK)) != 0;
 }
 
-/// Any text, whatever it costs.
+/// Normalises any text with ICU. Slow: the callers handle Latin texts themselves.
 std::string normalizeUnicode(std::string_view text) {
     icu::UnicodeString lowered =
         icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
@@ -64,7 +64,8 @@ std::string normalizeUnicode(std::string_view text) {
     return composed(result);
 }
 
-/// What a character below U+0370 becomes wherever it stands; letters are at most three bytes long.
+/// The normalised form of a character below U+0370, which does not depend on its neighbours. At most three
+/// bytes.
 struct Folding {
     enum Kind : std::uint8_t { separator, dropped, letter };
     Kind kind = separator;
@@ -75,7 +76,7 @@ struct Folding {
 constexpr UChar32 foldedEnd = 0x370;
 using FoldingTable = std::array<Folding, foldedEnd>;
 
-/// Up to the combining diacritical marks no character depends on its neighbours.
+/// The limit excludes combining marks, which depend on the character before them.
 const FoldingTable& foldings() {
     static const FoldingTable table = [] {
         FoldingTable made;
@@ -95,13 +96,13 @@ const FoldingTable& foldings() {
     return table;
 }
 
-/// Writes words into a text of known room, one space between them.
+/// Writes words with one space between them into a buffer that is large enough.
 class WordWriter {
 public:
     explicit WordWriter(char* start) : start_(start), end_(start) {}
 
     void separate() {
-        // Writing first and keeping it or not needs no branch that the processor could guess wrong.
+        // Writing always and advancing conditionally avoids a branch that the processor mispredicts.
         *end_ = ' ';
         end_ += end_ != start_ && end_[-1] != ' ';
     }
@@ -122,7 +123,7 @@ bool isPunctuation(UChar32 c) {
     return c >= 0x2000 && c <= 0x206F;
 }
 
-/// False when the text holds a character that takes the long way.
+/// Returns false if a character needs normalizeUnicode().
 bool normalizeLatin(std::string& result, std::string_view text) {
     const FoldingTable& table = foldings();
     result.resize(text.size() + text.size() / 2 + 1);
@@ -147,7 +148,7 @@ bool normalizeLatin(std::string& result, std::string_view text) {
     return true;
 }
 
-/// For each ASCII byte the letter or digit it folds to, or a space where it separates words.
+/// For each ASCII byte, its lower-case letter or digit, or a space for separators.
 constexpr std::array<char, 128> asciiFolding = [] {
     std::array<char, 128> table{};
     table.fill(' ');
@@ -166,7 +167,7 @@ void normalizeAscii(std::string& result, std::string_view text) {
     char before = ' ';
     for (const char c : text) {
         const char folded = asciiFolding[static_cast<unsigned char>(c)];
-        *end = folded; // kept or overwritten by the next: no branch that the processor could guess wrong
+        *end = folded; // overwritten by the next character if it is a repeated space; avoids a branch
         end += (folded != ' ') | (before != ' ');
         before = folded;
     }

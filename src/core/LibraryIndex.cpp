@@ -8,7 +8,7 @@
 namespace orvalen {
 namespace {
 
-/// A copy with one more record; a copy that is appended to afterwards would move everything twice.
+/// Returns a copy with one more element. Reserving the exact size avoids a second move of all elements.
 std::vector<TrackRecord> copyWith(const std::vector<TrackRecord>& elements, std::size_t place,
                                   const TrackRecord& element) {
     std::vector<TrackRecord> result;

@@ -6,7 +6,8 @@
 
 namespace orvalen {
 
-/// While tracks are filed, records stand in the order of filing and a key's first position counts its tracks.
+/// The unfinished index. Records are in the order in which they were added, and `firstPosition` of a key
+/// counts its tracks.
 struct LibraryIndexBuilder::Draft {
     LibraryTables tables;
     TrackFiler filer;
@@ -42,7 +43,7 @@ LibraryIndex LibraryIndexBuilder::finish() {
     draft->sortIntoLibraryOrder();
     draft->tables.keys.shrink_to_fit();
     const auto body = std::make_shared<const LibraryIndex::Body>(std::move(draft->tables));
-    body->folderTable(); // here, where it may be a worker that waits
+    body->folderTable(); // built here, because a worker may be the caller
     return LibraryIndex(body);
 }
 

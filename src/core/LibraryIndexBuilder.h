@@ -7,7 +7,7 @@
 
 namespace orvalen {
 
-/// Files many tracks and hands the index over whole. One thread at a time.
+/// Builds an index from many tracks. Use from one thread at a time.
 class LibraryIndexBuilder {
 public:
     LibraryIndexBuilder();
@@ -15,9 +15,9 @@ public:
     LibraryIndexBuilder(LibraryIndexBuilder&&) noexcept;
     LibraryIndexBuilder& operator=(LibraryIndexBuilder&&) noexcept;
 
-    /// Appends the track to the list under its own library key. The texts are copied.
+    /// Adds the track under its library key. Copies the texts.
     void fileTrack(const TrackView& track);
-    /// The index of everything filed; the builder is empty afterwards.
+    /// Returns the index of all tracks added. The builder is empty afterwards.
     LibraryIndex finish();
 
 private:

@@ -37,7 +37,7 @@ PositionRange LibraryTables::positionsOf(std::uint32_t key) const {
 }
 
 TrackRecord TrackFiler::file(const TrackView& track, LibraryTables& tables) {
-    // A key is the normalised halves joined, so the halves need not be kept a second time.
+    // The key is the joined normalised halves, so the halves are not stored again.
     normalizeInto(key_, track.artist);
     normalizeInto(title_, track.title);
     const std::uint32_t artistInKey = length32(key_);

@@ -12,9 +12,9 @@
 
 namespace orvalen {
 
-// How an index keeps its tracks. Only the index and its builder look in here.
+// The storage of a library index. For the index and its builder only.
 
-/// One track: its texts stand one behind the other, title, artist, genre, path.
+/// One track. `texts` points to its title, artist, genre and path, one after another.
 struct TrackRecord {
     const char* texts = nullptr;
     std::int64_t bpm = 0;
@@ -24,7 +24,7 @@ struct TrackRecord {
     std::uint32_t pathLength : 31 = 0;
     std::uint32_t hasBPM : 1 = 0;
     std::uint32_t key = 0;
-    std::uint32_t artistInKey = 0; ///< length of the normalised artist at the key's beginning
+    std::uint32_t artistInKey = 0; ///< length of the normalised artist at the start of the key
 
     TrackView view() const;
     std::string_view path() const { return {texts + titleLength + artistLength + genreLength, pathLength}; }
@@ -54,7 +54,7 @@ struct FolderTable {
 struct LibraryTables {
     TextBlocks texts;
     std::vector<TrackRecord> records; ///< in library order
-    std::vector<KeyRecord> keys;      ///< as first filed
+    std::vector<KeyRecord> keys;      ///< in the order of their first track
     HashedNumbers keyNumbers;
 
     std::optional<std::uint32_t> findKey(std::string_view key) const;
@@ -64,7 +64,7 @@ struct LibraryTables {
 struct LibraryIndex::Body : LibraryTables {
     explicit Body(LibraryTables tables) : LibraryTables(std::move(tables)) {}
 
-    /// Made by the first caller, while others wait.
+    /// Returns the table of folders. The first caller builds it while others wait.
     const FolderTable& folderTable() const {
         std::call_once(folderTableMade_, [this] { folderTable_.emplace(records); });
         return *folderTable_;
@@ -78,10 +78,10 @@ private:
     mutable std::optional<FolderTable> folderTable_;
 };
 
-/// Makes a track's record and the key it belongs under; keeps its working space between tracks.
+/// Converts tracks to records. Reuses its buffers between tracks.
 class TrackFiler {
 public:
-    /// Copies the texts and, for a key that is new, adds it without positions.
+    /// Copies the texts to `tables`. Adds the key if it is new, without positions.
     TrackRecord file(const TrackView& track, LibraryTables& tables);
 
 private:

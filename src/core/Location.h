@@ -16,7 +16,7 @@ struct Location {
     }
 };
 
-/// The path as its user wrote it, without slashes at its end: a folder has one place however it is named.
+/// Returns the location without slashes at its end, so that equal folders compare equal.
 inline Location locationOf(std::string_view path) {
     while (path.size() > 1 && path.back() == '/')
         path.remove_suffix(1);

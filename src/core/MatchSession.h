@@ -7,7 +7,7 @@
 
 namespace orvalen {
 
-/// The saved state of a matching session: the wanted text and the reviewed rows.
+/// The content of a session file: the wanted text and the reviewed rows.
 struct MatchSession {
     std::string matchInput;
     std::vector<MatchedTrack> matchedTracks;

@@ -9,15 +9,15 @@
 
 namespace orvalen {
 
-/// One wanted line with its candidates and its pick. Rows are identified by `id` alone.
+/// One row: a request with its candidates and its selected track. Rows are identified by `id` alone.
 struct MatchedTrack {
     UUID id;
-    std::string title;  ///< as wanted: trimmed, not normalised
-    std::string artist; ///< as wanted: trimmed, not normalised
+    std::string title;  ///< as in the wanted line: trimmed, not normalised
+    std::string artist; ///< as in the wanted line: trimmed, not normalised
     bool found = false;
     std::vector<Track> options;
-    std::optional<Track> selectedTrack; ///< what the row stands for in the playlist
-    bool include = false;               ///< whether the row goes into exported playlists
+    std::optional<Track> selectedTrack; ///< the track that the playlist gets for this row
+    bool include = false;               ///< whether exported playlists contain the row
 };
 
 } // namespace orvalen

@@ -32,7 +32,7 @@ bool isLineBreak(UChar32 c) {
     return (c >= 0x0A && c <= 0x0D) || c == 0x85 || c == 0x2028 || c == 0x2029;
 }
 
-/// The character that begins at the place, which moves behind it; negative where the bytes are no UTF-8.
+/// Returns the character at `place` and moves `place` behind it. Negative for invalid UTF-8.
 UChar32 nextCharacter(std::string_view text, std::size_t& place) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     UChar32 c = 0;
@@ -40,7 +40,7 @@ UChar32 nextCharacter(std::string_view text, std::size_t& place) {
     return c;
 }
 
-/// Where the last character begins.
+/// Returns the offset of the last character.
 std::size_t lastCharacter(std::string_view text) {
     std::size_t place = text.size() - 1;
     while (place > 0 && text.size() - place < 4 && U8_IS_TRAIL(text[place]))

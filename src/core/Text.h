@@ -7,37 +7,38 @@
 
 namespace orvalen {
 
-// Texts are UTF-8. All of these are pure and may be called on any thread.
+// Functions for UTF-8 texts. Thread-safe.
 
-/// Equality under canonical equivalence: composed and decomposed forms of one text are equal.
+/// Returns whether both texts are equal under canonical equivalence: ‘é’ as one or two characters.
 bool canonicallyEqual(std::string_view left, std::string_view right);
-/// The hash of the canonical form; agrees with canonicallyEqual.
+/// Returns a hash that is equal for canonically equal texts.
 std::size_t canonicalHash(std::string_view text);
-/// Whether the text begins with the prefix under canonical equivalence. An accent is never cut off its
-/// letter.
+/// Returns whether the text starts with the prefix under canonical equivalence. Never splits a letter from
+/// its accent.
 bool hasCanonicalPrefix(std::string_view text, std::string_view prefix);
-/// The composed canonical form (NFC).
+/// Returns the composed form (NFC).
 std::string composed(std::string_view text);
 
 bool isAscii(std::string_view text);
-/// The text with A to Z in lower case; other letters stay.
+/// Returns the text with A to Z in lower case. Other letters stay.
 std::string toAsciiLower(std::string_view text);
 bool isValidUtf8(std::string_view text);
-/// The text with every invalid sequence replaced by U+FFFD; for texts that come out of foreign files.
+/// Returns the text with each invalid byte sequence replaced by U+FFFD. For texts from foreign files.
 std::string toValidUtf8(std::string_view text);
 
-/// Without space separators, tabs and line breaks at both ends.
+/// Removes space separators, tabs and line breaks at both ends.
 std::string_view trimmed(std::string_view text);
-/// Without space separators and tabs at both ends; line breaks stay.
+/// Removes space separators and tabs at both ends.
 std::string_view trimmedOfBlanks(std::string_view text);
-/// Nothing but white space and line breaks.
+/// Returns whether the text has only space separators, tabs and line breaks.
 bool isBlank(std::string_view text);
 
-/// The last component of a path: what stands after the last slash.
+/// Returns the text after the last slash.
 std::string_view lastPathComponent(std::string_view path);
-/// The last component without its extension: ‘My.Song.mp3’ gives ‘My.Song’; no dot, the whole component.
+/// Returns the last component without its extension: ‘My.Song’ for ‘My.Song.mp3’; the whole component if it
+/// has no dot.
 std::string_view bareName(std::string_view path);
-/// The text after the last dot of the last component; empty when there is no dot.
+/// Returns the text after the last dot of the last component; empty if it has no dot.
 std::string_view pathExtension(std::string_view path);
 
 struct TextHash {

@@ -8,8 +8,8 @@
 
 namespace orvalen {
 
-/// Texts side by side in blocks that never move. A copy shares the blocks, and what is added to it goes into
-/// blocks of its own.
+/// Stores texts in blocks that never move. Copies share the blocks; text added to a copy goes into new
+/// blocks.
 class TextBlocks {
 public:
     TextBlocks() = default;
@@ -18,7 +18,7 @@ public:
     TextBlocks(TextBlocks&&) noexcept = default;
     TextBlocks& operator=(TextBlocks&&) noexcept = default;
 
-    /// Copies the texts one behind the other and returns where they begin.
+    /// Copies the texts one after another. Returns the address of the first.
     const char* add(std::initializer_list<std::string_view> texts);
 
 private:

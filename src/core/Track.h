@@ -15,10 +15,10 @@ struct Track {
     std::string artist;
     std::string genre;
     std::string path;                ///< absolute
-    std::optional<std::int64_t> bpm; ///< absent and 0 are different values
+    std::optional<std::int64_t> bpm; ///< nullopt and 0 are different values
 };
 
-/// The same record without owning its texts; valid as long as what it was taken from.
+/// A track that does not own its texts. Valid as long as the texts it was made from.
 struct TrackView {
     std::string_view title;
     std::string_view artist;
@@ -36,23 +36,23 @@ struct TrackView {
     Track toTrack() const;
 };
 
-/// All five fields, texts by canonical equivalence.
+/// Compares all five fields, texts by canonical equivalence.
 bool operator==(const TrackView& left, const TrackView& right);
 inline bool operator==(const Track& left, const Track& right) {
     return TrackView(left) == TrackView(right);
 }
 
-/// Whether both have the same path; two absent tracks are the same too.
+/// Returns whether both have the same path, or both are absent.
 bool isSameTrack(const std::optional<Track>& left, const std::optional<Track>& right);
 
-/// ‘1 track’, ‘2 tracks’.
+/// Returns ‘1 track’, ‘2 tracks’.
 std::string trackCountText(std::int64_t count);
 
-/// The track with the path: the one with the same bytes or else the first whose path is canonically equal, as
-/// two files may have names that differ only in how accents are encoded. The end when there is none.
+/// Returns the track with exactly this path, else the first with a canonically equal path, else the end. Two
+/// files can have names that differ only in how accents are encoded.
 std::vector<Track>::const_iterator findByPath(const std::vector<Track>& tracks, std::string_view path);
 
-/// Agrees with equality.
+/// Equal tracks have equal hashes.
 struct TrackHash {
     using is_transparent = void;
     std::size_t operator()(const TrackView& track) const;

@@ -20,7 +20,7 @@ bool isOneOf(std::string_view characters, char c) {
     return characters.find(c) != std::string_view::npos;
 }
 
-/// Letters, digits, whole percent escapes and the punctuation given.
+/// Returns whether the text has only letters, digits, complete percent escapes and the given punctuation.
 bool consistsOf(std::string_view punctuation, std::string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == '%') {
@@ -39,9 +39,9 @@ bool isScheme(std::string_view text) {
            consistsOf("+-.", text);
 }
 
-/// The host of ‘user@host:80’.
+/// Returns the host of ‘user@host:80’.
 std::string_view hostOf(std::string_view authority) {
-    authority.remove_prefix(authority.rfind('@') + 1); // none: the whole
+    authority.remove_prefix(authority.rfind('@') + 1); // removes nothing if there is no user
     if (authority.starts_with('['))
         return authority.substr(0, authority.find(']') + 1);
     return authority.substr(0, authority.find(':'));
@@ -84,7 +84,7 @@ std::optional<Url> parseUrl(std::string_view address) {
         url.host = hostOf(address.substr(0, end));
         address.remove_prefix(end);
         if (address.empty())
-            address = "/"; // the root, as for any address on a host
+            address = "/"; // as for any address with a host
     }
     url.path = address;
     return url;
@@ -108,7 +108,7 @@ bool isPathSegment(std::string_view text) {
     if (text.empty() || !consistsOf(segmentPunctuation, text))
         return false;
     const std::string meaning =
-        percentDecoded(text); // an escaped dot is a dot to many servers, a slash a slash
+        percentDecoded(text); // servers may treat an escaped dot or slash like a plain one
     return meaning != "." && meaning != ".." && !isOneOf(meaning, '/') && !isOneOf(meaning, '\\');
 }
 

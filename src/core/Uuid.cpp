@@ -10,7 +10,7 @@ bool isHyphenPosition(std::size_t i) {
     return i == 8 || i == 13 || i == 18 || i == 23;
 }
 
-/// Seeded once a thread from the system's random source; a row's identity needs no secrecy.
+/// Seeded once per thread from the system's random source. Ids of rows need not be secret.
 std::mt19937_64& generator() {
     thread_local std::mt19937_64 engine = [] {
         std::random_device device;

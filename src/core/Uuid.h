@@ -8,12 +8,12 @@
 
 namespace orvalen {
 
-/// A 128-bit identity, written as 36 characters with upper-case hexadecimal digits.
+/// A 128-bit identifier. Its text has 36 characters with upper-case hexadecimal digits.
 class UUID {
 public:
-    /// A new version 4 value from the system's random source. Any thread.
+    /// Returns a new version 4 UUID. Thread-safe.
     static UUID random();
-    /// Reads the canonical form, digits in either case; nothing for any other text.
+    /// Parses the 36-character form with digits in either case. Returns nullopt for any other text.
     static std::optional<UUID> parse(std::string_view text);
 
     std::string toString() const;
