@@ -10,16 +10,16 @@
 
 namespace orvalen {
 
-/// The distinct normalised artists, numbered as they first occur, and the tracks of each. Eight bytes a track
-/// and about forty an artist.
+/// The distinct normalised artists, numbered in the order of their first track, and the tracks of each. Needs
+/// eight bytes per track and about forty per artist.
 class ArtistTable {
 public:
     explicit ArtistTable(const LibraryIndex& index);
 
     std::uint32_t artistOf(std::size_t position) const { return artistOf_[position]; }
-    /// In library order.
+    /// Returns the positions of the artist's tracks, in library order.
     std::span<const std::uint32_t> positionsOf(std::size_t artist) const;
-    /// A superset of the artists that contain the needle; the needle is not empty.
+    /// Returns a superset of the artists that contain `needle`, which must not be empty.
     Bitmap candidates(std::string_view needle) const { return grams_.candidates(needle); }
 
 private:
@@ -27,7 +27,8 @@ private:
     void groupPositions();
 
     std::vector<std::uint32_t> artistOf_;
-    std::vector<std::uint32_t> starts_; ///< of each artist's run in positions_, and the end of the last
+    std::vector<std::uint32_t>
+        starts_; ///< start of each artist's range in positions_, and the end of the last range
     std::vector<std::uint32_t> positions_;
     GramBitmaps grams_;
 };

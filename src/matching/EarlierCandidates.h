@@ -10,7 +10,7 @@ namespace orvalen {
 
 struct ContentView;
 
-// Candidates that the user chose in an earlier run, where the choice is no longer a preferred match. Main
+// Candidates that the user chose in an earlier run, but whose choice is no longer a preferred match. Main
 // thread.
 
 struct EarlierCandidate {
@@ -18,9 +18,9 @@ struct EarlierCandidate {
     std::size_t option;
 };
 
-/// The position among the row's candidates of the one that was chosen earlier; nothing when there is none.
+/// Returns the index of the candidate that was chosen earlier for the row, or nullopt.
 std::optional<std::size_t> earlierOption(const ContentView& view, const MatchedTrack& row);
-/// The rows that have such a candidate and another selection, in order.
+/// Returns the rows with a candidate that was chosen earlier and is not selected now, in row order.
 std::vector<EarlierCandidate> earlierCandidates(const ContentView& view);
 
 } // namespace orvalen

@@ -8,13 +8,14 @@
 
 namespace orvalen {
 
-/// The tracks by the hash of their file-name key. The keys themselves are not kept: the few tracks with a
-/// wanted hash are looked at again. Eight bytes a track.
+/// Finds tracks by the hash of their file-name key. The keys are not stored: tracks with an equal hash are
+/// compared again. Needs eight bytes per track.
 class FileNameTable {
 public:
     explicit FileNameTable(const LibraryIndex& index);
 
-    /// Positions in library order; the index is the one that the table was made from.
+    /// Returns the positions of the tracks with the key, in library order. `index` must be the one the table
+    /// was built from.
     std::vector<std::size_t> find(const LibraryIndex& index, std::string_view key) const;
 
 private:

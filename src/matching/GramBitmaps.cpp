@@ -6,10 +6,11 @@
 namespace orvalen {
 namespace {
 
-/// Beyond so many of the rarest grams, looking at the few texts left is cheaper than another intersection.
+/// With more intersections than this, comparing the few remaining texts is cheaper.
 constexpr std::size_t mostIntersections = 6;
 
-/// The letters, digits and the first bytes of other scripts have a bitmap each or share it with few.
+/// Letters, digits and the first bytes of other scripts have a bitmap of their own or share it with few
+/// others.
 std::size_t bitmapOfByte(unsigned char byte) {
     return byte % 64;
 }

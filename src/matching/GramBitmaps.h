@@ -10,7 +10,7 @@
 
 namespace orvalen {
 
-/// A set of numbered texts as one bit each, 64 to a word.
+/// A set of numbers with one bit each, 64 per word.
 using Bitmap = std::vector<std::uint64_t>;
 
 inline bool contains(const Bitmap& bitmap, std::size_t number) {
@@ -18,7 +18,7 @@ inline bool contains(const Bitmap& bitmap, std::size_t number) {
 }
 std::size_t countBits(const Bitmap& bitmap);
 
-/// Calls the visitor with each number of the set, in ascending order.
+/// Calls the visitor with each number in the set, in ascending order.
 template <typename Visitor>
 void forEachBit(const Bitmap& bitmap, Visitor visit) {
     for (std::size_t word = 0; word < bitmap.size(); ++word)
@@ -26,14 +26,14 @@ void forEachBit(const Bitmap& bitmap, Visitor visit) {
             visit(word * 64 + static_cast<std::size_t>(__builtin_ctzll(bits)));
 }
 
-/// For each gram, a byte or a pair of neighbours, the set of the texts that hold it. A needle can stand only
-/// in texts that hold all of its grams, so a few intersections leave little to look through. Grams share 256
-/// bitmaps by their hash: 32 bytes a text.
+/// For each gram (a byte, or a pair of neighbouring bytes), the set of texts that contain it. A text can
+/// contain a needle only if it contains all grams of the needle, so a few intersections leave few texts to
+/// compare. Grams share 256 bitmaps by their hash. Needs 32 bytes per text.
 class GramBitmaps {
 public:
     static constexpr std::size_t bitmapCount = 256;
 
-    /// textOf(number) is called once for each number below the count, in ascending order.
+    /// Calls textOf(number) once for each number below `textCount`, in ascending order.
     template <typename TextOf>
     GramBitmaps(std::size_t textCount, TextOf textOf)
         : wordCount_((textCount + 63) / 64), words_(bitmapCount * wordCount_) {
@@ -46,14 +46,14 @@ public:
         }
     }
 
-    /// A superset of the texts that contain the needle; the needle is not empty.
+    /// Returns a superset of the texts that contain `needle`, which must not be empty.
     Bitmap candidates(std::string_view needle) const;
 
 private:
     void fillWord(std::size_t word, std::span<const std::string_view> texts);
 
     std::size_t wordCount_;
-    std::vector<std::uint64_t> words_; ///< bitmap after bitmap
+    std::vector<std::uint64_t> words_; ///< one bitmap after another
     std::array<std::size_t, bitmapCount> sizes_{};
 };
 

@@ -13,7 +13,8 @@
 namespace orvalen {
 namespace {
 
-/// So few artists and tracks are looked at one by one; for more, the titles' bitmaps come first.
+/// Up to this many artists and tracks are compared one by one. For more, the bitmaps of the titles are used
+/// first.
 constexpr std::size_t fewArtists = 256;
 constexpr std::size_t fewTracks = 1024;
 
@@ -25,7 +26,7 @@ struct LibraryCatalog::Tables {
                                  [&index](std::size_t position) { return index.keyHalves(position).title; }),
           fileNames(index) {}
 
-    /// The tracks of the artists that contain the needle, if they are few; nothing if not.
+    /// Returns the tracks of the artists that contain `needle`, or nullopt if there are too many.
     std::optional<std::vector<std::size_t>> tracksOfFew(const LibraryIndex& index, const Bitmap& candidates,
                                                         std::string_view needle) const;
 

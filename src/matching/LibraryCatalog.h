@@ -11,21 +11,25 @@ namespace orvalen {
 
 class WordTable;
 
-/// A library prepared for searching. The first catalog of an index takes up to half a microsecond a track to
-/// make, so never on the main thread; the work is kept as long as the index's tracks live, and every later
-/// catalog of the same tracks is there at once. Immutable; any thread.
+/// The search tables of a library index. Immutable and thread-safe.
+///
+/// The first catalog of an index builds the tables, which takes up to half a microsecond per track: do not
+/// create it on the main thread. The tables are cached in the index, so later catalogs of the same tracks
+/// cost nothing.
 class LibraryCatalog {
 public:
     explicit LibraryCatalog(LibraryIndex index);
 
     const LibraryIndex& index() const { return index_; }
 
-    /// Positions in library order whose file-name key equals the key.
+    /// Returns the positions of the tracks with the file-name key, in library order.
     std::vector<std::size_t> withFileNameKey(std::string_view key) const;
-    /// Positions in library order whose normalised artist and title contain the needles, already normalised.
+    /// Returns the positions of the tracks whose normalised artist and title contain the needles, in library
+    /// order. The needles must be normalised. Empty if one of them is empty.
     std::vector<std::size_t> containing(std::string_view artistNeedle, std::string_view titleNeedle) const;
-    /// The words of the library, for searches by similarity. Made by the first call while others wait, which
-    /// takes about two microseconds a track, so never on the main thread; kept like the rest.
+    /// Returns the words of the library, for searches by similarity. Cached like the other tables. The first
+    /// call builds them while others wait, which takes about two microseconds per track: do not call it on
+    /// the main thread.
     const WordTable& words() const;
 
 private:

@@ -10,14 +10,15 @@
 
 namespace orvalen {
 
-// Positions are places in the catalog's library order.
+// Positions are in the catalog's library order. Thread-safe.
 
-/// The positions whose file-name key equals the key, in library order.
+/// Returns the positions of the tracks with the file-name key, in library order.
 std::vector<std::size_t> matchesByFileName(const LibraryCatalog& catalog, std::string_view key);
-/// The positions that pass the containment test, in library order.
+/// Returns the positions of the tracks that pass the containment test, in library order.
 std::vector<std::size_t> matchesByArtistTitle(const LibraryCatalog& catalog, std::string_view artist,
                                               std::string_view title);
-/// The distinct tracks that the request may mean, in the order first seen: exact key, file name, containment.
+/// Returns the candidates for the request: tracks with its library key, then by file name, then by
+/// containment. Equal tracks appear once.
 std::vector<std::size_t> findOptions(const LibraryCatalog& catalog, const Request& request);
 
 } // namespace orvalen

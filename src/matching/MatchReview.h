@@ -12,37 +12,37 @@ namespace orvalen {
 
 struct ContentView;
 
-// What a result row shows: pure functions of the row and of what is being previewed.
+// The texts of a row on the results page. Pure functions, thread-safe.
 
-/// Artist, EN DASH, title: the label of the row's box.
+/// Returns "Artist – Title" of the request.
 std::string rowLabel(const MatchedTrack& row);
-/// The label with the tempo of the selected track, or else of the first option that has one.
+/// Returns the label with the tempo of the selected track, else of the first candidate that has a tempo.
 std::string rowHeader(const MatchedTrack& row);
-/// Bold while the row stands for what is previewed, and while neither is anything.
+/// Returns whether the row's selected track is the previewed track, or both are absent.
 bool isHeaderBold(const MatchedTrack& row, const std::optional<Track>& previewed);
-/// Both present and of equal paths.
+/// Returns whether the row's selected track is the previewed track; false if either is absent.
 bool isPreviewed(const MatchedTrack& row, const std::optional<Track>& previewed);
-/// A picker is shown for two or more options.
+/// Returns whether the row has at least two candidates.
 bool showsPicker(const MatchedTrack& row);
+/// Returns "Artist – Title" of the track, with its tempo in parentheses if it has one.
 std::string optionLabel(const Track& option);
-/// The entry that the picker shows: the first option with the selected track's path; -1 for none.
+/// Returns the index of the first candidate with the selected track's path, or -1.
 int pickedOption(const MatchedTrack& row);
-/// "File: " and the path.
 std::string fileText(const Track& track);
-/// ‘128 BPM’ or "No BPM found".
+/// Returns ‘128 BPM’ or "No BPM found".
 std::string tempoText(const Track& track);
-/// ‘0 tracks selected’, ‘1 track selected’.
+/// Returns ‘0 tracks selected’, ‘1 track selected’.
 std::string selectionSummary(const std::vector<MatchedTrack>& rows);
+/// Returns the number of included rows.
 std::size_t includedCount(const std::vector<MatchedTrack>& rows);
 
-// Operations on the rows. Main thread; rows are identified by position, and a position that no row has is
-// ignored.
+// Operations on the rows of the state. Main thread. `row` is a position; nothing happens if no row has it.
 
 void setIncludeForAll(ContentView& view, bool value);
 void setInclude(ContentView& view, std::size_t row, bool value);
-/// The picker's action: selects the first option with the path, or none, and remembers the choice.
+/// Selects the first candidate with the path, or none, and stores the preferred match.
 void chooseOption(ContentView& view, std::size_t row, std::string_view path);
-/// Stores the selected track's path under the row's library key; nothing without a selection.
+/// Stores the path of the row's selected track as the preferred match. Does nothing without a selected track.
 void rememberPreferredMatch(ContentView& view, const MatchedTrack& row);
 
 } // namespace orvalen

@@ -37,7 +37,8 @@ void writeDiagnostics(Console& console, const MatchedTrack& row) {
                  bracketedList(row.options, [](const Track& track) { return track.path; }));
 }
 
-/// A remembered path that no option has leaves the choice open, unless there is but one option to choose.
+/// Returns the track that a new row selects. If no candidate has the preferred path, only a single candidate
+/// is selected.
 std::optional<Track> chosen(const std::vector<Track>& options, const std::optional<std::string>& preferred) {
     auto choice = options.begin();
     if (preferred)
@@ -70,13 +71,14 @@ void finish(ContentView& view, std::string input, std::vector<MatchedTrack> rows
     autoSaveSession(view);
 }
 
-/// One run, on the match queue. It owns all it reads; of the view it uses only what any thread may.
+/// One run, on the match queue. Owns everything it reads. Of `view` it uses only the platform and the
+/// database.
 struct MatchRun {
     ContentView& view;
     std::vector<std::string> lines;
     LibraryIndex index;
     std::string format;
-    std::string input; ///< the wanted text that the lines are from
+    std::string input; ///< the wanted text that contains the lines
 
     void operator()() const {
         const LibraryCatalog catalog(index);

@@ -7,7 +7,7 @@ std::optional<std::string> RememberedPaths::of(const std::string& key) {
         changeCount_ = count;
         table_ = database_.tryPreferredMatches();
     }
-    if (!table_) // another program holds the database: waiting for it once is enough
+    if (!table_) // another process holds the database; the constructor has waited for it
         return database_.preferredPathAtOnce(key);
     const auto match = table_->find(key);
     return match == table_->end() ? std::nullopt : std::optional(match->second);

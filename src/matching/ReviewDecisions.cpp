@@ -15,7 +15,7 @@ std::string keyOf(const MatchedTrack& row) {
     return libraryKey(row.artist, row.title);
 }
 
-/// The path of each row's preferred match.
+/// Returns the path of each row's preferred match.
 std::vector<std::optional<std::string>> preferredPathsOf(ContentView& view) {
     const auto& rows = view.matchedTracks.get();
     std::vector<std::optional<std::string>> paths(rows.size());
@@ -48,7 +48,7 @@ bool ReviewDecisions::isChosen(std::size_t row) const {
     const std::string& path = match.selectedTrack->path;
     if (chosenPaths_[row] && canonicallyEqual(*chosenPaths_[row], path))
         return true;
-    // Candidates that came after the run are files that the user attached.
+    // Candidates that were added after the run are files that the user attached.
     for (std::size_t option = proposals_[row]; option < match.options.size(); ++option)
         if (canonicallyEqual(match.options[option].path, path))
             return true;

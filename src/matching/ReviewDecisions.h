@@ -17,14 +17,14 @@ struct ContentView;
 enum class RowDecision {
     noFile,    ///< no candidate
     undecided, ///< several candidates, none chosen by the user
-    proposed,  ///< one candidate, taken by the run
-    chosen,    ///< the user chose the file, now or for an earlier run
-    included,  ///< has a file and goes into the playlist
+    proposed,  ///< one candidate, selected by the run
+    chosen,    ///< the user chose the file, in this run or an earlier one
+    included,  ///< has a selected track and goes into the playlist
 };
 
-/// The user's decisions on the rows of one list: which files the user chose, and the steps that can be
-/// undone. A new list in the state drops both. Main thread. Rows are identified by their position; a position
-/// that no row has is ignored.
+/// The user's decisions on the rows: which files the user chose, and the steps that can be undone. Both are
+/// dropped when the state gets new rows. Main thread. Rows are identified by position; unknown positions are
+/// ignored.
 class ReviewDecisions {
 public:
     static constexpr std::size_t mostSteps = 100;
@@ -33,26 +33,26 @@ public:
 
     void include(std::size_t row, bool value);
     void includeAll(bool value);
-    /// Selects the first candidate with the path and stores it as the preferred match.
+    /// Selects the first candidate with the path and stores the preferred match.
     void choose(std::size_t row, std::string_view path);
-    /// Takes back the last of these three and the preferred match that it stored. Returns the row concerned,
-    /// the first row for a step that concerned all, or nothing when there is no step left.
+    /// Undoes the last call of include(), includeAll() or choose(), including the preferred match that it
+    /// stored. Returns the row concerned (0 for includeAll()), or nullopt if there is nothing to undo.
     std::optional<std::size_t> undo();
 
-    /// The decision on each row. Reads the preferred matches once for each list, without a console line when
-    /// that fails; the rows' files then count as proposed.
+    /// Returns the decision on each row. Reads the preferred matches once for each set of rows. If reading
+    /// fails, rows count as proposed or undecided, and no error line is written.
     std::vector<RowDecision> decisions();
 
 private:
     struct Step {
         std::size_t row = 0;
-        std::vector<bool> includes; ///< from `row` on; empty for a choice
+        std::vector<bool> includes; ///< from `row` on; empty for choose()
         std::optional<Track> selected;
         std::optional<std::string> chosenPath;
-        std::optional<std::optional<std::string>> preferredPath; ///< nothing when it could not be read
+        std::optional<std::optional<std::string>> preferredPath; ///< nullopt if it could not be read
     };
 
-    /// Starts anew when the state holds another list.
+    /// Resets everything if the state holds new rows.
     void followList();
     bool isChosen(std::size_t row) const;
     void remember(Step step);
@@ -60,7 +60,7 @@ private:
 
     ContentView& view_;
     std::vector<UUID> ids_;
-    std::vector<std::size_t> proposals_; ///< each row's number of candidates when the list was new
+    std::vector<std::size_t> proposals_; ///< each row's number of candidates when the rows were new
     std::vector<std::optional<std::string>> chosenPaths_;
     std::deque<Step> steps_;
 };

@@ -10,11 +10,11 @@
 namespace orvalen {
 namespace {
 
-/// So many tracks with the most in common are compared closely.
+/// The number of best tracks that are compared in detail.
 constexpr std::size_t closelyCompared = 400;
-/// Between tracks that hold the same wanted words, those with fewer other words come first.
+/// Among tracks with the same wanted words, those with fewer other words come first.
 constexpr float costOfWord = 0.01F;
-/// A found track has at least this share of what is looked for.
+/// The least share of the wanted words that a found track must match.
 constexpr float leastFound = 0.2F;
 constexpr float costOfLeftWords = 0.3F;
 
@@ -22,30 +22,31 @@ struct Scored {
     float score = 0;
     std::size_t position = 0;
 
-    /// The better first, and library order among equals.
+    /// The better score comes first; equal scores keep library order.
     bool operator<(const Scored& other) const {
         return score != other.score ? score > other.score : position < other.position;
     }
 };
 
-/// Keeps the first `most` in order.
+/// Keeps the best `most`, sorted.
 void keepBest(std::vector<Scored>& tracks, std::size_t most) {
     const auto end = tracks.begin() + static_cast<std::ptrdiff_t>(std::min(most, tracks.size()));
     std::partial_sort(tracks.begin(), end, tracks.end());
     tracks.erase(end, tracks.end());
 }
 
-/// Adds up, for each track, what its words have in common with the wanted words.
+/// Scores each track by the words that it has in common with the wanted words.
 class RoughSearch {
 public:
     explicit RoughSearch(const WordTable& table, bool withBeginnings)
         : table_(table), withBeginnings_(withBeginnings), scores_(table.trackCount()),
           lastWords_(table.trackCount()) {}
 
-    /// Each track counts the word once, by the most similar of its words.
+    /// Adds the word's weight to the tracks with similar words. Each track counts the word once, with its
+    /// most similar word.
     void add(std::string_view word, float weight) {
         const std::vector<SimilarWord> similar = table_.similarWords(word, withBeginnings_);
-        if (++wordNumber_ == 0) { // every track's mark is out of date after 255 words
+        if (++wordNumber_ == 0) { // after 255 words, all marks are reset
             std::ranges::fill(lastWords_, 0);
             wordNumber_ = 1;
         }
@@ -86,12 +87,13 @@ private:
     const WordTable& table_;
     bool withBeginnings_;
     std::vector<float> scores_;
-    std::vector<std::uint8_t> lastWords_; ///< the number of the wanted word that a track counted last
+    std::vector<std::uint8_t> lastWords_; ///< number of the wanted word that the track counted last
     std::uint8_t wordNumber_ = 0;
 };
 
-/// Scores each track anew, drops those that score nothing, sorts the rest, and keeps each file once: a file
-/// that was attached to a row is filed under the row's names too.
+/// Scores each track in detail, drops tracks with score 0, sorts, and keeps each file once. A file can be in
+/// the index twice if it was attached to a row, because it is then also filed under the row's artist and
+/// title.
 template <typename Score>
 std::vector<Scored> compared(const LibraryCatalog& catalog, const std::vector<Scored>& rough, Score score) {
     std::vector<Scored> tracks;
@@ -119,7 +121,7 @@ std::vector<SongWord> wordsOf(std::string_view artist, std::string_view title) {
 std::vector<std::size_t> findTracks(const LibraryCatalog& catalog, std::string_view text, std::size_t most) {
     const WordTable& table = catalog.words();
     std::vector<SongWord> wanted = songWords(text);
-    for (SongWord& word : wanted) // whoever types a word means it, wherever it stands
+    for (SongWord& word : wanted) // a typed word counts fully, wherever it is in the file's texts
         if (word.role == WordRole::aside || word.role == WordRole::guest)
             word.role = WordRole::plain;
     RoughSearch search(table, true);

@@ -9,19 +9,20 @@
 
 namespace orvalen {
 
-// Looks for tracks by similarity: words may stand in any order, be missing, be too many or be misspelt.
-// Results are positions in the catalog's library order, the best first; each file appears once. The first
-// call for a library makes its word table (see LibraryCatalog::words), so never on the main thread.
+// Searches by similarity. Words may be in another order, missing, additional or misspelt. Results are
+// positions in the catalog's library order, the best first. Each file appears once. The first search in a
+// library builds its words (see LibraryCatalog::words), so do not search on the main thread.
 
 inline constexpr std::size_t mostFoundTracks = 50;
 inline constexpr std::size_t mostSuggestions = 3;
 
-/// The tracks whose artists and titles resemble the text, at most `most`; the last word may be unfinished.
+/// Returns the tracks whose artist and title resemble the text, at most `most`. The last word may be
+/// incomplete.
 std::vector<std::size_t> findTracks(const LibraryCatalog& catalog, std::string_view text,
                                     std::size_t most = mostFoundTracks);
 
-/// The tracks that the request probably means, at most `most`, no two with equal artist and title; empty when
-/// none is likely enough to be proposed unasked.
+/// Returns the tracks that the request probably means, at most `most`. No two have the same artist and title.
+/// Empty if no track is likely enough.
 std::vector<std::size_t> suggestTracks(const LibraryCatalog& catalog, const Request& request,
                                        std::size_t most = mostSuggestions);
 

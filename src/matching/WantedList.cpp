@@ -16,8 +16,8 @@ constexpr std::string_view emDash = "\u2014";
 
 constexpr std::string_view firstBytesOfBreaks = "\n\v\f\r\xC2\xE2";
 
-/// The length of the line break that begins at the place; 0 where none does. CR LF counts as two, because the
-/// empty piece between them is dropped anyway.
+/// Returns the length of the line break at `place`, or 0. CR LF counts as two breaks; the empty line between
+/// them is dropped later.
 std::size_t lineBreakAt(std::string_view text, std::size_t place) {
     const char c = text[place];
     if (c >= '\n' && c <= '\r')

@@ -9,22 +9,23 @@ namespace orvalen {
 
 struct ContentView;
 
-/// What one wanted line asks for; neither text is normalised.
+/// The artist and title that a wanted line asks for, not normalised.
 struct Request {
     std::string artist;
     std::string title;
 };
 
-/// The lines of the text, trimmed, without the empty ones, in text order; duplicates stay. Any thread.
+/// Returns the non-empty lines of the text, trimmed, in order. Repeated lines stay. Thread-safe.
 std::vector<std::string> wantedLines(std::string_view text);
-/// The same lines where they stand in the text.
+/// Returns the same lines as views into the text.
 std::vector<std::string_view> wantedLineViews(std::string_view text);
 
-/// Splits a line at its one spaced dash; nothing when it has none or several. Any thread.
+/// Splits a line at its one dash (hyphen, en dash or em dash) with a space on each side. Returns nullopt if
+/// there is no such dash or more than one. `format` is artistTitleFormat or titleArtistFormat. Thread-safe.
 std::optional<Request> parseWantedLine(std::string_view line, std::string_view format);
 
-/// The Match button: hands the wanted lines to the match engine, or the playlist address to its importer.
-/// Main thread; returns at once.
+/// Starts matching: posts the wanted lines to the match queue, or imports the Spotify playlist first. Does
+/// nothing if the library or the text is empty. Main thread; returns at once.
 void startMatching(ContentView& view);
 
 } // namespace orvalen
