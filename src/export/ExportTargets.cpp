@@ -21,7 +21,7 @@ constexpr std::string_view rekordbox = "rekordbox";
 constexpr std::string_view virtualDJ = "virtualdj";
 constexpr std::string_view serato = "serato";
 
-/// Each is also the value of its target.
+/// Each is also the `value` of its target.
 constexpr std::array<std::string_view, 3> plainExtensions{"m3u", "m3u8", "pls"};
 
 constexpr std::string_view plainFailure = "Failed to write playlist file:";

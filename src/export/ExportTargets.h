@@ -8,8 +8,8 @@ namespace orvalen {
 
 struct ContentView;
 
-/// One export choice: what the picker shows, and what its dialog and its console lines say. Empty texts are
-/// absent.
+/// One export choice: the text of its entry in the picker, its dialog and its console lines. Empty texts are
+/// not shown.
 struct ExportTarget {
     std::string_view label;
     std::string_view value;
@@ -17,16 +17,16 @@ struct ExportTarget {
     std::string_view dialogTitle{};
     std::string_view dialogMessage{};
     std::string_view tip{};
-    std::string_view failureLine{}; ///< followed by one space and the error
+    std::string_view failureLine{}; ///< followed by a space and the error
     std::string_view successLine{}; ///< followed by the path
 };
 
-/// The six choices in picker order.
+/// Returns the six choices in the order of the picker.
 std::span<const ExportTarget> exportTargets();
-/// The choice of that value; null for any other text.
+/// Returns the choice with the value, or null.
 const ExportTarget* exportTarget(std::string_view value);
 
-/// A how-to button and its alert.
+/// A how-to button and the alert that it shows.
 struct HowTo {
     std::string_view button;
     std::string_view title;
@@ -34,18 +34,19 @@ struct HowTo {
 };
 std::span<const HowTo> howTos();
 
-/// At least one row is included.
+/// Returns whether at least one row is included.
 bool canExport(const ContentView& view);
-/// Asks where to save and writes the playlist of the selected choice. Main thread; modal.
+/// Asks where to save and writes the playlist of the selected choice. Blocks in a modal dialog. Main thread.
 void exportPlaylist(ContentView& view);
-/// The steps of exportPlaylist after the format's console line. Each asks where to save, writes the playlist
-/// and shows the banner. `extension` is m3u, m3u8 or pls; nothing happens for any other.
+/// The steps of exportPlaylist() after its first console line. Each asks where to save, writes the playlist
+/// and shows the banner. `extension` is m3u, m3u8 or pls; nothing happens for other values.
 void exportWithSaveDialog(ContentView& view, std::string_view extension);
 void exportForVirtualDJ(ContentView& view);
 /// Posts a notification before the dialog.
 void exportForSerato(ContentView& view);
+/// Shows the instructions in a modal message.
 void showHowToAlert(ContentView& view, const HowTo& howTo);
-/// Shows the success banner and hides it two seconds later.
+/// Shows the success banner for two seconds.
 void flashExportBanner(ContentView& view);
 
 } // namespace orvalen

@@ -8,18 +8,19 @@
 
 namespace orvalen {
 
-/// What an export of the rows writes. Pure functions; any thread.
+/// What an export of the rows would write. Pure functions, thread-safe.
 struct PlaylistCounts {
-    std::size_t written = 0;  ///< entries: included rows that have a file
-    std::size_t missing = 0;  ///< included rows without a file
+    std::size_t written = 0;  ///< included rows with a selected track
+    std::size_t missing = 0;  ///< included rows without one
     std::size_t repeated = 0; ///< files that are written more than once
 };
 
+/// Counts what an export of the rows would write.
 PlaylistCounts playlistCounts(const std::vector<MatchedTrack>& rows);
-/// ‘90 files will be written; 66 selected rows have no file; 2 files are written twice or more’; empty when
-/// every included row has a file of its own.
+/// Returns ‘90 files will be written; 66 selected rows have no file; 2 files are written twice or more’.
+/// Empty if every included row has a file and no file is repeated.
 std::string playlistCaption(const PlaylistCounts& counts);
-/// The rows without a file, included or not: one "Artist – Title" a line, in row order.
+/// Returns the rows without a selected track, included or not: one line "Artist – Title" per row.
 std::string missingList(const std::vector<MatchedTrack>& rows);
 
 } // namespace orvalen

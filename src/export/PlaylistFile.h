@@ -10,10 +10,11 @@
 
 namespace orvalen {
 
-/// The paths of the included rows that have a selected track, one a line, no line feed after the last.
+/// Returns the paths of the included rows with a selected track, one per line, without a line feed at the
+/// end.
 std::string playlistFileText(const std::vector<MatchedTrack>& rows);
 
-/// Replaces the destination atomically; a failure leaves it as it was.
+/// Replaces the destination atomically; see writeFileAtomically().
 Expected<void> writePlaylistFile(std::string_view text, const Location& destination);
 
 } // namespace orvalen

@@ -19,7 +19,7 @@ namespace {
 
 using Fields = std::array<std::string_view, 3>;
 
-/// The text up to the separator, which is cut off the rest with it.
+/// Returns the text before the separator and removes both from `rest`.
 std::string_view cutOff(std::string_view& rest, char separator) {
     const std::size_t end = std::min(rest.find(separator), rest.size());
     const std::string_view piece = rest.substr(0, end);
@@ -27,7 +27,7 @@ std::string_view cutOff(std::string_view& rest, char separator) {
     return piece;
 }
 
-/// The first three fields of a row; nothing when it has fewer.
+/// Returns the first three fields of a CSV row, or nullopt if it has fewer.
 std::optional<Fields> firstFields(std::string_view row) {
     Fields fields;
     for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -38,7 +38,7 @@ std::optional<Fields> firstFields(std::string_view row) {
     return fields;
 }
 
-/// Blanks inside quotation marks stay, as the marks are deleted last.
+/// Spaces inside quotation marks stay, because the marks are removed after trimming.
 std::string cleaned(std::string_view field) {
     std::string result(trimmed(field));
     std::erase(result, '"');
@@ -57,7 +57,7 @@ bool isDoNotPlay(const std::string& kind) {
     return caseFolded(kind).find("do not play") != std::string::npos;
 }
 
-/// The wanted line of a row; nothing when the row is incomplete or is to be left out.
+/// Returns the wanted line of a CSV row, or nullopt if the row is incomplete or excluded.
 std::optional<std::string> wantedLine(std::string_view row, bool ignoreDoNotPlay) {
     const auto fields = firstFields(row);
     if (!fields)
@@ -107,7 +107,7 @@ void parseDJEPCSV(ContentView& view, const Location& file) {
 }
 
 std::string wantedTextOfDJEP(std::string_view csv, bool ignoreDoNotPlay) {
-    cutOff(csv, '\n'); // the header, whatever it holds
+    cutOff(csv, '\n'); // removes the header line
     std::string text;
     while (!csv.empty()) {
         const auto line = wantedLine(cutOff(csv, '\n'), ignoreDoNotPlay);

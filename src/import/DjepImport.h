@@ -9,12 +9,14 @@ namespace orvalen {
 
 struct ContentView;
 
-/// Asks for a DJEP export and reads it into the wanted list. Main thread; returns before the dialog is
-/// answered.
+/// Asks for a CSV file that DJEP exported and reads it into the wanted text. Main thread; returns before the
+/// dialog is answered.
 void importDJEPCSV(ContentView& view);
-/// Reads the file into the wanted list; a file that cannot be read is one console line and changes nothing.
+/// Replaces the wanted text by the requests in the file. If the file cannot be read, writes an error line and
+/// changes nothing. Main thread.
 void parseDJEPCSV(ContentView& view, const Location& file);
-/// The wanted lines of the export's text, artist first, joined by line feeds. Any thread.
+/// Returns one wanted line "Artist - Title" per request of the CSV text, joined by line feeds. Skips requests
+/// of the kind "Do Not Play" if `ignoreDoNotPlay`. Thread-safe.
 std::string wantedTextOfDJEP(std::string_view csv, bool ignoreDoNotPlay);
 
 } // namespace orvalen

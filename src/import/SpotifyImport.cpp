@@ -10,7 +10,7 @@
 namespace orvalen {
 namespace {
 
-/// How many entries are asked for and taken; a longer playlist is cut there.
+/// The number of entries that are requested. Further entries of the playlist are ignored.
 constexpr std::size_t entryLimit = 100;
 
 std::string wantedText(const PlaylistTracksResponse& playlist) {

@@ -9,9 +9,9 @@ namespace orvalen {
 
 struct ContentView;
 
-/// Fetches the playlist at the address, puts its entries into the wanted list and calls imported(view). An
-/// address without a path is ignored. On failure, writes an error line and changes nothing. Main thread;
-/// returns at once.
+/// Fetches the playlist at the address, replaces the wanted text by its first 100 entries and calls
+/// imported(view). Ignores an address without a path. On failure, writes an error line and leaves the text
+/// unchanged. Main thread; returns at once.
 void importSpotifyPlaylist(ContentView& view, const std::string& address,
                            std::function<void(ContentView&)> imported, const SpotifyService& service = {});
 

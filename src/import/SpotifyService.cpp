@@ -29,7 +29,7 @@ HttpRequest playlistRequest(const SpotifyService& service, std::string_view play
     return request;
 }
 
-/// Prints the refusal and gives it back as the error.
+/// Writes the refusal to the console and returns it as the error.
 SpotifyTokenFailure refusedToken(Console& console, const HttpResponse& response) {
     const std::string text = isValidUtf8(response.body) ? response.body : "<non-text response>";
     const std::string description = "HTTP " + std::to_string(response.status) + ": " + text;
@@ -65,7 +65,7 @@ void fetchSpotifyToken(HttpSession& session, Console& console, const SpotifyServ
 void fetchPlaylistTracks(HttpSession& session, const SpotifyService& service, std::string_view playlistID,
                          std::string_view accessToken,
                          std::function<void(Expected<PlaylistTracksResponse>)> answer) {
-    // The identifier goes into the address as it is, so it must not reach beyond its place there.
+    // The identifier becomes part of the address, so it must be exactly one path component.
     if (!isPathSegment(playlistID))
         return answer(failure("The address does not end in a playlist identifier."));
     session.send(playlistRequest(service, playlistID, accessToken),

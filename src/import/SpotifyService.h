@@ -14,26 +14,26 @@ namespace orvalen {
 class Console;
 class HttpSession;
 
-/// Where the streaming service is reached; neither address ends in a slash.
+/// Addresses of the streaming service, without a slash at the end.
 struct SpotifyService {
     std::string accountsAddress{configuration::spotifyAccountsAddress};
     std::string apiAddress{configuration::spotifyApiAddress};
 };
 
-/// What the accounts service grants. The names are the service's.
+/// The answer of the accounts service. The names are those of the service.
 struct SpotifyToken {
     std::string access_token;
     std::string token_type;
     std::int64_t expires_in = 0;
 };
 
-/// Why no token was granted. The domain and code are set only when the service refused.
+/// The reason why there is no token. `domain` and `code` are set only if the service refused.
 struct SpotifyTokenFailure : Error {
     std::string_view domain{}; ///< "SpotifyTokenError"
-    int code = 0;              ///< the HTTP status
+    int code = 0;              ///< HTTP status
 };
 
-/// The part of a playlist that is asked for.
+/// The requested part of a playlist.
 struct PlaylistTracksResponse {
     struct Artist {
         std::string name;
@@ -48,24 +48,25 @@ struct PlaylistTracksResponse {
     std::vector<Item> items;
 };
 
-// The requests. Main thread; they return at once and answer there, once. No error carries a credential or a
-// token.
+// Requests to the service. Main thread. They return at once and call `answer` once, later, on the main
+// thread. Errors never contain credentials or tokens.
 
-/// Asks for a token with the credentials, ‘identifier:secret’. A refusal is a console line of its own.
+/// Requests a token. `credentials` is ‘identifier:secret’. A refusal also writes an error line.
 void fetchSpotifyToken(HttpSession& session, Console& console, const SpotifyService& service,
                        std::string_view credentials,
                        std::function<void(tl::expected<SpotifyToken, SpotifyTokenFailure>)> answer);
-/// Asks for the first entries of the playlist. An identifier that is no path component is an error and no
-/// request; that answer may come before the call returns.
+/// Requests the first 100 entries of a playlist. If `playlistID` is not a path component, calls `answer` with
+/// an error at once, before returning.
 void fetchPlaylistTracks(HttpSession& session, const SpotifyService& service, std::string_view playlistID,
                          std::string_view accessToken,
                          std::function<void(Expected<PlaylistTracksResponse>)> answer);
 
+/// Decodes the answer of the accounts service. Fails if a member is missing.
 Expected<SpotifyToken> decodeSpotifyToken(std::string_view bytes);
-/// Fails as a whole when any entry lacks its track, its name, its artists or one artist's name.
+/// Fails if one entry lacks its track, a name or the artists.
 Expected<PlaylistTracksResponse> decodePlaylistTracks(std::string_view bytes);
 
-/// The artists, then the title: one wanted line.
+/// Returns one wanted line: the artists, joined by ", ", then " - " and the title.
 std::string importedLine(const PlaylistTracksResponse::Item& item);
 
 } // namespace orvalen

@@ -37,7 +37,7 @@ void startPlaying(ContentView& view, const Track& track, std::unique_ptr<AudioPl
     view.peakLevelRight.set(0);
 }
 
-/// A file may lie about its length or not know it; the slider's place is a fraction all the same.
+/// A file can report no length or a wrong one. The result is always between 0 and 1.
 double playedFraction(const AudioPlayer& player) {
     const double fraction = player.currentTime() / player.duration();
     return std::isfinite(fraction) ? std::clamp(fraction, 0.0, 1.0) : 0.0;
@@ -62,7 +62,7 @@ void playPreview(ContentView& view, const Track& track) {
         startPlaying(view, track, std::move(*opened));
     else
         view.platform.console.line("Playback error: " + opened.error().description);
-    access.stop(*folder); // the player has the file open by now
+    access.stop(*folder); // the player has opened the file by now
 }
 
 void togglePreview(ContentView& view, const Track& track) {
@@ -114,7 +114,7 @@ bool showsPause(const ContentView& view, const std::optional<Track>& track) {
 }
 
 std::string formatPlaybackTime(double seconds) {
-    constexpr double longest = 1e15; // beyond any file, and still a whole number of seconds
+    constexpr double longest = 1e15; // longer than any file, and still exact in whole seconds
     if (!(seconds >= 0 && seconds <= longest))
         return noTime;
     const auto whole = static_cast<long long>(seconds);

@@ -9,23 +9,25 @@ namespace orvalen {
 
 struct ContentView;
 
-// The one preview player. Main thread. Two tracks are the same when their paths are equal.
+// The preview player. Main thread. Tracks are compared by path.
 
 void playPreview(ContentView& view, const Track& track);
-/// The play button: pauses or resumes the previewed track, starts any other.
+/// The action of the play button: pauses or resumes the previewed track, or plays another track.
 void togglePreview(ContentView& view, const Track& track);
-/// Stops when the track is the previewed one; both absent count as that.
+/// Stops if the track is the previewed track, or if both are absent.
 void stopPreviewIfCurrent(ContentView& view, const std::optional<Track>& track);
+/// Updates `playbackProgress` every 10 ms from now on.
 void startPlaybackTimer(ContentView& view);
+/// Sets `playbackProgress` to the played share of the track, 0 to 1; 0 unless the player is playing.
 void updatePlaybackProgress(ContentView& view);
-/// Moves the player to the slider's place.
+/// Moves the player to the position of the slider (`playbackProgress`).
 void seekPreview(ContentView& view);
 
-/// Whether the track's button reads "Pause".
+/// Returns whether the track's button reads "Pause".
 bool showsPause(const ContentView& view, const std::optional<Track>& track);
-/// ‘1:01’ for 61 seconds, cut to a whole number.
+/// Returns ‘1:01’ for 61 seconds, rounded down; "0:00" if `seconds` is negative, not finite or very large.
 std::string formatPlaybackTime(double seconds);
-/// The position and length labels; "0:00" unless the track is the previewed one.
+/// Return the position and the length of the previewed track; "0:00" for any other track.
 std::string positionLabel(const ContentView& view, const Track& track);
 std::string lengthLabel(const ContentView& view, const Track& track);
 

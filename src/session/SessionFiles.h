@@ -7,22 +7,25 @@ namespace orvalen {
 
 struct ContentView;
 
-// Sessions: the wanted text and the reviewed rows. Main thread.
+// Session files: the wanted text and the rows. Main thread.
 
 void saveSession(ContentView& view);
-/// Writes "session.orvs" in the support folder, unless there are no rows.
+/// Writes "session.orvs" in the support folder, unless there are no rows. Shows the auto-save indicator for
+/// two seconds.
 void autoSaveSession(ContentView& view);
+/// Asks for a session file and loads it.
 void loadSession(ContentView& view);
-/// What `loadSession` does with the chosen file.
+/// Loads the session file, as loadSession() does with the chosen file. On failure, writes an error line and
+/// changes nothing.
 void loadSessionFile(ContentView& view, const Location& file);
-/// Brings back the last auto-save; silent when there is none.
+/// Loads the last auto-saved session. Does nothing if there is none.
 void loadLastSession(ContentView& view);
-/// Writes the rows and their wanted text to "session.previous.orvs" in the support folder when some are
-/// ticked or the user browsed to files for them. To be called before other rows replace them. Errors are
-/// silent.
+/// Writes the rows and their wanted text to "session.previous.orvs" in the support folder, if a row is
+/// included or the user browsed to files. Call before other rows replace them. Errors are ignored.
 void keepReplacedRows(ContentView& view);
-/// Loads that file; the rows that it replaces are kept in it in turn.
+/// Loads "session.previous.orvs". The rows that it replaces are written to the same file.
 void loadPreviousSession(ContentView& view);
+/// Replaces the wanted text and the rows, and shows the results page.
 void applySession(ContentView& view, MatchSession session);
 
 } // namespace orvalen
