@@ -7,27 +7,33 @@
 
 namespace orvalen {
 
-/// One opened audio file that can be heard. Main thread; times in seconds.
+/// One opened audio file. Main thread. Times are in seconds.
 class AudioPlayer {
 public:
     virtual ~AudioPlayer() = default;
+    /// Prepares for play(). May do nothing.
     virtual void prepareToPlay() = 0;
-    /// Starts, goes on from a pause, or begins again after the end.
+    /// Starts, resumes after a pause, or starts again from the beginning after the end.
     virtual void play() = 0;
+    /// Pauses and keeps the position.
     virtual void pause() = 0;
-    /// Like pause, and lets the output go.
+    /// Pauses and releases the sound device.
     virtual void stop() = 0;
-    /// False when paused, stopped or at the end.
+    /// Returns false if paused, stopped or at the end.
     virtual bool isPlaying() const = 0;
+    /// Returns the position from the start.
     virtual double currentTime() const = 0;
+    /// Moves to the position, also while paused. After a position past the end, play() starts from the
+    /// beginning.
     virtual void setCurrentTime(double seconds) = 0;
+    /// Returns the length, or 0 if it is unknown.
     virtual double duration() const = 0;
 };
 
 class AudioPlayers {
 public:
     virtual ~AudioPlayers() = default;
-    /// Opens the file and returns when it can be played, or why it cannot. Never null on success.
+    /// Opens the file and waits until it can be played. Returns the reason if it cannot; never null.
     virtual Expected<std::unique_ptr<AudioPlayer>> open(const std::string& path) = 0;
 };
 

@@ -7,8 +7,7 @@ namespace orvalen {
 class Browser {
 public:
     virtual ~Browser() = default;
-    /// Hands a web address to the user's browser. Addresses other than http and https are not opened. Main
-    /// thread.
+    /// Opens a web address in the user's browser. Ignores addresses that are not http or https. Main thread.
     virtual void open(const std::string& address) = 0;
 };
 

@@ -6,11 +6,11 @@
 
 namespace orvalen {
 
-/// What the program was built as.
+/// Values that were set when the program was built.
 class Bundle {
 public:
     virtual ~Bundle() = default;
-    /// The text under the key, for example "CFBundleShortVersionString"; nothing when there is none.
+    /// Returns the value of the key, for example "CFBundleShortVersionString", or nullopt.
     virtual std::optional<std::string> text(std::string_view key) const = 0;
 };
 

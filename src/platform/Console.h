@@ -4,8 +4,8 @@
 
 namespace orvalen {
 
-/// The diagnostic output: one line for each message. Thread-safe; lines never mix. A line may be written
-/// after the call has returned, and may be lost when nobody reads the output.
+/// The diagnostic output: one line per message. Thread-safe; lines are never mixed. line() may return before
+/// the line is written. Lines can be lost if nobody reads the output.
 class Console {
 public:
     virtual ~Console() = default;

@@ -11,7 +11,7 @@ namespace orvalen {
 
 enum class TypeFamily { mp3Audio, mpeg4Audio, wavAudio, movie, commaSeparatedText };
 
-/// What may be chosen; both lists empty: anything.
+/// The files that may be chosen. Any file if both lists are empty.
 struct AllowedTypes {
     std::vector<TypeFamily> families{};
     std::vector<std::string> extensions{}; ///< lower case, without the dot
@@ -19,7 +19,7 @@ struct AllowedTypes {
     bool anything() const { return families.empty() && extensions.empty(); }
 };
 
-/// The dialogs remember one folder for each kind.
+/// Dialogs remember the last folder for each kind.
 enum class FileKind { music, playlist, sessionOrLibrary, eventList };
 
 struct OpenOptions {
@@ -27,36 +27,40 @@ struct OpenOptions {
     bool folders = false;
     bool several = false;
     AllowedTypes types{};
-    std::string prompt{}; ///< of the confirming button; empty: the system's own
-    std::string title{};  ///< of the window; empty: the prompt
+    std::string prompt{}; ///< label of the confirming button; empty: the system's own
+    std::string title{};  ///< title of the window; empty: the prompt
     FileKind kind = FileKind::music;
-    std::vector<Location> openIn{}; ///< the first that exists is shown; without one, the kind's last folder
+    std::vector<Location>
+        openIn{}; ///< the first existing one is shown; if there is none, the last folder of the kind
 };
 
 struct SaveOptions {
     std::string proposedName{};
     std::string title{};   ///< empty: the system's own
-    std::string message{}; ///< empty: none
+    std::string message{}; ///< shown above the files; empty: none
     AllowedTypes types{};
     FileKind kind = FileKind::playlist;
 };
 
-/// The system's file dialogs and its modal message. Main thread. Modal calls return when the user is done;
-/// posts and timers go on meanwhile.
+/// The system's file dialogs and modal messages. Main thread. Modal functions return when the user has
+/// answered; posts and timers run in the meantime.
 class Dialogs {
 public:
     virtual ~Dialogs() = default;
-    /// The chosen locations in the dialog's order; none when cancelled.
+    /// Returns the chosen locations in the dialog's order; empty if cancelled.
     virtual std::vector<Location> chooseToOpen(const OpenOptions& options) = 0;
-    /// Returns at once; the answer arrives on the main thread.
+    /// Shows the dialog and returns at once. Calls `answer` later on the main thread, with an empty list if
+    /// cancelled.
     virtual void chooseToOpenLater(const OpenOptions& options,
                                    std::function<void(std::vector<Location>)> answer) = 0;
-    /// The location to write to, over what stands there: the dialog has asked. None when cancelled. Where one
-    /// extension is allowed and the user typed another or none, it is added; folders can be created.
+    /// Returns the location to write to, or nullopt if cancelled. The dialog has asked before a file is
+    /// replaced. If exactly one extension is allowed, it is added to names without it. The user can create
+    /// folders.
     virtual std::optional<Location> chooseToSave(const SaveOptions& options) = 0;
-    /// One button, "OK".
+    /// Shows a message with the button "OK".
     virtual void showMessage(const std::string& title, const std::string& informativeText) = 0;
-    /// Two buttons, `acceptText` and "Cancel", which is the default. True when accepted.
+    /// Asks a question with the buttons `acceptText` and "Cancel" (the default). Returns whether it was
+    /// accepted.
     virtual bool confirm(const std::string& title, const std::string& informativeText,
                          const std::string& acceptText) = 0;
 };

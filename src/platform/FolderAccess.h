@@ -9,15 +9,15 @@
 
 namespace orvalen {
 
-/// The right to read what the user chose, now and at the next start. Main thread.
+/// Access to the files that the user chose, now and after a restart. Main thread.
 class FolderAccess {
 public:
     virtual ~FolderAccess() = default;
-    /// True when the location exists and can be read, or when its drive does not answer within half a second.
-    /// Starts are counted, and each may be ended by one stop.
+    /// Starts access. Returns whether the location exists and can be read; also true if its drive does not
+    /// answer within half a second. Each successful start() may be ended by one stop().
     virtual bool start(const Location& location) = 0;
-    /// Starts access to each location and returns those that `start` grants, in the same order. Waits at most
-    /// one second for all of them together.
+    /// Starts access to each location. Returns those for which start() returns true, in the same order. Waits
+    /// at most one second for all of them together.
     virtual std::vector<Location> startAll(const std::vector<Location>& locations) {
         std::vector<Location> granted;
         for (const Location& location : locations)
@@ -26,10 +26,9 @@ public:
         return granted;
     }
     virtual void stop(const Location& location) = 0;
-    /// True when the location's drive can be removed and the location does not exist now, so that it may be
-    /// back when the drive is connected again.
+    /// Returns whether the location is on a removable drive and does not exist now.
     virtual bool isAway(const Location& location) = 0;
-    /// Opaque bytes that bring the location back at the next start.
+    /// Returns opaque bytes from which resolveBookmark() gets the location after a restart.
     virtual Expected<std::string> makeBookmark(const Location& location) = 0;
     virtual Expected<Location> resolveBookmark(std::string_view bookmark) = 0;
 };

@@ -26,13 +26,13 @@ struct HttpResponse {
     std::string body;
 };
 
-/// The program's one HTTP session.
+/// Sends HTTP requests.
 class HttpSession {
 public:
     virtual ~HttpSession() = default;
-    /// Returns at once. The answer arrives later on the main thread: any response, whatever its status, or
-    /// the transport's error (an address that is none, no connection, an untrusted certificate, the
-    /// time-out).
+    /// Returns at once. Calls `answer` once, later, on the main thread, with any response whatever its
+    /// status, or with the transport's error: invalid address, no connection, untrusted certificate,
+    /// time-out.
     virtual void send(const HttpRequest& request, std::function<void(Expected<HttpResponse>)> answer) = 0;
 };
 

@@ -10,47 +10,49 @@
 
 namespace orvalen {
 
-/// One tag of a file. The value is read as text when it is asked for: absent, or an error.
+/// One tag of a file. `value` is nullopt if the tag has no text, or an error if it cannot be read.
 struct MetadataItem {
-    std::string identifier; ///< for an ID3 frame ‘id3/TBPM’ and the like; may be empty
-    std::string commonKey;  ///< "title", "artist", …, or empty
+    std::string identifier; ///< ‘id3/TBPM’ and the like for an ID3 frame; may be empty
+    std::string commonKey;  ///< "title", "artist" or empty
     Expected<std::optional<std::string>> value;
 };
 
-/// Among a file's formats this one says that it carries an ID3 tag.
+/// The entry of availableFormats() for an ID3 tag.
 inline constexpr std::string_view id3Format = "org.id3";
 
-/// The tags of one opened audio file. Every call may read the file and may fail; texts are valid UTF-8.
+/// The tags of one audio file. Every call may read the file and may fail. Texts are valid UTF-8.
 class MediaAsset {
 public:
     virtual ~MediaAsset() = default;
-    /// The tags in a view that is the same for every format; an error when the file is no readable media.
+    /// Returns the tags with a common key, in the same form for all formats. Fails if the file is not
+    /// readable media.
     virtual Expected<std::vector<MetadataItem>> commonMetadata() = 0;
     virtual Expected<std::vector<std::string>> availableFormats() = 0;
     virtual Expected<std::vector<MetadataItem>> id3Metadata() = 0;
 };
 
-/// Asks the system to have the tags of files at hand before a single reader opens them. Errors are ignored.
-/// One thread; no call waits for a drive.
+/// Reads files into the system's cache before a reader opens them. Errors are ignored. One thread. No call
+/// waits for a drive.
 class MediaReadAhead {
 public:
     virtual ~MediaReadAhead() = default;
-    /// The caller expects at most so many files that the reader has not passed.
+    /// The largest number of expected files that the reader has not finished.
     static constexpr std::size_t mostFiles = 256;
 
-    /// Appends a file to those that the reader will open, in this order.
+    /// Adds a file that the reader will open after those added before.
     virtual void expect(const std::string& path) = 0;
-    /// Tells that the reader has done with the next expected file.
+    /// Reports that the reader has finished the next expected file.
     virtual void passOne() = 0;
 };
 
-/// Opens assets. Any thread, one file at a time.
+/// Opens assets. Thread-safe, for one file at a time.
 class MediaAssets {
 public:
     virtual ~MediaAssets() = default;
-    /// Never null; a file that cannot be opened answers its first load with the error.
+    /// Never returns null. If the file cannot be opened, the first read of the asset fails.
     virtual std::unique_ptr<MediaAsset> open(const std::string& path) = 0;
-    /// Starts to read ahead for one reader until the result is deleted. Null where that has no use.
+    /// Starts reading ahead for one reader, until the result is destroyed. Returns null if this class does
+    /// not read ahead.
     virtual std::unique_ptr<MediaReadAhead> startReadAhead() { return nullptr; }
 };
 

@@ -14,11 +14,11 @@ struct Notification {
     std::string body;
 };
 
-/// The desktop's notifications, shown at once with its default sound.
+/// Desktop notifications with the default sound.
 class Notifications {
 public:
     virtual ~Notifications() = default;
-    /// Returns at once. The outcome, an error or nothing, arrives later on any thread. Main thread.
+    /// Returns at once. Calls `outcome` later, on any thread, with an error or nullopt. Main thread.
     virtual void post(const Notification& notification,
                       std::function<void(std::optional<Error>)> outcome) = 0;
 };

@@ -17,12 +17,12 @@ class Sound;
 class UserFolders;
 class WorkerQueue;
 
-/// Every service of the outer world, one reference each; src/main.cpp or a test fills it in. All of them
-/// outlive the state.
+/// References to all services of the operating system and desktop. src/Program.h or a test fills it in. The
+/// services must outlive the state.
 struct Platform {
     Console& console;
     MainQueue& mainQueue;
-    WorkerQueue& matchQueue; ///< match runs
+    WorkerQueue& matchQueue; ///< match runs, searches, catalogs
     WorkerQueue& tagQueue;   ///< folder walks and tag reads
     Dialogs& dialogs;
     MediaAssets& mediaAssets;

@@ -4,7 +4,7 @@
 
 namespace orvalen {
 
-/// A pending or repeating call; letting go of the handle ends it. Main thread.
+/// A pending or repeating call. Destroying the last handle cancels it. Main thread.
 class Timer {
 public:
     virtual ~Timer() = default;

@@ -5,12 +5,12 @@
 
 namespace orvalen {
 
-/// Where the system keeps a user's files. Any thread.
+/// The system's folders for a user's files. Thread-safe.
 class UserFolders {
 public:
     virtual ~UserFolders() = default;
-    /// The absolute path of the user's application-support folder, whether it stands yet or not; nothing when
-    /// the system names none.
+    /// Returns the absolute path of the user's application-support folder, which need not exist; nullopt if
+    /// the system has none.
     virtual std::optional<std::string> applicationSupport() const = 0;
 };
 

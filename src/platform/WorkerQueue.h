@@ -4,12 +4,12 @@
 
 namespace orvalen {
 
-/// A background thread that runs its jobs one after another.
+/// A background thread that runs jobs in order.
 class WorkerQueue {
 public:
     virtual ~WorkerQueue() = default;
-    /// Returns at once. A job gets plain values, touches no state, and posts what it has to say to the main
-    /// queue.
+    /// Adds a job and returns at once. A job owns its data, must not touch the state, and sends results with
+    /// MainQueue::post().
     virtual void post(std::function<void()> job) = 0;
 };
 

@@ -20,17 +20,17 @@ constexpr const char* objectPath = "/org/orvalen/Orvalen";
 constexpr const char* interfaceName = "org.freedesktop.Application";
 
 constexpr std::chrono::milliseconds probeLimit{700};
-constexpr int nameLimit = 300;   ///< milliseconds that a bus which answers may take for the name
+constexpr int nameLimit = 300;   ///< milliseconds for the name request on a bus that answers
 constexpr int ownerLimit = 5000; ///< milliseconds; the owner's main thread may be waiting for a slow drive
 constexpr std::chrono::milliseconds modalRetry{200};
 
-// Of the bus's own interface.
+// Constants of the bus's own interface.
 constexpr uint doNotQueue = 4;
 constexpr uint primaryOwner = 1;
 constexpr uint alreadyOwner = 4;
 
-// The desktop's permission for the window to take the focus: how a launcher passes it to us, and we to the
-// owner.
+// Activation tokens: the desktop's permission for a window to take the focus. A launcher passes the token to
+// this process, and this process passes it to the owner.
 constexpr const char* waylandVariable = "XDG_ACTIVATION_TOKEN";
 constexpr const char* waylandKey = "activation-token";
 constexpr const char* startupVariable = "DESKTOP_STARTUP_ID";
@@ -45,7 +45,7 @@ QVariantMap platformData() {
     return data;
 }
 
-/// Qt reads the token from the environment when a window asks for the focus.
+/// Qt reads the token from the environment when a window requests the focus.
 void keepActivationToken(const QVariantMap& platformData) {
     for (const char* key : {startupKey, waylandKey})
         if (const QByteArray token = platformData.value(key).toString().toUtf8(); !token.isEmpty())
@@ -110,7 +110,7 @@ void ApplicationBus::ActivateAction(const QString&, const QVariantList&, const Q
     Activate(platformData);
 }
 
-/// The caller gets its reply at once; what it asked for may open a dialog.
+/// Runs answer() after the D-Bus reply was sent, because answer() may open a dialog.
 void ApplicationBus::answerLater() {
     if (raise_ && !std::exchange(answerPending_, true))
         QTimer::singleShot(0, this, &ApplicationBus::answer);
@@ -121,7 +121,7 @@ void ApplicationBus::answer() {
     if (std::exchange(raiseWanted_, false))
         raise_();
     while (!filesToOpen_.isEmpty()) {
-        // What a dialog is about to save or to fill in must not be replaced behind it.
+        // Data that an open dialog is about to save or fill in must not be replaced.
         if (QApplication::activeModalWidget()) {
             answerPending_ = true;
             QTimer::singleShot(modalRetry, this, &ApplicationBus::answer);

@@ -10,32 +10,32 @@ class QWindow;
 
 namespace orvalen {
 
-/// The program on the session bus, under the name org.orvalen.Orvalen with the interface
-/// org.freedesktop.Application: desktops and a second start of the program ask the running one to come to the
-/// front and to open files. Main thread; may be made before the application object.
+/// The program on the session bus, with the name org.orvalen.Orvalen and the interface
+/// org.freedesktop.Application. Desktops and a second process use it to bring the window to the front and to
+/// open files. Main thread. May be created before the application object.
 class ApplicationBus : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
     enum class Claim {
-        first,  ///< the name is ours now
-        second, ///< another process owns it
+        first,  ///< this process owns the name
+        second, ///< another process owns the name
         noBus   ///< there is no bus, or it does not answer
     };
 
     ~ApplicationBus() override;
 
-    /// Takes the name. Blocks for at most about a second. Where the bus accepts connections and answers
-    /// nothing, the environment of this process names no bus afterwards: the toolkit would wait for it again
-    /// and again.
+    /// Requests the name. Blocks for at most about one second. If the bus accepts connections but does not
+    /// answer, removes the bus from this process's environment, because Qt would wait for it repeatedly.
     Claim claim();
 
-    /// Asks the owner of the name to come to the front. False when it does not answer within five seconds.
+    /// Asks the owner of the name to come to the front. Returns false if it does not answer within five
+    /// seconds.
     bool activateOwner();
 
-    /// The functions that requests are passed to. Requests from before wait for this call; files wait while a
-    /// modal dialog is open, too.
+    /// Sets the functions that handle requests. Earlier requests are handled now. Files are opened only while
+    /// no modal dialog is open.
     void serve(std::function<void()> raise, std::function<void(const QString& uri)> open);
 
 public slots:
@@ -55,7 +55,7 @@ private:
     QStringList filesToOpen_;
 };
 
-/// Brings the window, or the dialog that is open over it, to the front as far as the desktop allows that.
+/// Brings the window, or the dialog over it, to the front, as far as the desktop allows it.
 void bringToFront(QWindow& window);
 
 } // namespace orvalen

@@ -4,7 +4,7 @@
 
 namespace orvalen {
 
-/// The version and the build number that the build fixed.
+/// The version and build number of this build.
 class BuildBundle : public Bundle {
 public:
     std::optional<std::string> text(std::string_view key) const override;

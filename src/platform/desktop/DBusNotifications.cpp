@@ -29,7 +29,7 @@ QDBusMessage notifyCall(const Notification& notification) {
 
 void DBusNotifications::post(const Notification& notification,
                              std::function<void(std::optional<Error>)> outcome) {
-    // Without a bus the call fails by itself, and later like every other.
+    // Without a bus, the call fails asynchronously like any other.
     const QDBusPendingCall call =
         QDBusConnection::sessionBus().asyncCall(notifyCall(notification), answerLimit);
     auto* watcher = new QDBusPendingCallWatcher(call);

@@ -4,8 +4,8 @@
 
 namespace orvalen {
 
-/// The desktop's notification service on the session bus. The outcome comes on the main thread, after the
-/// call; within two seconds where the service is silent.
+/// Uses the desktop's notification service on the session bus. Calls `outcome` on the main thread, within two
+/// seconds even if the service does not answer.
 class DBusNotifications : public Notifications {
 public:
     void post(const Notification& notification, std::function<void(std::optional<Error>)> outcome) override;

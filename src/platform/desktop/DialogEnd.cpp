@@ -6,7 +6,7 @@
 namespace orvalen {
 namespace {
 
-/// A small folder that always answers and that no user visits.
+/// A small folder that can always be read and that no user opens.
 const QString answeringFolder = QStringLiteral("/proc/self/ns");
 
 } // namespace
@@ -15,8 +15,8 @@ void deleteWhenIdle(QFileDialog* dialog) {
     dialog->hide();
     auto* model = dialog->findChild<QFileSystemModel*>();
     if (!model)
-        return dialog->deleteLater(); // the desktop's own dialog
-    // The thread reads folders in the order of the requests, so this one is answered last.
+        return dialog->deleteLater(); // a dialog of the desktop
+    // The thread reads folders in the order of requests, so this folder is reported last.
     QObject::connect(model, &QFileSystemModel::directoryLoaded, dialog, [dialog](const QString& folder) {
         if (folder == answeringFolder)
             dialog->deleteLater();

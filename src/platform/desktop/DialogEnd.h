@@ -7,8 +7,8 @@ class QFileDialog;
 namespace orvalen {
 
 /// Hides the dialog and deletes it later. The destructor of a file dialog waits for the thread that reads
-/// folders, so the dialog is kept until that thread has answered; on a drive that never answers, for ever.
-/// Main thread.
+/// folders. The dialog is therefore kept until that thread has answered; on a drive that never answers, for
+/// ever. Main thread.
 void deleteWhenIdle(QFileDialog* dialog);
 
 struct DeleteWhenIdle {

@@ -7,15 +7,15 @@
 
 namespace orvalen {
 
-/// The folder in which the dialogs of each kind open: where a file of that kind was chosen last, in this run
-/// or an earlier one. Main thread.
+/// The folder in which dialogs of each kind open: the folder of the last file chosen, also in earlier runs.
+/// Main thread.
 class DialogFolders {
 public:
-    /// Reads and writes the file; with an empty name the folders last for this run. A file that cannot be
-    /// read or written counts as empty.
+    /// Reads and writes `file`. With an empty name, folders are remembered until the program ends. A file
+    /// that cannot be read or written counts as empty.
     explicit DialogFolders(QString file) : file_(std::move(file)) {}
 
-    /// The user's music folder, or home, while no folder is known or the known one does not exist.
+    /// Returns the user's music folder, or home, if no existing folder is known.
     QString folder(FileKind kind) const;
     void remember(FileKind kind, const QString& folder);
 

@@ -22,13 +22,12 @@ constexpr int widestSideBar = 300;
 constexpr int messageWidth = 380;
 constexpr int messageIcon = 48;
 
-/// The buttons' words are enough.
 void removeButtonIcons(QDialog& dialog) {
     for (auto* button : dialog.findChildren<QPushButton*>())
         button->setIcon({});
 }
 
-/// Where desktops mount what is plugged in, one folder a drive.
+/// Returns the drives that the desktop has mounted, one folder per drive.
 QFileInfoList mountedDrives() {
     const QString user = qEnvironmentVariable("USER");
     QFileInfoList drives;
@@ -51,7 +50,7 @@ QList<QUrl> placesOfMusic() {
     return places;
 }
 
-/// Makes the side bar wide enough for the names of the places; Qt's own width cuts them off.
+/// Makes the side bar wide enough for the names in it. Qt's default width cuts them off.
 void fitSideBar(QFileDialog& dialog) {
     auto* splitter = dialog.findChild<QSplitter*>("splitter");
     auto* sideBar = dialog.findChild<QListView*>("sidebar");

@@ -8,15 +8,14 @@ class QMessageBox;
 
 namespace orvalen {
 
-/// Makes ready a file dialog that is not the system's own: names in full, dates that are not cut off, and at
-/// its side the folders where music is: home, music, downloads, and the drives that the desktop has mounted.
-/// A native dialog looks after itself.
+/// Adjusts a file dialog of Qt: columns that show full names and dates, and a side bar with home, music,
+/// desktop, downloads and mounted drives. Leaves a native dialog unchanged.
 void prepareDialog(QFileDialog& dialog);
 
-/// A line above the file dialog's own content.
+/// Adds a text above the content of the file dialog.
 void addMessage(QFileDialog& dialog, const QString& message);
 
-/// Makes ready a message: plain text only, a heading that stands out, wide enough for its title.
+/// Adjusts a message box: plain text, a bold heading, wide enough for its title.
 void prepareDialog(QMessageBox& box);
 
 /// Shows the text over the dialog until the user confirms it.

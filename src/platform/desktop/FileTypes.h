@@ -8,14 +8,14 @@
 
 namespace orvalen {
 
-/// The extensions that the types stand for, lower case, each once, the families' first.
+/// Returns the extensions of the types, lower case, each once, those of the families first.
 std::vector<std::string> extensionsOf(const AllowedTypes& types);
 
-/// Whether a file of that name may be chosen; letter case does not matter.
+/// Returns whether a file with this name may be chosen. Ignores letter case.
 bool mayBeChosen(std::string_view name, const AllowedTypes& types);
 
-/// The types as the one line of a dialog's type list: a label and its patterns in either letter case. Empty
-/// when anything may be chosen.
+/// Returns the entry for a dialog's list of file types: a label and patterns in lower and upper case. Empty
+/// if any file may be chosen.
 std::string nameFilter(const AllowedTypes& types);
 
 } // namespace orvalen

@@ -28,7 +28,7 @@ QFileDialog::FileMode modeOf(const OpenOptions& options) {
 } // namespace
 
 LocationDialog::LocationDialog(const OpenOptions& options, const QString& folder) : options_(options) {
-    // Before everything else: what follows is lost when the kind of dialog changes.
+    // Must come first: changing this option resets the other settings.
     setOption(DontUseNativeDialog, options.folders);
     setOption(HideNameFilterDetails);
     setAcceptMode(AcceptOpen);
@@ -38,7 +38,7 @@ LocationDialog::LocationDialog(const OpenOptions& options, const QString& folder
         setNameFilter(QString::fromStdString(nameFilter(options.types)));
     if (!options.prompt.empty())
         setLabelText(Accept, QString::fromStdString(options.prompt));
-    // A native dialog shows an empty title otherwise.
+    // A native dialog would show an empty title.
     const std::string& title = options.title.empty() ? options.prompt : options.title;
     setWindowTitle(title.empty() ? tr("Open")
                                  : QString::fromStdString(title).simplified().left(longestTitle));
@@ -55,7 +55,7 @@ LocationDialog::LocationDialog(const OpenOptions& options, const QString& folder
     connect(selection_, &QItemSelectionModel::selectionChanged, this, [this] { followSelection(); });
     if (!options.folders)
         return;
-    // A button of our own: Qt's is greyed while no file is named, and renamed while a folder is marked.
+    // Qt disables its own button while no file is named, and renames it while a folder is selected.
     auto* box = findChild<QDialogButtonBox*>("buttonBox");
     QPushButton* confirm = box->button(QDialogButtonBox::Open);
     auto* own = box->addButton(confirm->text(), QDialogButtonBox::AcceptRole);
@@ -64,10 +64,10 @@ LocationDialog::LocationDialog(const OpenOptions& options, const QString& folder
     own->setDefault(true);
 }
 
-/// Shows the marked names, folders included, in the name field; Qt leaves folders out.
+/// Shows the selected names in the name field, including folders, which Qt omits.
 void LocationDialog::followSelection() {
     if (focusWidget() == nameField_)
-        return; // Qt marks what is being typed
+        return; // Qt selects the entry that is being typed
     const QString text = selectionText();
     if (text.isEmpty() && nameField_->text() != shownSelection_)
         return;
@@ -79,7 +79,7 @@ QStringList LocationDialog::selectedPaths() const {
     QStringList paths;
     for (const QModelIndex& index : selection_->selectedRows()) {
         const QString path = index.data(QFileSystemModel::FilePathRole).toString();
-        // While a path is typed, Qt marks folders that are not shown as well.
+        // While a path is typed, Qt also selects folders that are not shown.
         if (QFileInfo(path).absolutePath() == directory().absolutePath())
             paths.append(path);
     }
@@ -96,7 +96,7 @@ QString LocationDialog::selectionText() const {
     return names.join(' ');
 }
 
-/// The name field as one path where such a thing stands, else as names in quotation marks.
+/// Returns the name field as one path if that exists, else as names in quotation marks.
 QStringList LocationDialog::typedPaths() const {
     const QString text = nameField_->text();
     for (const QString& whole : {text, text.trimmed()})
@@ -146,7 +146,7 @@ void LocationDialog::accept() {
                 chosen_.append(path);
             else
                 refused_ = path;
-        QFileDialog::accept(); // tells whoever waits for the answer
+        QFileDialog::accept(); // emits the signals that exec() waits for
         return;
     }
     QStringList paths = candidates();

@@ -10,19 +10,19 @@ class QLineEdit;
 
 namespace orvalen {
 
-/// The open dialog: Qt's own, which also takes folders beside files where the options say so. A folder that
-/// is marked and confirmed is chosen, a double click still enters it, and with nothing marked the folder
-/// that is shown is the choice. Only what the options allow is ever accepted, typed paths included.
+/// Qt's dialog for opening. If the options allow folders, it accepts files and folders together. The button
+/// chooses a selected folder; a double click enters it. Without a selection, the shown folder is chosen.
+/// Accepts only what the options allow, also for typed paths.
 class LocationDialog : public QFileDialog {
 public:
     LocationDialog(const OpenOptions& options, const QString& folder);
 
-    /// What was accepted, absolute, in the dialog's order.
+    /// Returns the accepted absolute paths, in the dialog's order.
     const QStringList& chosen() const { return chosen_; }
     void accept() override;
 
-    /// Whether a native dialog, which closes by itself, was closed over a file that cannot be chosen; says
-    /// so, and the caller shows the dialog again.
+    /// Returns whether a native dialog was closed with a file that may not be chosen. Says so in a message;
+    /// the caller then shows the dialog again.
     bool refused();
 
 private:
@@ -34,12 +34,12 @@ private:
     bool isAcceptable(const QString& path);
 
     OpenOptions options_;
-    // Both belong to the dialog; without them it is a native one and looks after itself.
+    // Children of the dialog. Null if the dialog is a native one.
     QLineEdit* nameField_ = nullptr;
     QItemSelectionModel* selection_ = nullptr;
-    QString shownSelection_; ///< what the name field last showed of the selection
+    QString shownSelection_; ///< the selection that the name field showed last
     QStringList chosen_;
-    QString refused_; ///< what a native dialog took and may not be chosen
+    QString refused_; ///< a file that a native dialog accepted and that may not be chosen
 };
 
 } // namespace orvalen

@@ -17,8 +17,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// For opening a file. Asking its folder for access may have taken half a second of the three that a user
-/// waits.
+/// The limit for opening a file. Checking access to its folder may take another half second of the three
+/// seconds in total.
 constexpr std::chrono::milliseconds openLimit{2500};
 
 std::chrono::milliseconds timeLeft(Clock::time_point deadline) {
@@ -26,10 +26,10 @@ std::chrono::milliseconds timeLeft(Clock::time_point deadline) {
                     std::chrono::milliseconds(0));
 }
 
-/// How long the clock goes on from one answer of the core.
+/// How long positions are extrapolated from one answer of libmpv.
 constexpr std::chrono::milliseconds answerLife{200};
 
-/// A number as libmpv reads it, whatever the locale.
+/// Returns the number in the form that libmpv reads in every locale.
 std::string toText(double seconds) {
     char buffer[64];
     const auto result =
@@ -37,8 +37,8 @@ std::string toText(double seconds) {
     return {buffer, result.ptr};
 }
 
-/// A player that is asked for its position a hundred times a second, and never makes the window wait for it:
-/// each question is answered from the last answer of the core and the clock.
+/// The window asks for the position a hundred times a second. To avoid waiting for libmpv, the position is
+/// extrapolated from its last answer and the clock.
 class MpvAudioPlayer : public AudioPlayer {
 public:
     Expected<void> open(std::string path, std::chrono::milliseconds limit) {
@@ -71,7 +71,7 @@ public:
     void stop() override {
         pause();
         position_.seconds = isAtEnd() ? 0 : currentTime();
-        core_.command({"stop"}); // closes the file and with it the sound device
+        core_.command({"stop"}); // closes the file and the sound device
         loaded_ = false;
     }
 
@@ -96,7 +96,7 @@ public:
         followEvents();
         if (loaded_ && (playing_ || !isPastLength(seconds)))
             return seek(seconds);
-        // Play begins again from the end, so the core need not go there in a pause.
+        // At the end, play() starts from the beginning, so libmpv need not seek to the end in a pause.
         target_.reset();
         position_.seconds = seconds;
     }
@@ -104,7 +104,7 @@ public:
     double duration() const override { return duration_; }
 
 private:
-    /// Where the playback stood at a time.
+    /// A position at a point in time.
     struct Position {
         double seconds = 0;
         Clock::time_point at = Clock::now();
@@ -124,8 +124,8 @@ private:
 
     bool isPastLength(double seconds) const { return duration_ > 0 && seconds >= duration_; }
 
-    /// The core does not report an end that a seek reaches in a pause, and before a seek is done it still
-    /// answers for the place before.
+    /// Returns whether playback is at the end. libmpv does not report an end that a seek reaches during a
+    /// pause, and before a seek is done it returns the old position.
     bool isAtEnd() {
         if (target_)
             return isPastLength(*target_);
@@ -175,7 +175,7 @@ private:
 
     void takePosition(const mpv_event& event) const {
         const auto* property = static_cast<const mpv_event_property*>(event.data);
-        // What was asked before a seek or a pause is out of date.
+        // An answer to a request from before a seek or pause is out of date.
         if (event.error >= 0 && property->format == MPV_FORMAT_DOUBLE && asked_ && playing_ && !target_) {
             const double seconds = std::max(0.0, *static_cast<const double*>(property->data));
             moving_ = moving_ || seconds > position_.seconds;
@@ -194,14 +194,14 @@ private:
 
     std::string path_;
     double duration_ = 0;
-    // What the core last told; the questions take it in.
+    // The last known state of libmpv. Const functions update it from events.
     mutable MpvCore core_;
     mutable bool loaded_ = false;
     mutable bool playing_ = false;
-    mutable bool moving_ = false; ///< the sound has begun since the last start or seek
+    mutable bool moving_ = false; ///< the position has advanced since the last start or seek
     mutable bool ended_ = false;
-    mutable std::optional<double> target_; ///< of a seek that is under way
-    mutable Position position_;            ///< while not playing, without regard to the clock
+    mutable std::optional<double> target_; ///< position of a seek that is not done yet
+    mutable Position position_;            ///< while not playing, only `seconds` is used
     mutable std::optional<Clock::time_point> asked_;
 };
 
@@ -216,7 +216,7 @@ Expected<std::unique_ptr<AudioPlayer>> MpvAudioPlayers::open(const std::string& 
     if (!*file)
         return tl::make_unexpected(file->error());
     std::error_code error;
-    // An absolute path is never taken for an address.
+    // libmpv never takes an absolute path for an address.
     const std::filesystem::path absolute = std::filesystem::absolute(path, error);
     if (error)
         return failure(error.message());

@@ -18,9 +18,9 @@ struct Option {
     const char* value;
 };
 
-/// Options that a later libmpv may have dropped are no loss: what they switch off is then not there.
+/// If a later libmpv does not know an option, the function that it switches off does not exist either.
 constexpr Option options[] = {
-    // Nothing of the user's or of the file's neighbours.
+    // No user configuration, and no files beside the opened one.
     {"config", "no"},
     {"load-scripts", "no"},
     {"ytdl", "no"},
@@ -44,15 +44,15 @@ constexpr Option options[] = {
     {"video", "no"},
     {"audio-display", "no"},
     {"sid", "no"},
-    // A list of other files, or a file that refers to some, opens nothing.
+    // Prevents playlists and references in files from opening other files.
     {"demuxer", "lavf"},
     {"access-references", "no"},
     {"load-unsafe-playlists", "no"},
     {"ordered-chapters", "no"},
     {"cache", "no"},
-    // Otherwise the end is reported while up to 0.2 s of sound are still to be played, in a pause too.
+    // Otherwise the end is reported up to 0.2 s too early.
     {"gapless-audio", "no"},
-    // The end is a pause at the end.
+    // At the end, the player pauses and keeps the file.
     {"idle", "yes"},
     {"keep-open", "yes"},
     {"pause", "yes"},
@@ -61,9 +61,9 @@ constexpr Option options[] = {
     {"audio-client-name", "Orvalen"},
 };
 
-/// What the demuxer may take the bytes for; above all no play list.
+/// Restricts the formats that the demuxer detects. In particular, excludes playlists.
 void allowOnlyAudioFormats(mpv_handle* handle) {
-    // As a node, because the value holds the commas that separate options in a text.
+    // Passed as a node, because the value contains commas, which separate options in text form.
     char key[] = "format_whitelist";
     char formats[] = "mp3,mov,wav,w64,aiff,aac,flac,ogg";
     char* keys[] = {key};
@@ -146,7 +146,7 @@ Expected<void> MpvCore::load(const std::string& location, std::chrono::milliseco
 
 Expected<void> MpvCore::awaitLoaded(std::chrono::milliseconds limit) {
     const auto deadline = std::chrono::steady_clock::now() + limit;
-    bool started = false; // before that, events still tell of the file before
+    bool started = false; // before that, events concern the previous file
     for (;;) {
         const std::chrono::duration<double> left = deadline - std::chrono::steady_clock::now();
         if (left.count() <= 0)

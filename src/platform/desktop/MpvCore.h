@@ -14,44 +14,44 @@ struct mpv_event;
 
 namespace orvalen {
 
-/// One player of libmpv: sound only, no user configuration, no scripts, and nothing opened but what it is
-/// told to load. Plays silently, in real time, without a sound device. Main thread.
+/// One player of libmpv: sound only, without user configuration or scripts. Opens nothing except what load()
+/// and command() name. Without a sound device, plays silently in real time. Main thread.
 ///
-/// libmpv answers calls on its own thread, which hangs while it waits for a drive. A background thread
-/// therefore makes the calls, in order, and the main thread waits only as long as stated here.
+/// libmpv executes calls on its own thread, which blocks while it waits for a drive. A background thread
+/// therefore makes the calls, in order, and the main thread waits only as long as stated below.
 class MpvCore {
 public:
-    /// Needs the "C" locale for numbers, which it sets for the process.
+    /// Sets the process's locale for numbers to "C", which libmpv needs.
     MpvCore();
-    /// Ends the player; waits at most 300 ms. One that hangs is left to the background.
+    /// Ends the player. Waits at most 300 ms; a player that blocks is left to the background thread.
     ~MpvCore();
     MpvCore(const MpvCore&) = delete;
     MpvCore& operator=(const MpvCore&) = delete;
 
-    /// Returns at once, as `set` does.
+    /// Sends a command and returns at once.
     void command(std::initializer_list<const char*> arguments);
-    /// Loads the file and waits until it can be played, but no longer than the limit.
+    /// Loads a file and waits until it can be played, at most `limit`.
     Expected<void> load(const std::string& location, std::chrono::milliseconds limit);
 
-    /// The property's value after the calls before; nullopt when it has none now, or when the player does not
-    /// answer within half a second.
+    /// Returns the value of the property after all earlier calls. Returns nullopt if it has none now, or if
+    /// the player does not answer within 500 ms.
     std::optional<double> number(const char* property);
     std::optional<bool> flag(const char* property);
+    /// Sets a property and returns at once.
     void set(const char* property, const char* value);
 
-    // The core answers these with events, so that nobody waits for it.
+    // libmpv answers these calls with events. They return at once.
     void requestNumber(const char* property);
     void observeFlag(const char* property);
-    /// Whether events may have arrived since this was last asked; whoever hears yes takes them all.
+    /// Returns whether events may have arrived since the last call. If so, take all events.
     bool hasNews() { return news_.exchange(false); }
-    /// The next event that has arrived, its kind MPV_EVENT_NONE when there is none. Valid until the next
-    /// call.
+    /// Returns the next event; its kind is MPV_EVENT_NONE if there is none. Valid until the next call.
     const mpv_event& nextEvent();
 
 private:
     Expected<void> awaitLoaded(std::chrono::milliseconds limit);
 
-    mpv_handle* handle_; ///< null when libmpv could not be started; every call then does nothing
+    mpv_handle* handle_; ///< null if libmpv could not be started; all calls then do nothing
     DetachedQueue calls_;
     std::atomic<bool> news_ = true;
 };

@@ -5,7 +5,7 @@
 #include <QFile>
 
 static void initialiseSounds() {
-    Q_INIT_RESOURCE(sounds); // must stand outside every namespace
+    Q_INIT_RESOURCE(sounds); // must be outside all namespaces
 }
 
 namespace orvalen {
@@ -22,10 +22,10 @@ void PlayerSound::play(std::string_view name) {
         return;
     if (!core_)
         core_ = std::make_unique<MpvCore>();
-    // libmpv reads bytes that are written out in the address.
+    // With "hex://", libmpv reads the bytes from the address itself.
     const std::string address = "hex://" + file.readAll().toHex().toStdString();
     core_->set("pause", "no");
-    core_->set("keep-open", "no"); // lets the sound device go at the end
+    core_->set("keep-open", "no"); // releases the sound device at the end
     core_->command({"loadfile", address.c_str()});
 }
 

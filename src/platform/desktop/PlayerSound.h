@@ -8,8 +8,7 @@ namespace orvalen {
 
 class MpvCore;
 
-/// The program's own sounds, by the name of the system's: "Glass", a short chime. They come from its
-/// resources and are played by libmpv.
+/// Plays sounds from the program's resources with libmpv. Knows "Glass", a short chime.
 class PlayerSound : public Sound {
 public:
     PlayerSound();
@@ -18,7 +17,7 @@ public:
     void play(std::string_view name) override;
 
 private:
-    std::unique_ptr<MpvCore> core_; ///< made for the first sound
+    std::unique_ptr<MpvCore> core_; ///< created for the first sound
 };
 
 } // namespace orvalen

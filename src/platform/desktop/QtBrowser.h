@@ -4,7 +4,7 @@
 
 namespace orvalen {
 
-/// The browser that the desktop names for web addresses.
+/// Opens addresses in the desktop's default browser.
 class QtBrowser : public Browser {
 public:
     void open(const std::string& address) override;

@@ -20,7 +20,7 @@ bool isOrdinary(const QWindow* window) {
     return window && window->isVisible() && (window->type() == Qt::Window || window->type() == Qt::Dialog);
 }
 
-/// The window that a dialog belongs over: the one with the focus, else any ordinary one.
+/// Returns the window for a new dialog to stay above: the focused one, else any ordinary one.
 QWindow* windowInFront() {
     if (QWindow* focused = QGuiApplication::focusWindow(); isOrdinary(focused))
         return focused;
@@ -30,10 +30,10 @@ QWindow* windowInFront() {
     return nullptr;
 }
 
-/// Puts the dialog over the program's window, which is no widget and so cannot be its parent.
+/// Keeps the dialog above the program's window, which is not a widget and cannot be its parent.
 void placeOverWindow(QWidget& dialog) {
     QWindow* parent = windowInFront();
-    dialog.winId(); // makes the window handle
+    dialog.winId(); // creates the window handle
     dialog.windowHandle()->setTransientParent(parent);
     dialog.setAccessibleName(dialog.windowTitle());
 }
@@ -45,7 +45,7 @@ std::vector<Location> locations(const QStringList& paths) {
     return result;
 }
 
-/// A message over the program's window.
+/// A message above the program's window.
 class MessageBox : public QMessageBox {
 public:
     MessageBox(const std::string& title, const std::string& informativeText, StandardButton button)
@@ -55,7 +55,7 @@ public:
         setEscapeButton(button);
     }
 
-    /// Returns when the user has answered.
+    /// Shows the message and returns when the user has answered.
     void ask() {
         prepareDialog(*this);
         placeOverWindow(*this);
@@ -66,8 +66,7 @@ public:
 } // namespace
 
 QtDialogs::QtDialogs(const std::string& memoryFile) : folders_(QString::fromStdString(memoryFile)) {
-    // Nobody else draws pixmaps, and every file dialog leaves its symbols in the cache: ten megabytes, by
-    // default.
+    // Only file dialogs use pixmaps, and each leaves its symbols in the cache, which is 10 MB by default.
     QPixmapCache::setCacheLimit(1024);
 }
 
@@ -78,8 +77,8 @@ QString QtDialogs::firstFolder(const OpenOptions& options) const {
     return folders_.folder(options.kind);
 }
 
-/// The next dialog of the kind opens where something was chosen last. A typed path may lead elsewhere than to
-/// the folder that the dialog shows.
+/// Remembers the folder of the first chosen path. A typed path can be outside the folder that the dialog
+/// shows.
 std::vector<Location> QtDialogs::remembered(FileKind kind, const QFileDialog& dialog,
                                             const QStringList& chosen) {
     if (!chosen.isEmpty()) {

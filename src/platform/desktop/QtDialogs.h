@@ -7,11 +7,11 @@ class QFileDialog;
 
 namespace orvalen {
 
-/// Qt's file dialogs and message box. They open in the folder of the last answer for files of their kind,
-/// else in the user's music folder, else at home, and stay above the window that has the focus.
+/// Qt's file dialogs and message boxes. Dialogs open in the folder of the last chosen file of their kind,
+/// else in the user's music folder, else in home. They stay above the focused window.
 class QtDialogs : public Dialogs {
 public:
-    /// The folders are remembered in the file, across restarts; with an empty name for this run only.
+    /// Remembers folders in `memoryFile`. With an empty name, only until the program ends.
     explicit QtDialogs(const std::string& memoryFile = {});
 
     std::vector<Location> chooseToOpen(const OpenOptions& options) override;

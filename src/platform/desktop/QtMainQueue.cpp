@@ -12,14 +12,14 @@ namespace orvalen {
 
 namespace {
 
-/// How long posts may hold the event loop before it gets a turn.
+/// How long posts run before other events get their turn.
 constexpr qint64 sliceMilliseconds = 4;
 
 } // namespace
 
-/// Takes the posts off the event loop. While posts wait, exactly one wake-up is under way: an event, which
-/// any thread may send, or the timer of a slice that is running or has just ended. The timer, because an
-/// event sent from within an event is delivered before the loop gets its turn.
+/// Runs posts from the event loop. While posts wait, exactly one wake-up is pending: an event, which any
+/// thread may send, or a timer, which is used during and after a slice. The timer is needed because an event
+/// that is sent during an event is delivered before other events get their turn.
 class QtMainQueue::Pump : public QObject {
 public:
     void post(Function function) {
@@ -39,7 +39,8 @@ private:
     void runSlice() {
         QElapsedTimer clock;
         clock.start();
-        // A fresh timer: one that has fired stays silent until its call returns, which a modal dialog delays.
+        // Starts a new timer: the one that has fired does not fire again before its call returns, which a
+        // modal dialog delays.
         timer_.stop();
         do {
             Function next = take();
@@ -49,7 +50,7 @@ private:
         } while (clock.elapsed() < sliceMilliseconds);
     }
 
-    /// The next post, with the wake-up for those behind it under way before it runs; or nothing.
+    /// Returns the next post, or an empty function. Before it runs, a wake-up for further posts is pending.
     Function take() {
         const std::lock_guard lock(mutex_);
         awake_ = !posts_.empty();
@@ -80,7 +81,7 @@ public:
         timer_->start(interval);
     }
     ~RepeatingTimer() override {
-        // Later, because the handle may be let go inside its own call.
+        // Deletes the timer later, because the handle can be destroyed inside the timer's own call.
         timer_->stop();
         timer_->deleteLater();
     }

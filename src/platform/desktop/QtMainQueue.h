@@ -6,9 +6,9 @@
 
 namespace orvalen {
 
-/// The main queue on the event loop of the thread that makes it, with a QCoreApplication standing. A modal
-/// dialog that a post opens lets the later posts run, in order; a long line of posts is run in slices, so
-/// that input and painting get their turn between them.
+/// The main queue on the event loop of the thread that creates it. Needs a QCoreApplication. If a post opens
+/// a modal dialog, later posts run meanwhile, in order. Many posts run in slices, so that input and painting
+/// get their turn in between.
 class QtMainQueue : public MainQueue {
 public:
     QtMainQueue();

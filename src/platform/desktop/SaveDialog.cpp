@@ -11,7 +11,7 @@
 namespace orvalen {
 
 SaveDialog::SaveDialog(const SaveOptions& options, const QString& folder) {
-    // Native dialogs may add an extension of their own and have no place for the message.
+    // Native dialogs may add another extension and cannot show the message.
     setOption(DontUseNativeDialog);
     setOption(HideNameFilterDetails);
     setAcceptMode(AcceptSave);

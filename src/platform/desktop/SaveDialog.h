@@ -8,13 +8,13 @@ class QLineEdit;
 
 namespace orvalen {
 
-/// Qt's save dialog, with the name field read as one name: Qt's own reading takes quotation marks for marks
-/// around several names. Where one extension is allowed, a name without it gets it.
+/// Qt's save dialog. Reads the name field as one name; Qt would take quotation marks for several names. If
+/// exactly one extension is allowed, adds it to names without it.
 class SaveDialog : public QFileDialog {
 public:
     SaveDialog(const SaveOptions& options, const QString& folder);
 
-    /// What was accepted, absolute; empty before.
+    /// Returns the accepted absolute path; empty before.
     const QString& chosen() const { return chosen_; }
     void accept() override;
 
@@ -22,7 +22,7 @@ private:
     bool mayReplace(const QString& path);
 
     QLineEdit* nameField_;
-    QString ending_; ///< the one allowed extension with its dot, or empty
+    QString ending_; ///< the allowed extension with its dot, or empty
     QString chosen_;
 };
 

@@ -6,8 +6,8 @@ class QFileDialog;
 
 namespace orvalen {
 
-/// The absolute path that a text in a dialog's name field stands for: "~" is the user's home, and a relative
-/// path begins in the folder that the dialog shows.
+/// Returns the absolute path for a text typed into a dialog's name field. "~" is the user's home. Relative
+/// paths start in the folder that the dialog shows.
 QString typedPath(const QFileDialog& dialog, const QString& typed);
 
 } // namespace orvalen

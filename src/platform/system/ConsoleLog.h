@@ -11,8 +11,8 @@
 
 namespace orvalen {
 
-/// A console that passes every line on to another one and keeps the newest 5,000 for the window to show, each
-/// with its first 1,000 characters. Thread-safe.
+/// Passes every line on to another console, and keeps the newest 5,000 lines for the window, each with its
+/// first 1,000 characters. Thread-safe.
 class ConsoleLog : public Console {
 public:
     static constexpr std::size_t mostLines = 5000;
@@ -20,18 +20,18 @@ public:
     explicit ConsoleLog(Console& next) : next_(next) {}
     void line(std::string_view text) override;
 
-    /// How many lines were written since the start; the next line gets this number.
+    /// Returns the number of lines written since the start. The next line gets this number.
     std::size_t count() const;
 
     struct Lines {
-        std::size_t first; ///< the number of the first one
+        std::size_t first; ///< number of the first line
         std::vector<std::string> texts;
     };
-    /// The lines from this number on, or from the oldest one that is kept.
+    /// Returns the lines from the number on, or from the oldest one that is kept.
     Lines linesFrom(std::size_t number) const;
 
-    /// Calls the function after each line, on the thread that wrote it; it must not call the log. An empty
-    /// function ends that, and none runs once this has returned.
+    /// Calls the function after each line, on the thread that wrote the line. The function must not call the
+    /// log. An empty function stops the calls; none is running when this call returns.
     void observe(std::function<void()> written);
 
 private:

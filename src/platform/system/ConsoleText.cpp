@@ -12,7 +12,7 @@ bool isControl(unsigned char byte) {
     return (byte < 0x20 && byte != '\t') || byte == 0x7F;
 }
 
-/// Whether a C1 control character (U+0080 to U+009F) begins at the index.
+/// Returns whether a C1 control character (U+0080 to U+009F) starts at the index.
 bool isSecondControl(std::string_view text, std::size_t index) {
     return text[index] == '\xC2' && index + 1 < text.size() &&
            static_cast<unsigned char>(text[index + 1]) < 0xA0;

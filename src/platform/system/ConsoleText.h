@@ -5,8 +5,8 @@
 
 namespace orvalen {
 
-/// The message as one line that cannot control a terminal: a line break becomes a space, other control
-/// characters except the tab become ‘\u001B’ and the like, and invalid UTF-8 is replaced. Pure; any thread.
+/// Returns the message as one line that cannot control a terminal. Line breaks become spaces. Other control
+/// characters except the tab become ‘\u001B’ and the like. Invalid UTF-8 is replaced. Thread-safe.
 std::string consoleText(std::string_view message);
 
 } // namespace orvalen

@@ -43,7 +43,7 @@ void DetachedQueue::run(Jobs& jobs) {
         jobs.waiting.pop_front();
         lock.unlock();
         job();
-        job = nullptr; // what it owns may take as long to let go
+        job = nullptr; // destroys what the job owns, which may also block
         lock.lock();
     }
 }

@@ -14,9 +14,9 @@
 
 namespace orvalen {
 
-/// One thread that runs jobs in order, for calls into a drive that may never return. Nobody waits for a job
-/// longer than the time given. Destruction returns at once: the thread runs the remaining jobs and ends by
-/// itself, so jobs must own what they use. One thread at a time.
+/// A thread that runs jobs in order, for calls that a drive may block for ever. The destructor returns at
+/// once; the thread runs the remaining jobs and ends by itself. Jobs must therefore own their data. Use from
+/// one thread.
 class DetachedQueue {
 public:
     DetachedQueue();
@@ -26,8 +26,8 @@ public:
 
     void post(std::function<void()> job);
 
-    /// Runs the call after the jobs before it and returns its result, or nullopt when there is none within
-    /// the limit. While an earlier call is still overdue, nothing is waited for.
+    /// Runs the call after all earlier jobs. Returns its result, or nullopt if there is none within `limit`.
+    /// Returns nullopt at once while an earlier call is overdue.
     template <typename Call>
     std::optional<std::invoke_result_t<Call>> ask(std::chrono::milliseconds limit, Call call) {
         using Result = std::invoke_result_t<Call>;
@@ -49,7 +49,7 @@ private:
     void markOverdue();
 
     std::shared_ptr<Jobs> jobs_;
-    std::optional<std::future<void>> overdue_; ///< ready once everything that was overdue has run
+    std::optional<std::future<void>> overdue_; ///< ready when all overdue jobs have run
 };
 
 } // namespace orvalen

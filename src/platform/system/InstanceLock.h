@@ -6,12 +6,12 @@
 
 namespace orvalen {
 
-/// The right to use the data files, for one process at a time. The kernel drops the lock when its process
-/// ends, however it ends.
+/// A lock on the data files for one process at a time. The kernel releases it when the process ends, even if
+/// killed.
 class InstanceLock {
 public:
-    /// Creates the file and locks it without waiting. Where locks are not supported, or the file cannot be
-    /// made, there is nothing to find out and the process goes on.
+    /// Creates the file and tries to lock it, without waiting. If the file cannot be created or the file
+    /// system has no locks, the lock counts as not held by another process.
     explicit InstanceLock(const std::string& file);
 
     bool heldByAnother() const { return heldByAnother_; }

@@ -9,8 +9,8 @@ namespace orvalen {
 struct MountRoots {
     std::vector<std::string> folders{"/media", "/run/media", "/mnt"};
 
-    /// Whether the absolute path lies below one of the folders and does not exist now. False when the path
-    /// cannot be looked up for lack of permission. Waits for a mounted drive that is slow. Any thread.
+    /// Returns whether the absolute path is below one of the folders and does not exist now. Returns false if
+    /// a permission is missing to look it up. Blocks while a mounted drive is slow. Thread-safe.
     bool isMissing(const std::string& path) const;
 };
 

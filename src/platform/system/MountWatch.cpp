@@ -27,16 +27,16 @@ public:
         wake();
     }
 
-    /// No report is posted after this call.
+    /// Stops all further posts.
     void end() {
         const std::lock_guard lock(mutex_);
         mainQueue_ = nullptr;
-        watched_ = nullptr; // the observer belongs to the main thread
+        watched_ = nullptr; // the observer must be destroyed by the main thread
         wake();
     }
 
     void run() {
-        // A negative descriptor, of a system without this table, is ignored by poll().
+        // poll() ignores a negative descriptor, for systems without this table.
         pollfd sources[] = {{wakeUp_.number(), POLLIN, 0}, {mountTable_.number(), POLLPRI, 0}};
         std::shared_ptr<const Watched> reportedOn;
         std::vector<Location> reported;
@@ -44,7 +44,7 @@ public:
             ::poll(std::data(sources), std::size(sources), -1);
             std::uint64_t count = 0;
             static_cast<void>(::read(wakeUp_.number(), &count, sizeof count) <
-                              0); // fails when only the table has changed
+                              0); // fails if only the mount table has changed
             std::unique_lock lock(mutex_);
             if (mainQueue_ == nullptr)
                 return;
@@ -66,7 +66,7 @@ public:
     }
 
 private:
-    /// One call of watch(). The thread takes part in it only as long as no later call replaces it.
+    /// The arguments of one watch() call. The thread keeps them until a later call replaces them.
     struct Watched {
         std::vector<Location> locations;
         Observer observer;
@@ -75,7 +75,7 @@ private:
     void wake() const {
         constexpr std::uint64_t one = 1;
         static_cast<void>(::write(wakeUp_.number(), &one, sizeof one) ==
-                          sizeof one); // fails only when it is awake anyway
+                          sizeof one); // fails only if the thread is awake already
     }
 
     std::vector<Location> missing(const std::vector<Location>& locations) const {

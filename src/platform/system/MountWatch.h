@@ -9,12 +9,12 @@ namespace orvalen {
 
 class MainQueue;
 
-/// Looks the locations up again whenever the kernel reports that something was mounted or unmounted. A thread
-/// of its own looks them up, so that a drive that does not answer delays only later reports.
+/// Checks the locations whenever the kernel reports a mount or unmount. A separate thread does this, so that
+/// a drive that does not answer delays only later reports.
 class MountWatch : public DriveWatch {
 public:
     explicit MountWatch(MainQueue& mainQueue, MountRoots roots = {});
-    /// Never waits for a drive: a thread that is looking one up ends later, without a report.
+    /// Never waits for a drive. A thread that is checking one ends later, without a report.
     ~MountWatch() override;
     MountWatch(const MountWatch&) = delete;
     MountWatch& operator=(const MountWatch&) = delete;
@@ -23,7 +23,7 @@ public:
 
 private:
     class Thread;
-    std::shared_ptr<Thread> thread_; ///< shared with the running thread, which may outlive this object
+    std::shared_ptr<Thread> thread_; ///< shared with the thread, which may outlive this object
 };
 
 } // namespace orvalen

@@ -16,12 +16,12 @@
 namespace orvalen {
 namespace {
 
-/// What our bookmarks begin with; the digit at the end is the version of what follows.
+/// Start of our bookmarks. The digit is the version of the format.
 constexpr std::string_view bookmarkMark = "orvalen-location-1:";
 
 constexpr std::chrono::milliseconds oneLimit{500};
 constexpr std::chrono::seconds allLimit{1};
-/// Enough that some drives that hang do not keep the others from being asked.
+/// Enough to check other drives while some do not answer.
 constexpr std::size_t mostThreads = 8;
 
 bool isUsablePath(std::string_view path) {
@@ -38,13 +38,13 @@ bool isReadable(const std::string& path) {
 
 } // namespace
 
-/// The paths that a background thread is asking for.
+/// The paths that a background thread is checking now.
 struct PosixFolderAccess::Unanswered {
     std::mutex mutex;
     std::set<std::string> paths;
 };
 
-/// Some paths and the answers to them, shared by the threads that ask.
+/// Paths and the answers to them, shared by the threads that check them.
 class PosixFolderAccess::Questions {
 public:
     Questions(std::vector<std::string> paths, Question question, std::shared_ptr<Unanswered> unanswered)
@@ -59,7 +59,7 @@ public:
             std::thread([questions] { questions->run(); }).detach();
     }
 
-    /// The answers by then, in the order of the paths.
+    /// Returns the answers that exist after `limit`, in the order of the paths.
     std::vector<std::optional<bool>> await(std::chrono::milliseconds limit) {
         std::unique_lock lock(mutex_);
         changed_.wait_for(lock, limit, [this] { return answered_ == paths_.size(); });

@@ -9,15 +9,15 @@
 
 namespace orvalen {
 
-/// Access is what the file system grants: it starts when the location exists and can be read, a folder also
-/// searched, and needs no stop. Background threads ask the file system. A location that has not answered in
-/// time is granted, and is not waited for again until it answers.
+/// Grants what the file system permits: access starts if the location exists and can be read (a folder also
+/// searched), and needs no stop. Background threads check the locations. A location without an answer in time
+/// is granted, and is not waited for again until it answers.
 ///
-/// A bookmark holds the path, whether the location exists just now or not; one that is not ours, or whose
-/// path is not absolute, does not resolve.
+/// A bookmark contains the path, whether the location exists or not. Resolving fails for bytes that are not
+/// our bookmark or have no absolute path.
 class PosixFolderAccess : public FolderAccess {
 public:
-    /// Decides for an absolute path; called on any thread.
+    /// Decides whether a path can be read. Called on any thread.
     using Question = std::function<bool(const std::string& path)>;
 
     explicit PosixFolderAccess(MountRoots roots = {});

@@ -20,7 +20,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// The value of `key` in an address like "unix:path=/run/bus,guid=0123".
+/// Returns the value of `key` in an address like "unix:path=/run/bus,guid=0123".
 std::optional<std::string> valueOf(std::string_view address, std::string_view key) {
     address.remove_prefix(std::min(address.size(), address.find(':') + 1));
     while (!address.empty()) {
@@ -32,7 +32,7 @@ std::optional<std::string> valueOf(std::string_view address, std::string_view ke
     return std::nullopt;
 }
 
-/// The name of the address's socket as the kernel takes it: a path, or a zero byte and an abstract name.
+/// Returns the socket's name for the kernel: a path, or a zero byte and an abstract name.
 std::optional<std::string> socketName(std::string_view address) {
     if (!address.starts_with("unix:"))
         return std::nullopt;
@@ -43,7 +43,7 @@ std::optional<std::string> socketName(std::string_view address) {
     return std::nullopt;
 }
 
-/// Where the environment names no bus, it is in the user's runtime folder.
+/// Without the variable, the bus is in the user's runtime folder.
 std::string sessionAddresses() {
     if (const char* named = std::getenv("DBUS_SESSION_BUS_ADDRESS"); named && *named)
         return named;
@@ -53,7 +53,7 @@ std::string sessionAddresses() {
 
 class Connection {
 public:
-    /// 0, or the error's number; EAGAIN when too many wait to be accepted.
+    /// Returns 0 or the error number; EAGAIN if too many connections wait to be accepted.
     int open(const std::string& name) const {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
@@ -71,7 +71,7 @@ public:
                static_cast<ssize_t>(bytes.size());
     }
 
-    /// Whether bytes arrive before the deadline.
+    /// Returns whether bytes arrive before the deadline.
     bool receives(Clock::time_point deadline) const {
         using std::chrono::milliseconds;
         for (;;) {
@@ -89,7 +89,7 @@ private:
     Descriptor socket_{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)};
 };
 
-/// The first line of the authentication: a zero byte, then the user's number in hexadecimal ASCII digits.
+/// The first line of the authentication: a zero byte, then the user number as hexadecimal ASCII digits.
 std::string greeting() {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string line("\0AUTH EXTERNAL ", 15);

@@ -18,18 +18,18 @@ namespace orvalen {
 namespace {
 
 constexpr std::size_t queueLimit = std::size_t{1} << 20; ///< bytes
-/// Bytes for one call of the system: small, so that a slow reader's progress is noticed.
+/// Bytes per system call. Small, so that the progress of a slow reader is noticed.
 constexpr std::size_t writeLimit = std::size_t{16} * 1024;
 constexpr std::chrono::milliseconds roomLimit{100};
 constexpr std::chrono::seconds flushLimit{1};
 
-/// Writes all bytes; gives up on an error, as when the reader has gone.
+/// Writes all bytes. Stops at an error, for example if the reader has gone.
 void writeAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(descriptor, bytes.data(), std::min(bytes.size(), writeLimit));
         if (written >= 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno == EAGAIN) { // another program set the shared descriptor to non-blocking
+        } else if (errno == EAGAIN) { // another process made the shared descriptor non-blocking
             pollfd room{descriptor, POLLOUT, 0};
             ::poll(&room, 1, -1);
         } else if (errno != EINTR) {
@@ -40,7 +40,7 @@ void writeAll(int descriptor, std::string_view bytes) {
 
 } // namespace
 
-/// The queue and the work of the thread that empties it.
+/// The queue, and the thread function that empties it.
 class StandardConsole::Writer {
 public:
     explicit Writer(int descriptor) : descriptor_(descriptor) {}
@@ -71,7 +71,7 @@ public:
     }
 
     void run() {
-        // Signals are for the other threads; above all, a closed pipe must not end the program.
+        // Other threads handle signals. Above all, a closed pipe must not end the program.
         sigset_t all;
         sigfillset(&all);
         pthread_sigmask(SIG_BLOCK, &all, nullptr);
@@ -107,7 +107,7 @@ private:
             push(std::to_string(count) + (count == 1 ? " line left out\n" : " lines left out\n"));
     }
 
-    /// Whole lines from the front of the queue; empty when nothing is queued.
+    /// Takes whole lines from the front of the queue. Returns an empty text if the queue is empty.
     std::string takeBatch() {
         std::string batch;
         if (lines_.empty())
@@ -128,7 +128,7 @@ private:
     std::deque<std::string> lines_;
     std::size_t queued_ = 0; ///< bytes in lines_
     std::size_t leftOut_ = 0;
-    bool stalled_ = false; ///< a line waited in vain, and nothing was written since
+    bool stalled_ = false; ///< a line was dropped after waiting, and nothing was written since
     bool isWriting_ = false;
     bool stopping_ = false;
 };

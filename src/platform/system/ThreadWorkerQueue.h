@@ -11,7 +11,7 @@
 
 namespace orvalen {
 
-/// One thread, first in, first out. Destruction waits for the job that runs and drops those that wait.
+/// One thread. The destructor waits for the running job and drops queued jobs.
 class ThreadWorkerQueue : public WorkerQueue {
 public:
     ThreadWorkerQueue();
@@ -23,7 +23,7 @@ private:
     std::mutex mutex_;
     std::condition_variable_any wakeUp_;
     std::deque<std::function<void()>> jobs_;
-    std::jthread thread_; ///< last, so that it ends before what it uses
+    std::jthread thread_; ///< last member, so that the thread ends before the other members are destroyed
 };
 
 } // namespace orvalen

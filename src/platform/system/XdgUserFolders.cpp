@@ -8,7 +8,7 @@
 namespace orvalen {
 namespace {
 
-/// Without slashes at the end; nothing when the text is missing or no absolute path.
+/// Returns the path without slashes at its end, or nullopt if it is null or not absolute.
 std::optional<std::string> absolutePath(const char* text) {
     if (text == nullptr || *text != '/')
         return std::nullopt;

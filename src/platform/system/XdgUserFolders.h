@@ -4,8 +4,8 @@
 
 namespace orvalen {
 
-/// $XDG_DATA_HOME when it is an absolute path; otherwise .local/share in $HOME or, where that is no absolute
-/// path either, in the home that the system's user list tells.
+/// Uses $XDG_DATA_HOME if it is an absolute path, else ".local/share" in $HOME, else in the home folder of
+/// the system's user database.
 class XdgUserFolders : public UserFolders {
 public:
     std::optional<std::string> applicationSupport() const override;

@@ -11,7 +11,7 @@ namespace orvalen {
 
 namespace {
 
-/// What one read takes at least: a page, because the head of a file and its tags mostly fit.
+/// The smallest read in bytes. One page mostly contains the start of a file with its tags.
 constexpr std::size_t windowSize = 4096;
 
 class RegularFile : public ByteSource {
@@ -84,7 +84,7 @@ Expected<std::unique_ptr<ByteSource>> openRegularFile(const std::string& path) {
         return failure(S_ISDIR(status.st_mode) ? "Is a directory" : "Not a regular file");
     if (status.st_size == 0)
         return failure("The file is empty");
-    // Without blocking, in case a pipe has taken its place meanwhile.
+    // O_NONBLOCK, in case a pipe has replaced the file meanwhile.
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0)
         return systemFailure(errno);

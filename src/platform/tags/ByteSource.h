@@ -10,7 +10,7 @@
 
 namespace orvalen {
 
-/// A stretch of a file.
+/// A part of a file, in bytes.
 struct ByteRange {
     std::uint64_t offset = 0;
     std::uint64_t length = 0;
@@ -18,15 +18,14 @@ struct ByteRange {
     std::uint64_t end() const { return offset + length; }
 };
 
-/// Bytes that are read at any place. One thread at a time.
+/// Bytes that can be read at any offset. Use from one thread at a time.
 class ByteSource {
 public:
     virtual ~ByteSource() = default;
     virtual std::uint64_t size() const = 0;
-    /// The bytes at the offset, fewer where the source ends or cannot be read.
+    /// Returns the bytes at the offset; fewer at the end of the source or after an error.
     virtual std::string read(std::uint64_t offset, std::size_t length) const = 0;
-    /// The system's number for why a read failed; 0: none has. What was made of the bytes is then worth
-    /// nothing.
+    /// Returns errno of the last failed read, or 0. If not 0, results made of the bytes are invalid.
     virtual int error() const { return 0; }
 };
 
@@ -40,11 +39,11 @@ private:
     std::string bytes_;
 };
 
-/// Opens a regular file that is not empty. Anything else is an error: a folder, a pipe or a device, which is
-/// not even opened. Small reads are served from the last few kilobytes read.
+/// Opens a regular file that is not empty. Fails for anything else without opening it. Small reads are served
+/// from a window of 4 kB.
 Expected<std::unique_ptr<ByteSource>> openRegularFile(const std::string& path);
 
-// Numbers in the first bytes of a text; missing bytes count as 0.
+// Return the number in the first bytes. Missing bytes count as 0.
 std::uint32_t bigEndian32(std::string_view bytes);
 std::uint64_t bigEndian64(std::string_view bytes);
 std::uint32_t littleEndian32(std::string_view bytes);

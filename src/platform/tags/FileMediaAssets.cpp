@@ -28,7 +28,7 @@ class FileMediaAsset : public MediaAsset {
 public:
     explicit FileMediaAsset(std::string path) : path_(std::move(path)) {}
 
-    /// Fails also when a title or artist stands in the file and cannot be read.
+    /// Fails also if a title or artist exists in the file but cannot be read.
     Expected<std::vector<MetadataItem>> commonMetadata() override {
         return tags().and_then([](const FileTags& tags) -> Expected<std::vector<MetadataItem>> {
             for (const MetadataItem& item : tags.common)

@@ -4,8 +4,7 @@
 
 namespace orvalen {
 
-/// Title, artist and tempo of mp3, MPEG-4, WAV and AIFF files. Other items are not given. Each asset reads
-/// its file once.
+/// Title, artist and tempo of mp3, MPEG-4, WAV and AIFF files; no other tags. Each asset reads its file once.
 class FileMediaAssets : public MediaAssets {
 public:
     std::unique_ptr<MediaAsset> open(const std::string& path) override;

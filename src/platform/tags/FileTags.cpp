@@ -6,7 +6,7 @@ namespace orvalen {
 
 namespace {
 
-/// MPEG-4 files begin with one of these boxes; the name stands behind the box's length.
+/// MPEG-4 files start with one of these boxes. The name follows the length of the box.
 bool isMpeg4Head(std::string_view head) {
     const std::string_view name = head.size() >= 8 ? head.substr(4, 4) : std::string_view();
     return name == "ftyp" || name == "moov" || name == "mdat" || name == "wide" || name == "free" ||

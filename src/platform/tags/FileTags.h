@@ -20,11 +20,11 @@ struct FileTags {
     void addUnlessEmpty(std::string commonKey, std::string text);
 };
 
-/// Recognises the container by its content, never by the file's name, and reads its tags. Pictures and audio
-/// are not read. Fails when the bytes are no audio of a known kind.
+/// Detects the container from the content, not the file name, and reads its tags. Does not read pictures or
+/// audio. Fails if the bytes are not audio of a known kind.
 Expected<FileTags> readTags(const ByteSource& file);
 
-// The readers of single containers, for a file that is known to be one.
+// Readers for one container. The file must be of this container.
 
 Expected<FileTags> readMpegTags(const ByteSource& file);
 Expected<FileTags> readMpeg4Tags(const ByteSource& file);

@@ -10,11 +10,12 @@ namespace orvalen {
 
 namespace {
 
-/// Bytes in which audio or a tag must begin.
+/// Audio or a tag must start within this number of bytes.
 constexpr std::uint64_t searchLimit = 1 << 20;
 constexpr std::uint64_t searchStep = 4000;
 
-// Kilobits a second by bit-rate index: MPEG 1 layers I, II, III, then MPEG 2 layer I, then its II and III.
+// Kilobits per second by bit-rate index: MPEG 1 layers I, II, III, then MPEG 2 layer I, then MPEG 2 layers II
+// and III.
 constexpr std::array<std::array<std::uint64_t, 15>, 5> bitRates{{
     {0, 32, 64, 96, 128, 160, 192, 224, 256, 288, 320, 352, 384, 416, 448},
     {0, 32, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320, 384},
@@ -24,7 +25,7 @@ constexpr std::array<std::array<std::uint64_t, 15>, 5> bitRates{{
 }};
 constexpr std::array<std::uint64_t, 3> sampleRates{44100, 48000, 32000};
 
-/// The length in bytes of the MPEG audio frame that the four bytes begin; 0 when they begin none.
+/// Returns the length in bytes of the MPEG audio frame with this header; 0 if it is not a frame header.
 std::uint64_t frameLength(std::uint32_t head) {
     const unsigned version = head >> 19 & 3; // 3: MPEG 1, 2: MPEG 2, 0: MPEG 2.5
     const unsigned layer = 4 - (head >> 17 & 3);
@@ -47,7 +48,8 @@ std::uint64_t frameLengthAt(const ByteSource& file, std::uint64_t offset) {
     return frameLength(bigEndian32(file.read(offset, 4)));
 }
 
-/// Three frames in a row: chance makes one, and now and then two. The very first may be all there is.
+/// Requires three frames in a row, because random bytes can look like one or two. At the start of the file,
+/// fewer frames are enough if the file ends after them.
 bool audioBeginsAt(const ByteSource& file, std::uint64_t offset) {
     std::uint64_t next = offset;
     for (int count = 0; count < 3; ++count) {
@@ -61,7 +63,7 @@ bool audioBeginsAt(const ByteSource& file, std::uint64_t offset) {
     return true;
 }
 
-/// Finds an ID3 tag or audio near the start. Returns the place of the tag, `file.size()` for audio without a
+/// Finds an ID3 tag or audio near the start. Returns the offset of the tag, `file.size()` for audio without a
 /// tag, or nullopt.
 std::optional<std::uint64_t> findStart(const ByteSource& file) {
     const std::uint64_t limit = std::min(file.size(), searchLimit);
@@ -78,13 +80,13 @@ std::optional<std::uint64_t> findStart(const ByteSource& file) {
     return std::nullopt;
 }
 
-// Tags of the old kinds stand at the end of the file: ID3v1 last, an APE tag with its footer before it.
+// Older tags are at the end of the file: ID3v1 last, before it an APE tag with its footer.
 
 constexpr std::size_t id3v1Length = 128;
 constexpr std::size_t apeFooterLength = 32;
 
-/// Reads items of the form: length of the value, flags, key, zero, value. The last item of a key counts; its
-/// several values become one text with blanks between.
+/// Reads items of the form: length of the value, flags, key, zero, value. The last item with a key counts.
+/// Several values in one item are joined by spaces.
 void readApeItems(FileTags& tags, std::string_view items) {
     std::string title;
     std::string artist;
@@ -106,7 +108,7 @@ void readApeItems(FileTags& tags, std::string_view items) {
     tags.addUnlessEmpty("artist", std::move(artist));
 }
 
-/// Returns whether the file ends with such tags.
+/// Reads ID3v1 and APE tags. Returns whether the file ends with one.
 bool readEndTags(FileTags& tags, const ByteSource& file) {
     std::uint64_t end = file.size();
     std::string id3v1 = end < id3v1Length ? "" : file.read(end - id3v1Length, id3v1Length);
@@ -116,7 +118,7 @@ bool readEndTags(FileTags& tags, const ByteSource& file) {
         id3v1.clear();
     const std::string footer = end < apeFooterLength ? "" : file.read(end - apeFooterLength, apeFooterLength);
     const std::uint64_t apeLength = littleEndian32(std::string_view(footer).substr(
-        std::min<std::size_t>(12, footer.size()))); // of the items and the footer
+        std::min<std::size_t>(12, footer.size()))); // length of the items and the footer
     const bool hasApe = footer.starts_with("APETAGEX") && apeLength >= apeFooterLength && apeLength <= end;
     if (hasApe && apeLength <= longestText)
         readApeItems(tags, file.read(end - apeLength, static_cast<std::size_t>(apeLength - apeFooterLength)));

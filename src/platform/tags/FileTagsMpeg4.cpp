@@ -7,17 +7,17 @@ namespace orvalen {
 
 namespace {
 
-constexpr int mostBoxes = 10'000; ///< side by side; a file of more is damaged
+constexpr int mostBoxes = 10'000; ///< boxes in one parent; a file with more is damaged
 
-/// One of the nested boxes that an MPEG-4 file is made of.
+/// One of the nested boxes of an MPEG-4 file.
 struct Box {
     std::string name; ///< four characters
     ByteRange content;
-    bool isCutOff = false; ///< the box claims to be longer than the file
+    bool isCutOff = false; ///< the box is longer than the rest of the file
 };
 
-/// Reads the head of the box at the place. Only the file bounds its length, because a parent whose length is
-/// too small is a common and harmless fault.
+/// Reads the header of the box at `place`. Only the end of the file limits the length, because parents with a
+/// too small length are common and harmless.
 std::optional<Box> boxAt(const ByteSource& file, std::uint64_t place) {
     const std::uint64_t end = file.size();
     const std::string head = file.read(place, 16);
@@ -37,7 +37,7 @@ std::optional<Box> boxAt(const ByteSource& file, std::uint64_t place) {
     return Box{head.substr(4, 4), {place + headLength, contentLength}, length > end - place};
 }
 
-/// Returns the first box of the name that begins in the range. Does not look into other boxes.
+/// Returns the first box with the name that starts in the range. Does not search inside other boxes.
 std::optional<Box> find(const ByteSource& file, const ByteRange& range, std::string_view name) {
     std::uint64_t place = range.offset;
     for (int count = 0; count < mostBoxes && place < range.end(); ++count) {
@@ -49,7 +49,7 @@ std::optional<Box> find(const ByteSource& file, const ByteRange& range, std::str
     return {};
 }
 
-/// Returns the content of a metadata box without the version and flags that most writers put first.
+/// Returns the content of a metadata box without the version and flags that most programs write first.
 ByteRange withoutVersion(const ByteSource& file, ByteRange meta) {
     if (file.read(meta.offset + 4, 4) != "hdlr" && meta.length >= 4) {
         meta.offset += 4;
@@ -65,7 +65,7 @@ std::optional<Box> findItemList(const ByteSource& file, const ByteRange& movie) 
     return {};
 }
 
-/// Adds the item's text: a box "data" with a type, a locale and the text.
+/// Adds the text of an item: a box "data" with a type, a locale and the text.
 void readItem(FileTags& tags, const ByteSource& file, const ByteRange& list, const std::string& name,
               const char* commonKey) {
     constexpr std::uint64_t headLength = 8;

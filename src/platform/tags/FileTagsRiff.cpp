@@ -8,14 +8,15 @@ namespace orvalen {
 
 namespace {
 
-constexpr int mostChunks = 10'000; ///< a file of more is damaged
+constexpr int mostChunks = 10'000; ///< a file with more is damaged
 
 bool isChunkName(std::string_view bytes) {
     return bytes.size() == 4 &&
            std::all_of(bytes.begin(), bytes.end(), [](char letter) { return letter >= ' ' && letter < 127; });
 }
 
-/// Whether a byte of padding stands at the place. Some writers leave it out, some do not make it zero.
+/// Returns whether there is a byte of padding at `place`. Some programs omit it, others do not set it to
+/// zero.
 bool isPadded(const ByteSource& file, std::uint64_t place) {
     const std::string bytes = file.read(place, 5);
     return !bytes.empty() && (bytes[0] == '\0' || isChunkName(std::string_view(bytes).substr(1)));
@@ -23,7 +24,7 @@ bool isPadded(const ByteSource& file, std::uint64_t place) {
 
 using LengthReader = std::uint32_t (*)(std::string_view);
 
-/// Calls the function with the name and the content of every chunk in the range.
+/// Calls the function with the name and the content of each chunk in the range.
 template <typename Function>
 void forEachChunk(const ByteSource& file, const ByteRange& range, LengthReader lengthOf, Function function) {
     std::uint64_t place = range.offset;
@@ -40,11 +41,11 @@ void forEachChunk(const ByteSource& file, const ByteRange& range, LengthReader l
 }
 
 ByteRange chunksOf(const ByteSource& file) {
-    constexpr std::uint64_t headLength = 12; // the container's name, its length, the kind of file
+    constexpr std::uint64_t headLength = 12; // name of the container, its length, kind of file
     return {headLength, file.size() - std::min(file.size(), headLength)};
 }
 
-/// Reads the tag in the chunk, unless an earlier chunk held one.
+/// Reads the tag in the chunk, unless an earlier chunk had one.
 void readFirstId3(FileTags& tags, const ByteSource& file, std::string_view name, const ByteRange& content) {
     if ((name == "ID3 " || name == "id3 ") && tags.formats.empty())
         readId3Tag(tags, file, content.offset);
@@ -55,7 +56,7 @@ std::string textIn(const ByteSource& file, const ByteRange& range) {
         file.read(range.offset, std::min(static_cast<std::size_t>(range.length), longestText)));
 }
 
-/// Reads the texts of an INFO list; of several with one name the last counts.
+/// Reads the texts of an INFO list. Of several texts with one name, the last counts.
 void readInfo(FileTags& tags, const ByteSource& file, const ByteRange& list) {
     std::string title;
     std::string artist;

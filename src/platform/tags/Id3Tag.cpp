@@ -11,8 +11,8 @@ namespace orvalen {
 namespace {
 
 constexpr std::size_t tagHeaderLength = 10;
-constexpr std::uint64_t longestWholeTag = 16 << 20; ///< bytes read of a tag that must be read whole
-constexpr int mostFrames = 10'000;                  ///< a tag of more is damaged
+constexpr std::uint64_t longestWholeTag = 16 << 20; ///< bytes read of a tag that must be read completely
+constexpr int mostFrames = 10'000;                  ///< a tag with more frames is damaged
 
 constexpr unsigned char unsynchronised = 0x80;
 constexpr unsigned char extendedHeader = 0x40;
@@ -21,7 +21,7 @@ unsigned char byteAt(std::string_view bytes, std::size_t place) {
     return place < bytes.size() ? static_cast<unsigned char>(bytes[place]) : 0;
 }
 
-/// Four bytes of seven bits each.
+/// Returns a number from four bytes of seven bits each.
 std::uint32_t synchSafe(std::string_view bytes) {
     std::uint32_t result = 0;
     for (std::size_t i = 0; i < 4; ++i)
@@ -33,7 +33,7 @@ bool isSynchSafe(std::string_view bytes) {
     return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return (byte & 0x80) == 0; });
 }
 
-/// Takes out the zero bytes that were put behind every 0xFF.
+/// Removes the zero byte that unsynchronisation puts after every 0xFF.
 std::string synchronised(std::string_view bytes) {
     std::string result;
     result.reserve(bytes.size());
@@ -51,14 +51,14 @@ std::optional<std::string> inflated(std::string_view bytes) {
     uLongf length = result.size();
     const int status = ::uncompress(reinterpret_cast<Bytef*>(result.data()), &length,
                                     reinterpret_cast<const Bytef*>(bytes.data()), bytes.size());
-    if (status != Z_OK && status != Z_BUF_ERROR) // the latter means that there is more
+    if (status != Z_OK && status != Z_BUF_ERROR) // Z_BUF_ERROR means that there is more text
         return std::nullopt;
     result.resize(length);
     return result;
 }
 
 struct WantedFrame {
-    std::string_view oldName; ///< of version 2; some taggers write these names into tags of version 3
+    std::string_view oldName; ///< names of version 2; some programs write them into tags of version 3
     std::string_view name;
     const char* commonKey;
 };
@@ -71,8 +71,8 @@ public:
     FrameReader(const ByteSource& source, unsigned version, bool isUnsynchronised)
         : source_(source), version_(version), isUnsynchronised_(isUnsynchronised) {}
 
-    /// Adds the wanted frames between the place and the end. Stops early when all are found, and at the first
-    /// bytes that are no frame. An empty frame is passed over.
+    /// Adds the wanted frames between `place` and `end`. Stops when all are found, and at the first bytes
+    /// that are not a frame. Skips empty frames.
     void read(FileTags& tags, std::uint64_t place, std::uint64_t end) const {
         std::array<bool, wantedFrames.size()> found{};
         for (int count = 0; count < mostFrames && place + headerLength() < end; ++count) {
@@ -111,7 +111,7 @@ private:
         return version_ == 2 || (version_ == 3 && byteAt(bytes, 3) == 0);
     }
 
-    /// Returns the index into `wantedFrames`, or their number for any other frame.
+    /// Returns the index into `wantedFrames`, or their number for other frames.
     std::size_t kindOf(std::string_view header) const {
         const bool old = hasOldName(header);
         const auto* const found =
@@ -129,7 +129,8 @@ private:
         const std::uint32_t plain = bigEndian32(header.substr(4));
         if (version_ == 3)
             return plain;
-        // Some taggers write the lengths of version 4 as those of version 3; the next frame shows which.
+        // Some programs write the lengths of version 4 like those of version 3. Looking for the next frame
+        // shows which one it is.
         const std::uint32_t safe = synchSafe(header.substr(4));
         if (!isSynchSafe(header.substr(4, 4)))
             return plain;
@@ -153,7 +154,7 @@ private:
         if (isNew && (isUnsynchronised_ || (flags & 0x02U) != 0))
             bytes = synchronised(bytes);
         if (isCompressed || (isNew && (flags & 0x01U) != 0))
-            bytes.erase(0, 4); // the length of the text when it was written
+            bytes.erase(0, 4); // length of the decompressed text
         if (isCompressed) {
             auto text = inflated(bytes);
             if (!text)
@@ -171,10 +172,10 @@ private:
 
     const ByteSource& source_;
     unsigned version_;
-    bool isUnsynchronised_; ///< every frame of version 4
+    bool isUnsynchronised_; ///< all frames of version 4
 };
 
-/// Returns the length of the extended header at the place.
+/// Returns the length of the extended header at `place`.
 std::uint64_t extendedLength(const ByteSource& source, std::uint64_t place, unsigned version) {
     const std::string bytes = source.read(place, 4);
     return version == 3 ? std::uint64_t{4} + bigEndian32(bytes) : synchSafe(bytes);
@@ -206,7 +207,7 @@ void readId3Tag(FileTags& tags, const ByteSource& file, std::uint64_t place) {
     };
     if (!isUnsynchronised || version == 4)
         return readFrames(file, begin, end);
-    // Before version 4 the zero bytes also stand within the headers of the frames.
+    // Before version 4, the zero bytes also occur within the headers of frames.
     const MemorySource whole(
         synchronised(file.read(begin, static_cast<std::size_t>(std::min(end - begin, longestWholeTag)))));
     readFrames(whole, 0, whole.size());

@@ -7,12 +7,12 @@
 
 namespace orvalen {
 
-/// Whether a known version of an ID3v2 tag begins with the bytes. Needs the first ten bytes.
+/// Returns whether the bytes start an ID3v2 tag of a known version. Needs the first ten bytes.
 bool isId3Header(std::string_view bytes);
 
-/// Adds the first title, artist and tempo frame of the tag at the place. Other frames, pictures above all,
-/// are passed over unread. A frame longer than `longestText` after decompression becomes an item with an
-/// error; an encrypted or damaged one becomes an item without a value. Adds nothing where no tag begins.
+/// Adds the first title, artist and tempo frame of the tag at `place`. Skips other frames without reading
+/// them. A frame longer than `longestText` after decompression becomes an item with an error. An encrypted or
+/// damaged frame becomes an item without a value. Adds nothing if there is no tag.
 void readId3Tag(FileTags& tags, const ByteSource& file, std::uint64_t place);
 
 } // namespace orvalen

@@ -18,20 +18,19 @@ namespace orvalen {
 namespace {
 
 constexpr std::size_t mostThreads = 16;
-constexpr std::size_t mostBytesOfFile = 128 << 10; ///< times the files ahead: 32 MB
-constexpr int filesWithoutWait = 64;               ///< after so many in a row the files count as cached
-constexpr int mostWaitsInVain = 16;                ///< for files that have been read ahead
+constexpr std::size_t mostBytesOfFile = 128 << 10; ///< 32 MB for all files ahead
+constexpr int filesWithoutWait = 64;               ///< after this number in a row, the files count as cached
+constexpr int mostWaitsInVain = 16; ///< waits of the reader for files that were read in advance
 constexpr auto shortestWait = std::chrono::microseconds(100);
 
-/// Returns how often this thread has waited for something, a drive above all. A file in the page cache is
-/// read without a wait.
+/// Returns how often this thread has waited, for example for a drive. Reading a cached file needs no wait.
 long waitsOfThread() {
     struct rusage usage {};
     ::getrusage(RUSAGE_THREAD, &usage);
     return usage.ru_nvcsw;
 }
 
-/// A file that ends for its reader after so many bytes have been read.
+/// A file that seems to end after `mostBytesOfFile` bytes have been read.
 class ShortenedSource : public ByteSource {
 public:
     explicit ShortenedSource(const ByteSource& file) : file_(file) {}
@@ -47,7 +46,7 @@ private:
     mutable std::size_t left_ = mostBytesOfFile;
 };
 
-/// Reads what the reader of tags will read. Errors are the reader's to report.
+/// Reads what the tag reader will read. The tag reader reports the errors.
 void readOnce(const std::string& path) {
     try {
         if (const auto file = openRegularFile(path))
@@ -63,7 +62,7 @@ struct ReadAhead::Shared {
     std::condition_variable wakeUp;
     std::deque<std::string> paths; ///< expected files that no thread has taken and the reader has not passed
     std::size_t taken = 0;         ///< number of files that are no longer in `paths`
-    std::size_t passed = 0;        ///< number of files that the reader has done with
+    std::size_t passed = 0;        ///< number of files that the reader has finished
     int withoutWait = 0;           ///< files read in a row without waiting for the drive
     bool isResting = false;
     bool isOver = false;
@@ -108,7 +107,7 @@ void ReadAhead::expect(const std::string& path) {
         ++threads_;
         try {
             std::thread([shared = shared_] { shared->run(); }).detach();
-        } catch (const std::system_error&) { // no thread to be had: the reader reads alone
+        } catch (const std::system_error&) { // no thread available: the reader reads alone
         }
     }
     shared_->wakeUp.notify_one();
@@ -120,7 +119,7 @@ void ReadAhead::passOne() {
     ++shared_->passed;
     if (shared_->passed > shared_->taken && !shared_->paths.empty())
         shared_->takeNext();
-    // Then even the slowest thread has mostly done with this file.
+    // At this distance, even the slowest thread has mostly finished this file.
     const bool wasAhead = shared_->passed + mostThreads < shared_->taken;
     waitsInVain_ = hasWaited && wasAhead ? waitsInVain_ + 1 : 0;
     if (hasWaited && shared_->isResting) {
@@ -129,12 +128,12 @@ void ReadAhead::passOne() {
         shared_->wakeUp.notify_all();
     }
     lock.unlock();
-    if (waitsInVain_ == mostWaitsInVain) // a drive whose files the system does not keep in its cache
+    if (waitsInVain_ == mostWaitsInVain) // the system does not cache files of this drive
         end();
 }
 
-/// Whether the reader's thread has waited since the last call. Asks the system only after a time in which no
-/// cached file is read.
+/// Returns whether the reader's thread has waited since the last call. Skips the system call if less time has
+/// passed than any wait takes.
 bool ReadAhead::hasReaderWaited() {
     const auto now = std::chrono::steady_clock::now();
     const bool isSlow = now - std::exchange(lastPass_, now) > shortestWait;

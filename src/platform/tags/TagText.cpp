@@ -23,7 +23,7 @@ std::string toUtf8(const std::u16string& text) {
         .toUTF8String(result);
 }
 
-/// Converts the units up to the first zero unit. A trailing odd byte is left out.
+/// Converts the units before the first zero unit. Ignores an odd last byte.
 std::string fromUtf16(std::string_view bytes, bool bigEndian) {
     std::u16string units;
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
@@ -42,7 +42,7 @@ bool isControl(char character) {
 }
 
 std::optional<std::string> guessed(std::string_view bytes) {
-    // Most texts begin with a letter of Latin script, whose other byte in UTF-16 is zero.
+    // Most texts start with a Latin letter, which has one zero byte in UTF-16.
     if (bytes.size() >= 2 && (bytes[0] == '\0') != (bytes[1] == '\0'))
         return fromUtf16(bytes, bytes[0] == '\0');
     std::string text = fromUtf8OrLatin1(bytes);
