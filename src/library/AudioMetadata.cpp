@@ -14,7 +14,7 @@
 namespace orvalen {
 namespace {
 
-/// The text of the first item with the common key; nothing when there is none or it cannot be read.
+/// Returns the text of the first item with the common key, or nullopt if there is none or it cannot be read.
 std::optional<std::string> firstText(const std::vector<MetadataItem>& items, std::string_view commonKey) {
     const auto item = std::find_if(items.begin(), items.end(),
                                    [&](const MetadataItem& each) { return each.commonKey == commonKey; });
@@ -27,7 +27,7 @@ void tellFailure(Console& console, std::string_view prefix, const Error& error) 
     console.line(std::string(prefix) + " " + error.description);
 }
 
-/// The file becomes the choice of the row at the position and is filed in the library.
+/// Adds the track to the row's candidates, selects it, and adds it to the library.
 void attachTrack(ContentView& view, std::size_t position, const Track& track) {
     if (position >= view.matchedTracks.get().size())
         return;
@@ -45,7 +45,7 @@ Track namedAfter(const MatchedTrack& row) {
     return {row.title, row.artist, "", "", std::nullopt};
 }
 
-/// Reads the file's tempo off the main thread and attaches the file then.
+/// Reads the tempo on the tag queue, then attaches the file on the main thread.
 void readAndAttach(ContentView& view, std::size_t row, Track track) {
     Platform& platform = view.platform;
     platform.tagQueue.post([&view, &platform, row, track = std::move(track)]() mutable {
@@ -55,8 +55,8 @@ void readAndAttach(ContentView& view, std::size_t row, Track track) {
     });
 }
 
-/// Where a file for the row is likely to be: beside its candidates, the chosen one first, else in the first
-/// music folder.
+/// Returns the folders in which the dialog may open: those of the candidates, the selected track first, then
+/// the first music folder.
 std::vector<Location> foldersToBrowse(const ContentView& view, const MatchedTrack& row) {
     constexpr std::size_t enough = 10;
     std::vector<Location> folders;
@@ -72,7 +72,7 @@ std::vector<Location> foldersToBrowse(const ContentView& view, const MatchedTrac
     if (!view.musicFolderURLs.get().empty()) {
         const Location& first = view.musicFolderURLs.get().front();
         folders.push_back(first);
-        addFolderOf(first.path); // it may be a single file
+        addFolderOf(first.path); // a music folder may be a single file
     }
     return folders;
 }
@@ -137,10 +137,9 @@ std::optional<std::int64_t> parseBPM(std::string_view text) {
 void attachBrowsedFile(ContentView& view, std::size_t row) {
     if (row >= view.matchedTracks.get().size())
         return;
-    // The names are those of the row whose button was pressed. Should a match run end while the dialog is
-    // open or the file is read, another wanted song may stand at the position by then: the file shows up
-    // there under the name of the song that it was picked for, and the library never files it under a song it
-    // is not.
+    // The track gets the artist and title of the row whose button was pressed. If a match run ends in the
+    // meantime, another row can be at this position. It then shows the file under the pressed row's artist
+    // and title, and the library never files the track under a request that it does not fit.
     const MatchedTrack& pressed = view.matchedTracks.get()[row];
     Track track = namedAfter(pressed);
 

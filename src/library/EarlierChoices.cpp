@@ -40,7 +40,7 @@ void keepChoicesReplacedBy(ContentView& view, const PreferredMatches& matches) {
     for (const PreferredMatches* choices : {&replaced, &view.earlierChoices.get()})
         for (const auto& choice : *choices)
             if (kept.size() < mostEarlierChoices)
-                kept.insert(choice); // a later choice for the same key is there already
+                kept.insert(choice); // does not replace a later choice for the same key
     setEarlierChoices(view, std::move(kept));
 }
 

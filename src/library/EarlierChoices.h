@@ -9,19 +9,21 @@ namespace orvalen {
 
 struct ContentView;
 
-// Choices that are no longer in the table of preferred matches because other rows replaced it: those of the
-// library file at the start, for example, which does not know what was chosen after it was written. They are
+// Choices that are no longer preferred matches, because other rows replaced the table. At the start, for
+// example, the library file replaces it, which does not contain choices made after the last scan. They are
 // kept in `earlierChoices` and in the file "earlier_choices.json" of the support folder, so that the results
-// page can offer them again. Main thread. Errors are silent.
+// page can offer them again. Main thread. Errors are ignored.
 
-/// When there are more choices, those that were kept first are dropped.
+/// If there are more choices, the oldest are dropped.
 inline constexpr std::size_t mostEarlierChoices = 5'000;
 
+/// Reads the choices from the file. Does nothing if it cannot be read.
 void loadEarlierChoices(ContentView& view);
-/// Keeps the choices that replacing the table by the matches removes. To be called before the replacement.
+/// Keeps the choices that replacePreferredMatches(matches) would remove. Call before it.
 void keepChoicesReplacedBy(ContentView& view, const PreferredMatches& matches);
-/// Drops the choice for a key, for which the user has chosen again.
+/// Removes the choice for the key, because the user has chosen again.
 void forgetEarlierChoice(ContentView& view, std::string_view key);
+/// Removes all choices and deletes the file.
 void forgetAllEarlierChoices(ContentView& view);
 
 } // namespace orvalen

@@ -36,7 +36,7 @@ bool isMissing(const std::string& path) {
     return !std::filesystem::exists(path, error);
 }
 
-/// One scan's own state; it belongs to the job that runs. The view is only for posts.
+/// The data of one scan. Belongs to the running job. Uses `view_` only in posts.
 class Scan {
 public:
     Scan(ContentView& view, std::vector<std::string> folders)
@@ -44,7 +44,7 @@ public:
           walk_(std::move(folders), view.platform.console),
           readAhead_(view.platform.mediaAssets.startReadAhead()) {}
 
-    /// Reads one folder, or the tags of one file; false when the scan is over. Tag queue.
+    /// Lists one folder or reads the tags of one file. Returns false when the scan is complete. Tag queue.
     bool step();
 
 private:
@@ -60,15 +60,15 @@ private:
     Platform& platform_;
     std::vector<std::string> folders_;
     FolderWalk walk_;
-    /// Begins with the first files while the folders are still listed.
+    /// reads the first files while folders are still listed
     std::unique_ptr<MediaReadAhead> readAhead_;
-    std::size_t expected_ = 0;   ///< number of items whose audio files are expected
-    std::size_t filesAhead_ = 0; ///< expected files that are not yet read
+    std::size_t expected_ = 0;   ///< number of items whose audio files were passed to readAhead_
+    std::size_t filesAhead_ = 0; ///< files passed to readAhead_ that are not yet read
     bool hasBegun_ = false;
     bool isListed_ = false;
     std::vector<std::string> items_;
     std::size_t nextItem_ = 0;
-    std::optional<PreferredMatches> preferred_; ///< stored when the folders had been listed
+    std::optional<PreferredMatches> preferred_; ///< read when all folders were listed
     LibraryIndexBuilder tracks_;
     ScanOutcome outcome_;
 };
@@ -109,11 +109,11 @@ void Scan::passFile() {
 void Scan::beginReading() {
     isListed_ = true;
     items_ = walk_.takeItems();
-    // Not earlier: listing a slow drive can take minutes, in which the user goes on choosing.
+    // Read only now: listing a slow drive can take minutes, in which the user can choose candidates.
     preferred_ = view_.database().wholePreferredMatches();
 }
 
-/// Goes on to the next audio file and reads it; false when no item is left.
+/// Reads the next audio file. Returns false if no item is left.
 bool Scan::readNextFile() {
     while (nextItem_ < items_.size()) {
         const std::size_t item = nextItem_++;
@@ -155,7 +155,7 @@ void Scan::complete() {
         replaceIndex(view, index);
         view.scanProgress.set(0);
         view.scanningFileName.set({});
-        if (preferred) { // else the table could not be read, and stays as it is
+        if (preferred) { // if the table could not be read, it stays as it is
             keepChoicesReplacedBy(view, *preferred);
             view.database().replacePreferredMatches(*preferred);
         }
@@ -167,8 +167,7 @@ void Scan::complete() {
     });
 }
 
-/// A job a step: what else waits for the queue, a file that was browsed to or the end of the program, waits
-/// for one folder or one file and not for the whole scan.
+/// Posts a new job per step, so that other jobs wait for one folder or file only, not for the whole scan.
 void goOn(WorkerQueue& queue, const std::shared_ptr<Scan>& scan) {
     queue.post([&queue, scan] {
         if (scan->step())

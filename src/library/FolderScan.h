@@ -4,8 +4,9 @@ namespace orvalen {
 
 struct ContentView;
 
-/// Rebuilds the index from the music folders. Returns at once; folders and tags are read on the tag queue and
-/// only posts reach the state. Cannot be cancelled; ends with a sound and a message. Main thread.
+/// Rebuilds the library index from the music folders. Returns at once: the tag queue lists folders and reads
+/// tags, and posts the result to the main thread. Cannot be cancelled. Ends with a sound and a message. Does
+/// nothing without music folders. Main thread.
 void scanLibrary(ContentView& view);
 
 } // namespace orvalen

@@ -17,16 +17,16 @@ struct CloseFolder {
 };
 using OpenFolder = std::unique_ptr<DIR, CloseFolder>;
 
-/// A folder itself; a link to one is not.
+/// Returns whether the entry is a folder. A link to a folder is not.
 bool isFolder(const OpenFolder& parent, const dirent& entry) {
     if (entry.d_type != DT_UNKNOWN)
         return entry.d_type == DT_DIR;
-    struct stat status {}; // some file systems do not tell the type with the name
+    struct stat status {}; // some file systems do not report the type of an entry
     return ::fstatat(::dirfd(parent.get()), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
            S_ISDIR(status.st_mode);
 }
 
-/// The text with every byte that is no part of UTF-8 written like \xE9.
+/// Returns the text with each byte that is not valid UTF-8 written like \xE9.
 std::string withEscapedBytes(std::string_view text) {
     static constexpr char digits[] = "0123456789ABCDEF";
     std::string result;

@@ -8,22 +8,22 @@ namespace orvalen {
 
 class Console;
 
-/// Lists everything under some entries, a folder a step, so that a walk over a large or slow disk can share
-/// its thread with other work. An entry that is a folder gives all that is in it: each item before what it
-/// holds, the items of one folder sorted by the bytes of their names. An entry that is a file gives itself.
+/// Lists everything below some entries, one folder per step, so that other jobs can run in between. An entry
+/// that is a folder yields its content: each item before its own content, the items of one folder sorted by
+/// the bytes of their names. An entry that is a file yields itself.
 ///
-/// Left out are hidden names, which begin with a dot, and, with a console line each, names that are not
-/// UTF-8; a folder with all it holds. Links are listed and not followed. What cannot be read is left out
-/// silently. One thread at a time.
+/// Skips hidden names (starting with a dot), and names that are not valid UTF-8, with an error line each.
+/// Skips the content of skipped folders too. Lists symbolic links but does not follow them. Skips silently
+/// what cannot be read. Use from one thread.
 class FolderWalk {
 public:
     FolderWalk(std::vector<std::string> entries, Console& console);
 
-    /// Goes on until one more folder has been read; false when everything is listed.
+    /// Reads one more folder. Returns false when everything is listed.
     bool step();
-    /// The absolute paths listed so far; more are appended.
+    /// Returns the absolute paths listed so far. More are appended by step().
     const std::vector<std::string>& items() const { return items_; }
-    /// Absolute paths; call when step() has given false.
+    /// Returns all absolute paths. Call when step() has returned false.
     std::vector<std::string> takeItems() { return std::move(items_); }
 
 private:
@@ -39,7 +39,7 @@ private:
     Console& console_;
     std::vector<std::string> entries_;
     std::size_t nextEntry_ = 0;
-    std::vector<Found> pending_; ///< the next one last
+    std::vector<Found> pending_; ///< the next item is the last element
     std::vector<std::string> items_;
 };
 

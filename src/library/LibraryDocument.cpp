@@ -21,7 +21,7 @@ void writeTracks(Writer& writer, const LibraryIndex& index) {
     writer.EndArray();
 }
 
-/// Unlike elsewhere, every track has a tempo here.
+/// In backups, every track has a tempo.
 void writeSnapshotTrack(Writer& writer, const TrackView& track) {
     writer.StartObject();
     writeTrackTexts(writer, track);
@@ -54,7 +54,7 @@ LibraryIndex readTracks(const JsonObject& document) {
     return builder.finish();
 }
 
-/// Nothing when the member is missing or is not an array of objects with nothing but texts.
+/// Returns nullopt if the member is missing or is not an array of objects that contain only strings.
 std::optional<PreferredMatches> readPreferred(const JsonObject& document) {
     PreferredMatches matches;
     const auto readEntry = [&matches](const JsonObject& entry) {

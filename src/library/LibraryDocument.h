@@ -12,31 +12,32 @@
 
 namespace orvalen {
 
-// What a library file holds, as text and back. Pure; any thread.
+// The JSON of library files. Thread-safe.
 
 struct LibraryDocument {
     LibraryIndex index;
-    std::optional<PreferredMatches> preferred; ///< absent: the file says nothing usable about them
+    std::optional<PreferredMatches> preferred; ///< nullopt if the file has no valid preferred matches
     std::vector<Location> folders;
 };
 
-/// One JSON object, indented, without the preferred matches when they are not known; handed to its one use
-/// where it was made, because a copy would be as large as the file.
+/// Writes an indented JSON object and passes it to `use` once. The text is valid during that call only, which
+/// avoids a copy as large as the file. Without `preferred`, the object has no preferred matches.
 void writeLibraryDocument(const LibraryIndex& index, const std::optional<PreferredMatches>& preferred,
                           const std::vector<Location>& folders,
                           const std::function<void(std::string_view)>& use);
 
-/// Nothing when the bytes are no such object, one of the tracks is none, or memory does not suffice;
-/// preferred matches and folders of another shape are left out.
+/// Decodes a library file. Returns nullopt if the bytes are not a JSON object with tracks, if a track is
+/// invalid, or if memory is exhausted. Invalid preferred matches and folders are ignored.
 std::optional<LibraryDocument> readLibraryDocument(std::string bytes);
 
-/// An object with the preferred matches alone, in the same form.
+/// Returns a JSON object with only the preferred matches, in the form of library files.
 std::string preferredMatchesText(const PreferredMatches& preferred);
-/// The preferred matches of such an object; nothing when it has none or memory does not suffice.
+/// Decodes the result of preferredMatchesText(). Returns nullopt if it has no valid preferred matches or
+/// memory is exhausted.
 std::optional<PreferredMatches> readPreferredMatches(std::string bytes);
 
-/// The automatic backup's text: every track with a "bpm" (0 where it has none) and the preferred matches as
-/// one object. Any thread.
+/// Returns the text of an automatic backup: all tracks, each with a "bpm" (0 if it has none), and the
+/// preferred matches as one object. Thread-safe.
 std::string librarySnapshotText(const LibraryIndex& index, const PreferredMatches& preferred);
 
 } // namespace orvalen

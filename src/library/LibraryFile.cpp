@@ -24,14 +24,14 @@ namespace {
 constexpr std::string_view persistentName = "library.orvl";
 constexpr std::string_view previousName = "library.previous.orvl";
 
-/// The tracks that look as if their files' tags could not be read when they were scanned.
+/// Returns the number of tracks that look as if their tags could not be read.
 std::size_t untaggedCount(const LibraryIndex& index) {
     return static_cast<std::size_t>(std::ranges::count_if(allTracks(index), [](const TrackView& track) {
         return track.artist == "Unknown" && track.title == bareName(track.path);
     }));
 }
 
-/// Replaces the index and, where the document has some, the preferred matches.
+/// Replaces the index and, if the document has some, the preferred matches.
 void applyTracksAndMatches(ContentView& view, LibraryDocument& document) {
     replaceIndex(view, std::move(document.index));
     if (!document.preferred)
@@ -40,7 +40,6 @@ void applyTracksAndMatches(ContentView& view, LibraryDocument& document) {
     view.database().replacePreferredMatches(*document.preferred);
 }
 
-/// Writes the library with the preferred matches that were read.
 Expected<void> writeLibrary(ContentView& view, const Location& destination,
                             const std::optional<PreferredMatches>& preferred) {
     Expected<void> written;
@@ -81,7 +80,7 @@ void keepLibraryOfBefore(ContentView& view, const ScanOutcome& scan) {
     const bool lostFiles =
         !scan.vanishedFolders.empty() ||
         (scan.unreadableFiles > 0 && scan.unreadableFiles > untaggedCount(view.trackDict.get()));
-    // After a scan that lost a folder, the copy is better than "library.orvl".
+    // After a scan that lost a folder, the existing copy is better than "library.orvl".
     if (!lostFiles || !view.lastScan.get().vanishedFolders.empty())
         return;
     const auto source = supportFileURL(view.platform.userFolders, persistentName);

@@ -10,30 +10,33 @@ namespace orvalen {
 struct ContentView;
 struct ScanOutcome;
 
-// Library files: the whole index, the preferred matches and the folder paths in one JSON object. Main thread.
+// Library files: all tracks, the preferred matches and the music folders as one JSON object. Main thread.
 
-/// Writes the current library, replacing what is there.
+/// Writes the library, replacing the file in place.
 Expected<void> writeLibraryFile(ContentView& view, const Location& destination);
-/// Replaces the index and the preferred matches and appends the folders. A document of another shape changes
-/// nothing, without a word.
+/// Replaces the index and the preferred matches, and appends the music folders. Changes nothing, without an
+/// error line, if the bytes are not a library file.
 void applyLibraryFile(ContentView& view, std::string bytes);
 
-/// Copies "library.orvl" to "library.previous.orvl", when the scan that is about to replace the index could
-/// read less of the music than the index holds. To be called before the index is replaced.
+/// Copies "library.orvl" to "library.previous.orvl" if the scan could read fewer files than the index holds.
+/// Call before the scan replaces the index.
 void keepLibraryOfBefore(ContentView& view, const ScanOutcome& scan);
-/// Loads the index and the preferred matches of that copy; the list of folders stays as it is.
+/// Loads the index and the preferred matches of that copy. The music folders stay.
 void loadLibraryOfBefore(ContentView& view);
 
-/// "library.orvl" in the support folder, after a scan; saves the folder bookmarks too.
+/// Writes "library.orvl" in the support folder and saves the music folders. Writes a success or error line.
 void savePersistentLibrary(ContentView& view);
-/// The library part of the start: queues the folder bookmarks, then reads "library.orvl".
+/// Restores the library at the start: posts the music folders, loads the earlier choices, and reads
+/// "library.orvl".
 void loadPersistentLibrary(ContentView& view);
 
+/// Asks for a file name and writes the library, with a success or error line.
 void backupScannedLibrary(ContentView& view);
+/// Asks for a library file and loads it.
 void loadScannedLibrary(ContentView& view);
-/// What `loadScannedLibrary` does with the chosen file.
+/// Loads the library file, as loadScannedLibrary() does with the chosen file.
 void loadScannedLibraryFile(ContentView& view, const Location& file);
-/// Deletes "library.orvl" and empties the index and the preferred matches.
+/// Deletes "library.orvl", and empties the index, the preferred matches and the earlier choices.
 void removeSavedLibrary(ContentView& view);
 
 } // namespace orvalen

@@ -6,8 +6,9 @@ namespace orvalen {
 
 struct ContentView;
 
-/// Makes the index the visible one and counts it anew. Main thread.
+/// Sets the index of the state and its track count. Main thread.
 void replaceIndex(ContentView& view, LibraryIndex index);
+/// Sets an empty index. Main thread.
 void clearIndex(ContentView& view);
 
 } // namespace orvalen

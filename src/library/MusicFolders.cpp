@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::string_view bookmarksName = "folders.json";
 
-/// The bookmarks in the file; nothing when it cannot be read or one of its texts is no Base64.
+/// Returns the bookmarks in the file, or nullopt if it cannot be read or contains a text that is not Base64.
 std::optional<std::vector<std::string>> readBookmarks(const std::string& path) {
     const auto bytes = readWholeFile(path);
     if (!bytes)
@@ -58,7 +58,7 @@ void addMusicLocations(ContentView& view, const std::vector<Location>& locations
 }
 
 void removeMusicLocation(ContentView& view, const Location& location) {
-    // By value: the location that is asked for may be an element of the list itself.
+    // Copies `location`, which may refer to an element of the list.
     view.musicFolderURLs.update([location](std::vector<Location>& listed) { std::erase(listed, location); });
     saveFolderBookmarks(view);
 }

@@ -41,7 +41,7 @@ struct Finalize {
 };
 using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
-/// Null when the statement cannot be prepared.
+/// Returns null if the statement cannot be prepared.
 Statement prepare(sqlite3* db, const char* sql) {
     sqlite3_stmt* statement = nullptr;
     sqlite3_prepare_v2(db, sql, -1, &statement, nullptr);
@@ -56,8 +56,8 @@ void bindText(const Statement& statement, int parameter, const std::string& text
     sqlite3_bind_text(statement.get(), parameter, text.c_str(), -1, SQLITE_STATIC);
 }
 
-/// Nothing for NULL and for bytes that are no text, which only another program can have written: no key and
-/// no path of ours equals them, and in a library file they would make the whole file unreadable.
+/// Returns nullopt for NULL and for invalid UTF-8, which only another program can have written. Invalid bytes
+/// equal no key or path, and would make a library file unreadable.
 std::optional<std::string> columnText(const Statement& statement, int column) {
     const unsigned char* bytes = sqlite3_column_text(statement.get(), column);
     if (bytes == nullptr)
@@ -66,21 +66,21 @@ std::optional<std::string> columnText(const Statement& statement, int column) {
     return isValidUtf8(text) ? std::optional(std::move(text)) : std::nullopt;
 }
 
-/// The log is brought into the file whenever it has reached four megabytes, and the file may grow then.
+/// SQLite moves the log into the file when the log reaches 4 MB, and the file can grow at that moment.
 bool hasRoomForLog(sqlite3* db) {
     std::error_code error;
     const auto space = std::filesystem::space(sqlite3_db_filename(db, "main"), error);
     return error || space.available > 32U << 20;
 }
 
-/// While this lives, a commit need not wait for the disk; its end does, once for all of them. Every commit
-/// stands on its own all the same: after a power failure the table is as some commit left it, and a killed
-/// program loses none. With a wait for each, 2,000 rows keep the window frozen for two seconds and more.
+/// Makes many commits fast: while this object exists, commits do not wait for the disk; the destructor waits
+/// once for all. Otherwise 2,000 rows would block the window for more than two seconds. Each commit still
+/// remains independent: after a power failure the table is as one of the commits left it, and a killed
+/// program loses none.
 ///
-/// The write-ahead log makes that safe. It lasts only as long as the many commits, so that at rest the file
-/// alone is the whole database, for other programs, for copies and on read-only and network folders. Where
-/// the log cannot be had, because another program is reading, each commit waits as usual. So it does where
-/// the disk is nearly full: the log takes pages for every commit, and would leave no room for the rows.
+/// Uses SQLite's write-ahead log, and only during these commits, so that afterwards one file is the whole
+/// database (for other programs, copies, and read-only or network folders). If the log is not available
+/// because another program is reading, or the disk is nearly full, each commit waits as usual.
 class ManyCommits {
 public:
     explicit ManyCommits(sqlite3* db) : db_(db) {
@@ -98,8 +98,8 @@ private:
     sqlite3* db_;
 };
 
-/// The rows of the table that equal a pair of the map byte for byte. While this lives, statements can ask for
-/// each row whether it is one of them, with the function is_kept(key, preferred_path).
+/// The rows that equal a pair of `matches` byte for byte. While this object exists, SQL statements can call
+/// is_kept(key, preferred_path).
 class KeptRows {
 public:
     KeptRows(sqlite3* db, const PreferredMatches& matches) : db_(db), matches_(matches) {
@@ -112,7 +112,7 @@ public:
     KeptRows(const KeptRows&) = delete;
     KeptRows& operator=(const KeptRows&) = delete;
 
-    /// The pairs for which no row was asked about.
+    /// Returns the pairs for which is_kept() was not called.
     std::vector<const PreferredMatches::value_type*> missing() const {
         std::vector<const PreferredMatches::value_type*> result;
         for (const auto& pair : matches_)
@@ -178,7 +178,8 @@ public:
         : manager_(manager), lock_(manager.mutex_), ends_(std::chrono::steady_clock::now() + 2s) {
         restartTimeout();
     }
-    /// Grants the next statement another 100 ms to wait, as long as the call has not waited for two seconds.
+    /// Grants the next statement another 100 ms to wait for a lock held by another process, up to two seconds
+    /// per call.
     void restartTimeout() {
         manager_.timeoutEnds_ = std::min(std::chrono::steady_clock::now() + 100ms, ends_);
     }
@@ -371,7 +372,7 @@ PreferredMatches PlaylistDatabaseManager::rowsReplacedBy(const PreferredMatches&
 }
 
 void PlaylistDatabaseManager::exportLibrarySnapshot(const Location& destination, const LibraryIndex& index) {
-    // A backup is written beside the scan's real work; a full disk must not turn its end into an error.
+    // A failed backup must not look like a failed scan.
     static_cast<void>(writeWholeFile(destination.path, librarySnapshotText(index, allPreferredMatches())));
 }
 

@@ -21,62 +21,63 @@ namespace orvalen {
 class Console;
 class UserFolders;
 
-/// Library key to the path of the file that the user chose for it.
+/// Library keys and the path of the preferred match for each.
 using PreferredMatches = TextMap<std::string>;
 
-/// The user's choices among candidates, in "orvalen.sqlite" in the application-support folder. Any thread;
-/// each call is whole to the others. Nothing fails towards the caller; what goes wrong is one console line,
-/// and a database that could not be opened knows nothing and stores nothing. No statement waits longer
-/// than a tenth of a second for another program to let go of the file, and no call longer than two.
+/// The preferred matches, stored in "orvalen.sqlite" in the application-support folder. Thread-safe; calls
+/// are serialised. Errors are written to the console and never returned. If the database could not be opened,
+/// it is empty and stores nothing. A statement waits at most 100 ms for a lock held by another process, a
+/// call at most two seconds.
 class PlaylistDatabaseManager {
 public:
-    /// Opens the file and creates the tables that are missing.
+    /// Opens the database and creates missing tables.
     PlaylistDatabaseManager(const UserFolders& folders, Console& console);
     ~PlaylistDatabaseManager();
     PlaylistDatabaseManager(const PlaylistDatabaseManager&) = delete;
     PlaylistDatabaseManager& operator=(const PlaylistDatabaseManager&) = delete;
 
-    /// The one instance of the process, made by whoever asks first and never closed.
+    /// Returns the instance of the process. The first call creates it; it is never closed.
     static PlaylistDatabaseManager& shared(const UserFolders& folders, Console& console);
 
     void createTables();
-    /// Replaces an earlier path for the key. On the disk when it returns.
+    /// Stores the path for the key, replacing an earlier one. It is on the disk when the call returns.
     void savePreferredMatch(std::string_view key, std::string_view path);
-    /// Forgets the key's path. On the disk when it returns.
+    /// Removes the key's path. The removal is on the disk when the call returns.
     void removePreferredMatch(std::string_view key);
+    /// Returns the path for the key, or nullopt.
     std::optional<std::string> preferredPath(std::string_view key);
-    /// The same without waiting for another program that holds the file.
+    /// Returns preferredPath() without waiting for a lock held by another process.
     std::optional<std::string> preferredPathAtOnce(std::string_view key);
     /// The key's path, which may be none; nullopt, without a console line, when the table cannot be read.
     std::optional<std::optional<std::string>> tryPreferredPath(std::string_view key);
-    /// Grows with each of this program's changes before the call that makes it returns.
+    /// Returns a number that grows with each change by this process, before the changing call returns.
     std::uint64_t changeCount() const { return changeCount_; }
-    /// What can be read of the table just now.
+    /// Returns the rows that can be read now.
     PreferredMatches allPreferredMatches();
-    /// The same, or nothing when it could not be read to its end: for what is to take the table's place
-    /// later, where a part would lose the rest.
+    /// Returns all rows, or nullopt if reading failed midway. Use it if the result will replace the table
+    /// later.
     std::optional<PreferredMatches> wholePreferredMatches();
     /// The same without a console line.
     std::optional<PreferredMatches> tryPreferredMatches();
-    /// Makes the pairs the rows of the table. Rows that equal a pair byte for byte stay; one statement
-    /// deletes the others, and each missing pair is then saved on its own. A killed program leaves the old
-    /// rows or some of the new ones. On the disk when it returns.
+    /// Makes `matches` the content of the table. Rows that equal a pair byte for byte stay; one statement
+    /// deletes the others, and each missing pair is saved on its own. If the program is killed meanwhile, the
+    /// table has the old rows or some of the new ones. The rows are on the disk when the call returns.
     void replacePreferredMatches(const PreferredMatches& matches);
-    /// The rows that replacePreferredMatches(matches) would delete or give another path. Empty, without a
-    /// console line, when the table cannot be read just now.
+    /// Returns the rows that replacePreferredMatches(matches) would delete or change. Empty, without an error
+    /// line, if the table cannot be read now.
     PreferredMatches rowsReplacedBy(const PreferredMatches& matches);
 
-    /// Writes tracks and preferred matches as one JSON object; a failure is silent.
+    /// Writes tracks and preferred matches as one JSON object. Ignores errors.
     void exportLibrarySnapshot(const Location& destination, const LibraryIndex& index);
-    /// Writes a snapshot named after the local time into the application-support folder.
+    /// Writes a snapshot into the application-support folder. The file name contains the local time.
     void autoBackupLibrary(const LibraryIndex& index);
 
 private:
-    /// Locks the connection for one call and limits how long the call waits for other programs.
+    /// Locks the connection for one call and limits how long the call waits for other processes.
     class LockedConnection;
     static int waitForOthers(void* self, int attempts);
     std::optional<std::optional<std::string>> lookUp(std::string_view key, bool writesError);
-    /// Whether the table was read to its end.
+    /// Returns whether the whole table was read.
     bool readMatches(PreferredMatches& matches, bool writesError);
     void insertMatches(std::span<const PreferredMatches::value_type* const> matches,
                        LockedConnection& connection);

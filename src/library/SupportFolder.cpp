@@ -10,7 +10,7 @@ std::optional<Location> supportFileURL(const UserFolders& folders, std::string_v
     if (!applicationSupport)
         return std::nullopt;
     const std::string folder = *applicationSupport + "/Orvalen";
-    createFolder(folder); // where it fails, the caller's own reading or writing tells
+    createFolder(folder); // if this fails, reading or writing the file reports the error
     return Location{folder + "/" + std::string(name)};
 }
 

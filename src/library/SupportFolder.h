@@ -9,9 +9,9 @@ namespace orvalen {
 
 class UserFolders;
 
-/// The location of the named file in the folder "Orvalen" of the application-support folder. Creates the
-/// folder when missing, never the file; nothing when the system names no application-support folder. Any
-/// thread.
+/// Returns the location of the file `name` in the folder "Orvalen" of the application-support folder. Creates
+/// the folder if it is missing, but not the file. Returns nullopt if the system has no application-support
+/// folder. Thread-safe.
 std::optional<Location> supportFileURL(const UserFolders& folders, std::string_view name);
 
 } // namespace orvalen
