@@ -22,8 +22,8 @@
 
 namespace orvalen {
 
-/// The whole program, wired: every service of the desktop, the state over them and the window over the state.
-/// Main thread, with a QApplication standing.
+/// All objects of the program: the services of the desktop, the state that uses them, and the window that
+/// shows the state. Main thread; needs a QApplication.
 struct Program {
     StandardConsole standardOutput;
     ConsoleLog console{standardOutput};

@@ -20,8 +20,8 @@ namespace orvalen {
 
 namespace {
 
-/// Where a standard stream is closed, the next file to be opened would take its number, and be written
-/// console lines.
+/// If stdin, stdout or stderr is closed, the next opened file would reuse its descriptor and receive console
+/// lines.
 void fillStandardStreams() {
     int descriptor = 0;
     while (descriptor >= 0 && descriptor <= STDERR_FILENO)
@@ -29,8 +29,8 @@ void fillStandardStreams() {
     ::close(descriptor);
 }
 
-/// Display, sound and files share the process's descriptors: without one left, the display ends the program.
-/// The limit that a user may set is mostly far above the usual one.
+/// The display connection, sound and files share the process's descriptors, and the display library ends the
+/// program if none is left. The usual limit is far below the maximum that a user may set.
 void raiseDescriptorLimit() {
     constexpr rlim_t plenty = 65'536;
     rlimit limit{};
@@ -40,7 +40,7 @@ void raiseDescriptorLimit() {
     ::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
-/// A second process on the same data files would overwrite what the first one writes.
+/// Shows why the program ends: a second process would overwrite the data files of the first one.
 int refuseToStart() {
     constexpr const char* title = "Orvalen is already running";
     std::fprintf(stderr, "%s\n", title);
@@ -49,7 +49,7 @@ int refuseToStart() {
     return EXIT_FAILURE;
 }
 
-/// Passes the requests of other programs on, once the library is restored.
+/// Passes requests of other programs on, after the library is restored.
 void serveOnceShown(ApplicationBus& bus, Program& program) {
     QQuickWindow* window = program.window.window();
     const auto raise = [window] { bringToFront(*window); };
@@ -72,9 +72,9 @@ int main(int argc, char** argv) {
 
     fillStandardStreams();
     raiseDescriptorLimit();
-    // A reader of our output that goes away must not take the program with it.
+    // Writing to a closed pipe must return an error instead of ending the program.
     std::signal(SIGPIPE, SIG_IGN);
-    // Nor must a file that may not grow any further: the write says so.
+    // Writing to a file that must not grow must also return an error.
     std::signal(SIGXFSZ, SIG_IGN);
 
     ApplicationBus bus;
@@ -94,7 +94,7 @@ int main(int argc, char** argv) {
     program.window.show();
     serveOnceShown(bus, program);
 
-    // Quitting waits for no worker: a scan of a slow drive may be in the middle of a file.
+    // Skips the destructors: they would wait for workers, and a scan may be blocked by a slow drive.
     const int result = QApplication::exec();
     program.standardOutput.flush();
     std::_Exit(result);

@@ -6,9 +6,9 @@ namespace orvalen {
 
 struct ContentView;
 
-/// Opens a file that the desktop passes to the program. A session is loaded, a library file after a question
-/// because it replaces the index; what shows is not replaced without a question either. Any other file, and
-/// any file while a scan runs, is refused with a message. Main thread.
+/// Opens a file that the desktop passes to the program. Asks before a library file replaces the library, and
+/// before a session file replaces rows that are shown. Refuses other files, and all files during a scan, with
+/// a message. Main thread.
 void openFile(ContentView& view, const Location& file);
 
 } // namespace orvalen

@@ -10,15 +10,15 @@ namespace orvalen {
 class Bundle;
 struct ContentView;
 
-/// A text of the program's own description, "?" when there is none.
+/// Returns the value of the key in the program's own description, or "?".
 std::string infoString(const Bundle& bundle, std::string_view key);
 
-/// Starts the auto-save tick; it ends with the handle. Main thread.
+/// Starts auto-save every 30 seconds, until the handle is destroyed. Main thread.
 TimerHandle installAutoSave(ContentView& view);
 
-/// Called once, when the window's content appears. Has every library prepared for matching from now on,
-/// restores the library, then looks for a newer version. Main thread; the library is restored when it
-/// returns.
+/// Call once, when the first frame of the window was shown. Builds the catalog of every library from now on,
+/// restores the library, and starts the update check. The library is restored when the call returns. Main
+/// thread.
 void contentAppeared(ContentView& view);
 
 } // namespace orvalen

@@ -17,7 +17,7 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-/// Cuts the run of digits off the text's start and gives it without its leading zeros.
+/// Removes the digits at the start of the text. Returns them without leading zeros.
 std::string_view cutOffNumber(std::string_view& text) {
     const std::size_t end = std::min(text.find_first_not_of("0123456789"), text.size());
     std::string_view number = text.substr(0, end);
@@ -26,7 +26,7 @@ std::string_view cutOffNumber(std::string_view& text) {
     return number;
 }
 
-/// By value, however long: without leading zeros the longer number is the greater one.
+/// Compares numbers of any length: without leading zeros, the longer one is greater.
 int compareNumbers(std::string_view left, std::string_view right) {
     if (left.size() != right.size())
         return left.size() < right.size() ? -1 : 1;
@@ -86,7 +86,7 @@ int compareNumerically(std::string_view left, std::string_view right) {
                 return order;
             continue;
         }
-        // The order of UTF-8 bytes is the order of the characters.
+        // The order of UTF-8 bytes is the order of code points.
         const auto leftByte = static_cast<unsigned char>(left.front());
         const auto rightByte = static_cast<unsigned char>(right.front());
         if (leftByte != rightByte)

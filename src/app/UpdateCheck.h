@@ -12,18 +12,20 @@ namespace orvalen {
 
 struct Platform;
 
-/// Fetches the manifest and calls back, once and on the main thread, when its version is newer. Console lines
-/// tell the rest. Main thread; returns at once.
+/// Fetches the manifest. If its version is newer than `currentVersion`, calls `newerVersionFound` once,
+/// later, on the main thread. Writes console lines in all cases. Main thread; returns at once.
 void checkForUpdates(Platform& platform, const std::string& currentVersion,
                      std::function<void(LatestInfo)> newerVersionFound,
                      std::string_view manifestAddress = configuration::updateAddress);
 
+/// Decodes the manifest: a JSON object with "version" and optionally "url" and "notes".
 Expected<LatestInfo> decodeLatestInfo(std::string_view bytes);
 
-/// Below, equal to or above 0 as left is smaller, equal or greater; runs of digits compare by their value.
+/// Returns a value less than, equal to or greater than 0. Runs of digits are compared as numbers, other text
+/// by code points.
 int compareNumerically(std::string_view left, std::string_view right);
 
-/// The alert's "Download": opens the manifest's address when it is a web address.
+/// Opens the manifest's `url` in the browser if it is a web address.
 void openDownloadPage(Platform& platform, const LatestInfo& info);
 
 } // namespace orvalen

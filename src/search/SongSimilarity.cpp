@@ -9,15 +9,16 @@ constexpr float asideWeight = 0.35F;
 constexpr float guestWeight = 0.25F;
 constexpr float articleWeight = 0.1F;
 
-/// A file with less in common with the wanted title or artist than this is another song.
+/// The least similarity of title and artist for a track to be proposed.
 constexpr float leastTitle = 0.6F;
 constexpr float leastArtist = 0.5F;
-/// With an artist this clear, the wanted title may leave out more of the file's title.
+/// If the artist is at least this similar, the wanted title may omit more of the track's title.
 constexpr float clearArtist = 0.8F;
-/// Where artist and title have changed places, both must be clearer.
+/// The least similarity of both if artist and title are exchanged.
 constexpr float leastExchanged = 0.75F;
 constexpr float titleShare = 0.6F;
-/// Another artist's version of a title in so many words may be meant: the list can name the wrong artist.
+/// A title of several words that is this similar is proposed even if the artist differs: lists can name the
+/// wrong artist.
 constexpr float sameTitle = 0.95F;
 constexpr std::size_t wordsOfTellingTitle = 3;
 
@@ -42,7 +43,7 @@ float sumOfWeights(const WeighedWords& words) {
     return sum;
 }
 
-/// Finds for each wanted word its counterpart among the other text's words; each word is taken once.
+/// Pairs each wanted word with a word of the other text. Each word is used once.
 class Matcher {
 public:
     Matcher(const WeighedWords& wanted, const WeighedWords& other, bool withBeginnings)
@@ -69,7 +70,7 @@ private:
         return sum;
     }
 
-    /// Two neighbours that are one word in the other text, in either direction.
+    /// Pairs two neighbouring words with one word that joins them, in both directions.
     float pairs() {
         float sum = 0;
         for (std::size_t i = 0; i + 1 < wanted_.size(); ++i)
@@ -133,7 +134,7 @@ private:
         return similarity;
     }
 
-    /// Marks both as used and returns what the wanted word counts.
+    /// Marks both words as used. Returns the weight of the wanted word.
     float take(std::size_t wanted, std::size_t other) {
         isMatched_[wanted] = true;
         isTaken_[other] = true;
@@ -147,7 +148,8 @@ private:
     std::vector<bool> isTaken_;
 };
 
-/// An artist is the same when either text holds the other: ‘Queen’ and ‘Queen & David Bowie’.
+/// Takes the better direction, because either artist may contain the other: ‘Queen’ and ‘Queen & David
+/// Bowie’.
 float artistLikelihood(const WeighedWords& wanted, const WeighedWords& file) {
     const Overlap there = overlapOf(wanted, file, false);
     const Overlap back = overlapOf(file, wanted, false);

@@ -10,7 +10,7 @@
 
 namespace orvalen {
 
-/// A word with its letters, and how much it counts in a comparison.
+/// A word with its letters and its weight in a comparison.
 struct WeighedWord {
     std::string text;
     Letters letters;
@@ -19,23 +19,25 @@ struct WeighedWord {
 
 using WeighedWords = std::vector<WeighedWord>;
 
-/// An artist or a title as its words count: guests and asides count less than plain words, articles least.
+/// Returns the words with their weights: less for guests and asides than for plain words, least for articles,
+/// and more for rare words.
 WeighedWords weigh(const std::vector<SongWord>& words, const WordTable& table);
 
-/// What two texts have in common, as sums of their words' weights. Words may stand in any order.
+/// What two texts have in common, as sums of weights. The order of words does not matter.
 struct Overlap {
-    float matched = 0; ///< of the wanted words, each times its resemblance
+    float matched = 0; ///< of the wanted words with a counterpart, each times its similarity
     float wanted = 0;  ///< of all wanted words
-    float left = 0;    ///< of the other text's words that no wanted word resembles
+    float left = 0;    ///< of the other text's words without a counterpart
 
-    /// The matched share of the wanted words, less for words that only the other text has; 0 to 1.
+    /// Returns the matched share of the wanted words, 0 to 1. `costOfLeftWords` (0 to 1) reduces it for words
+    /// that only the other text has.
     float share(float costOfLeftWords) const;
 };
 
-/// With `withBeginnings` a wanted word also matches a word that it begins.
+/// Compares two texts. With `withBeginnings`, a wanted word also matches a longer word that starts with it.
 Overlap overlapOf(const WeighedWords& wanted, const WeighedWords& other, bool withBeginnings);
 
-/// A song's words by part. Guests count as artists wherever they are named.
+/// The words of a song. Guests count as artists, even if the title names them.
 struct SongParts {
     WeighedWords artist;
     WeighedWords title;
@@ -43,7 +45,7 @@ struct SongParts {
 
 SongParts partsOf(std::string_view artist, std::string_view title, const WordTable& table);
 
-/// How likely the file is the wanted song, from 0 to 1, or 0 where the two differ too much to be proposed.
+/// Returns how likely the file is the wanted song, 0 to 1; 0 if they differ too much to be proposed.
 float likelihood(const SongParts& wanted, const SongParts& file);
 
 } // namespace orvalen

@@ -37,7 +37,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 18> commonFo
 }};
 
 bool isLetter(char c) {
-    // The bytes of other scripts and of accented letters count as letters.
+    // Bytes of other scripts and of accented letters count as letters.
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
 }
 
@@ -45,7 +45,7 @@ bool isGuestSign(std::string_view word) {
     return word == "feat" || word == "ft" || word == "featuring";
 }
 
-/// The text without apostrophes inside words, and with the letters that ‘$’ and ‘!’ stand for.
+/// Removes apostrophes inside words and replaces ‘$’ and ‘!’ inside words by the letters that they stand for.
 std::string spelledOut(std::string_view text) {
     std::string result;
     result.reserve(text.size());
@@ -67,10 +67,10 @@ std::string spelledOut(std::string_view text) {
     return result;
 }
 
-/// Collects the words of the pieces of one text.
+/// Collects the words of one text, piece by piece.
 class WordCollector {
 public:
-    /// The text up to a bracket or a spaced dash.
+    /// Adds the words of a piece: the text up to a bracket or a spaced dash.
     void addPiece(std::string_view piece, bool isAside) {
         normalizeInto(normalized_, piece);
         bool afterGuestSign = false;

@@ -6,12 +6,12 @@
 
 namespace orvalen {
 
-/// What a word does in an artist or a title.
+/// The role of a word in an artist or title.
 enum class WordRole {
     plain,
-    aside,   ///< in brackets, or after a spaced dash: mostly names a version
+    aside,   ///< in brackets or after a spaced dash; mostly the name of a version
     guest,   ///< after ‘feat.’
-    article, ///< ‘the’, ‘and’ and their kind
+    article, ///< ‘the’, ‘and’ and similar words
 };
 
 struct SongWord {
@@ -19,10 +19,9 @@ struct SongWord {
     WordRole role = WordRole::plain;
 };
 
-/// The words of an artist, a title or both in text order, in the form in which a search compares them:
-/// normalised, with contractions (‘don't’), letters in dots (‘Y.M.C.A.’) and signs for letters (‘Ke$ha’)
-/// made one word each, and some short spellings (‘u’, ‘mister’, ‘five’) made one with their common forms.
-/// Pure; any thread.
+/// Returns the words of an artist, a title or both, in order, normalised for comparison. Contractions
+/// (‘don't’), letters with dots (‘Y.M.C.A.’) and signs for letters (‘Ke$ha’) become one word each. Some short
+/// spellings (‘u’, ‘mister’, ‘five’) become their common form. Thread-safe.
 std::vector<SongWord> songWords(std::string_view text);
 
 } // namespace orvalen

@@ -46,7 +46,7 @@ std::size_t editDistance(std::u32string_view left, std::u32string_view right, st
         std::swap(left, right);
     if (right.size() - left.size() > limit)
         return limit + 1;
-    // Three rows of the table: an exchange looks two rows back.
+    // Three rows of the table, because an exchange of neighbours needs the row before the previous one.
     const std::size_t width = left.size() + 1;
     std::vector<std::size_t> cells(3 * width);
     std::size_t* before = cells.data();
@@ -82,7 +82,7 @@ float resemblance(const Letters& left, const Letters& right) {
     const std::size_t longer = std::max(left.letters.size(), right.letters.size());
     const std::size_t shorter = std::min(left.letters.size(), right.letters.size());
     const std::size_t limit = toleratedEdits(shorter);
-    // Each edit changes at most two letters of the set.
+    // Each edit changes at most two bits of the set, so this rejects most words quickly.
     if (longer - shorter > limit || static_cast<std::size_t>(std::popcount(left.set ^ right.set)) > 2 * limit)
         return 0;
     if (hasDigit(left) || hasDigit(right))

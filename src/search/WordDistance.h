@@ -7,9 +7,9 @@
 
 namespace orvalen {
 
-// How much two normalised words resemble each other. Pure; any thread.
+// The similarity of two normalised words. Thread-safe.
 
-/// A word as code points, with one bit for each code point modulo 64.
+/// A word as code points, with a set of one bit per code point modulo 64.
 struct Letters {
     std::u32string letters;
     std::uint64_t set = 0;
@@ -17,18 +17,18 @@ struct Letters {
 
 Letters lettersOf(std::string_view word);
 
-/// One bit for each letter of the word, modulo 64.
+/// Returns the set of the word's code points modulo 64, one bit each.
 std::uint64_t letterSet(std::string_view word);
 
-/// The least number of inserted, deleted, replaced or exchanged neighbouring letters that turns one word into
-/// the other; limit + 1 when it is above the limit.
+/// Returns the smallest number of letters to insert, delete, replace or exchange with a neighbour to turn one
+/// word into the other. Returns limit + 1 if the number is larger than `limit`.
 std::size_t editDistance(std::u32string_view left, std::u32string_view right, std::size_t limit);
 
-/// How many edits a word of so many letters may differ by and still be taken for a misspelling.
+/// Returns the number of edits up to which a word of this length counts as misspelt.
 std::size_t toleratedEdits(std::size_t letterCount);
 
-/// 1 for equal words, 0 for words that are no misspelling of each other, or a value between. Words with a
-/// digit resemble only themselves.
+/// Returns 1 for equal words, 0 for words that are not a misspelling of each other, or a value in between.
+/// Words with a digit resemble only themselves.
 float resemblance(const Letters& left, const Letters& right);
 
 } // namespace orvalen

@@ -8,7 +8,7 @@
 namespace orvalen {
 namespace {
 
-/// A word that a word of the library merely begins with resembles it by this much, and more the longer it is.
+/// The similarity of a word to a longer word that starts with it: this value for a very short word, up to 1.
 constexpr float leastOfBeginning = 0.6F;
 constexpr float leastRarity = 0.15F;
 

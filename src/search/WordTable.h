@@ -13,30 +13,30 @@
 
 namespace orvalen {
 
-/// A word of the table and how much it resembles the one that was looked for.
+/// A word of the table and its similarity to the wanted word.
 struct SimilarWord {
     std::uint32_t word = 0;
     float resemblance = 0;
 };
 
-/// The words of a library's artists and titles, and for each word the tracks that hold it. Where one of two
-/// neighbours has at most two letters, both together count as a word too, so that ‘acdc’ finds ‘AC/DC’. Takes
-/// about two microseconds a track to make, and about forty bytes a track. Immutable; any thread.
+/// The words of a library's artists and titles, and the tracks that contain each word. Two neighbouring words
+/// also count as one word if one of them has at most two letters, so that ‘acdc’ finds ‘AC/DC’. Takes about
+/// two microseconds and forty bytes per track. Immutable, thread-safe.
 class WordTable {
 public:
     explicit WordTable(const LibraryIndex& index);
 
-    /// The words that the normalised word may have been meant for, the most similar first; with
-    /// `withBeginnings` also those that begin with it.
+    /// Returns the words that `word` may mean, the most similar first. `word` must be normalised. With
+    /// `withBeginnings`, includes longer words that start with it.
     std::vector<SimilarWord> similarWords(std::string_view word, bool withBeginnings) const;
-    /// The tracks that hold the word, in library order.
+    /// Returns the positions of the tracks with the word, in library order.
     std::span<const std::uint32_t> positionsOf(std::uint32_t word) const;
-    /// How much a word tells about a track: 1 for a word of one track or of none, near 0 for a word of all.
+    /// Returns how much the word says about a track: 1 if at most one track has it, near 0 if all have it.
     float rarity(std::string_view word) const { return knownRarity(word).value_or(1); }
-    /// Nothing for a word of no track.
+    /// Returns rarity(word), or nullopt if no track has the word.
     std::optional<float> knownRarity(std::string_view word) const;
     float rarity(std::uint32_t word) const { return rarities_[word]; }
-    /// How many words the track at the position has, at most 255.
+    /// Returns the number of words of the track at the position, at most 255.
     std::size_t wordCount(std::size_t position) const { return wordCounts_[position]; }
     std::size_t trackCount() const { return wordCounts_.size(); }
 
@@ -54,12 +54,13 @@ private:
     std::vector<std::uint8_t> letterCounts_;
     std::vector<float> rarities_;
     HashedNumbers numbers_;
-    std::vector<std::uint32_t> starts_; ///< of each word's run in positions_, and the end of the last
+    std::vector<std::uint32_t>
+        starts_; ///< start of each word's range in positions_, and the end of the last range
     std::vector<std::uint32_t> positions_;
     std::vector<std::uint8_t> wordCounts_;
 };
 
-/// Calls the visitor with each pair of neighbours that count as one word too.
+/// Calls the visitor with each joined pair of neighbours that also counts as one word.
 template <typename Visitor>
 void forEachShortPair(std::span<const SongWord> words, Visitor visit) {
     for (std::size_t i = 0; i + 1 < words.size(); ++i)

@@ -11,7 +11,7 @@
 namespace orvalen {
 namespace {
 
-/// The other format must find at least so many more lines, and half as many again, to be worth a hint.
+/// The hint appears if the other format finds at least this many more lines, and 1.5 times as many.
 constexpr std::size_t clearlyMore = 3;
 
 LeftOutReason reasonOf(std::string_view line) {

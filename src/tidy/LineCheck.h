@@ -11,7 +11,7 @@
 
 namespace orvalen {
 
-// Which wanted lines a match run would read, and why it would leave the others out. Pure; any thread.
+// Which wanted lines a match run reads, and why it leaves out the others. Thread-safe.
 
 enum class LeftOutReason { noDash, severalDashes, unusualBlank };
 
@@ -22,31 +22,33 @@ struct LeftOutLine {
 };
 
 struct LineCheck {
-    std::size_t lineCount = 0; ///< wanted lines, so without empty ones
+    std::size_t lineCount = 0; ///< non-empty lines
     std::vector<LeftOutLine> leftOut;
 
     std::size_t readCount() const { return lineCount - leftOut.size(); }
 };
 
+/// Checks every wanted line of the text.
 LineCheck checkLines(std::string_view text);
 
-/// A sentence without its full stop: "no dash with blanks".
+/// Returns a phrase without a full stop: "no dash with spaces".
 std::string_view reasonText(LeftOutReason reason);
-/// ‘202 lines: 156 are read, 46 are left out’; empty when there are no lines.
+/// Returns ‘202 lines: 156 are read, 46 are left out’; empty if there are no lines.
 std::string checkCaption(const LineCheck& check);
 
-/// How many of the lines find a track in either format.
+/// The number of lines that find a track in each format.
 struct FormatCounts {
     std::size_t artistFirst = 0;
     std::size_t titleFirst = 0;
 };
 
-/// Counts lines as a match run would find them. Nothing when `stop` became true before the end.
+/// Counts the lines that a match run would find. Returns nullopt if `stop` becomes true before the end. Takes
+/// as long as a match run: do not call it on the main thread.
 std::optional<FormatCounts> countFormats(const LibraryCatalog& catalog, const std::vector<std::string>& lines,
                                          const std::atomic<bool>& stop);
 
-/// ‘as Title – Artist, 140 lines would be found; as Artist – Title, 12’ when the format that is not chosen
-/// finds clearly more; otherwise empty.
+/// Returns ‘as Title – Artist, 140 lines would be found; as Artist – Title, 12’ if the other format finds
+/// clearly more lines, else an empty text.
 std::string formatHint(const FormatCounts& counts, std::string_view chosenFormat);
 
 } // namespace orvalen

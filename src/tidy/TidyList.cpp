@@ -15,10 +15,10 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr std::array spacedDashes = {" - "sv, " \u2013 "sv, " \u2014 "sv};
-/// What follows ‘by’ in titles.
+/// What can follow ‘by’ in a title.
 constexpr std::array titleEnds = {"me"sv,    "you"sv, "my side"sv,  "your side"sv,
                                   "night"sv, "day"sv, "the river"sv};
-/// A second dash before one of these words names a version that few files are tagged with.
+/// Words for versions that few files are tagged with.
 constexpr std::array droppedVersions = {"remaster"sv, "remastered"sv, "mono"sv,     "stereo"sv, "single"sv,
                                         "radio"sv,    "album"sv,      "original"sv, "version"sv};
 
@@ -28,7 +28,7 @@ std::string lineOf(const Request& request, std::string_view format) {
            (artistFirst ? request.title : request.artist);
 }
 
-/// The pieces between spaced dashes, trimmed.
+/// Returns the pieces between spaced dashes, trimmed.
 std::vector<std::string> piecesOf(std::string_view line) {
     std::vector<std::string> pieces;
     std::size_t start = 0;
@@ -42,7 +42,7 @@ std::vector<std::string> piecesOf(std::string_view line) {
     return pieces;
 }
 
-/// ‘Title by Artist’.
+/// Reads ‘Title by Artist’.
 std::vector<std::string> readingOfBy(std::string_view line, std::string_view format) {
     constexpr std::string_view by = " by ";
     const std::size_t place = toAsciiLower(line).rfind(by);
@@ -56,7 +56,7 @@ std::vector<std::string> readingOfBy(std::string_view line, std::string_view for
     return {lineOf({artist, title}, format)};
 }
 
-/// ‘Artist – Title – Version’: the version in brackets or left out.
+/// Reads ‘Artist – Title – Version’: the version in brackets, or omitted.
 std::vector<std::string> readingsOfSecondDash(const std::vector<std::string>& pieces) {
     if (pieces.size() != 3 || std::ranges::any_of(pieces, &std::string::empty))
         return {};
@@ -68,7 +68,7 @@ std::vector<std::string> readingsOfSecondDash(const std::vector<std::string>& pi
     return isDropped ? std::vector{shorter, bracketed} : std::vector{bracketed, shorter};
 }
 
-/// ‘Artist-Title’: the line's only hyphen.
+/// Reads ‘Artist-Title’ if the line has only one hyphen.
 std::vector<std::string> readingOfHyphen(std::string_view line) {
     const std::size_t place = line.find('-');
     if (place == std::string_view::npos || place == 0 || place + 1 == line.size() ||
@@ -78,7 +78,7 @@ std::vector<std::string> readingOfHyphen(std::string_view line) {
             std::string(trimmed(line.substr(place + 1)))};
 }
 
-/// The text up to ‘feat.’ and its kind; the whole text when there is none.
+/// Returns the text before ‘feat.’ or a similar word.
 std::string withoutGuests(const std::string& text) {
     const std::string low = toAsciiLower(text);
     std::size_t end = text.size();
@@ -99,7 +99,7 @@ bool isFound(const LibraryCatalog& catalog, const Request& request) {
     return !findOptions(catalog, request).empty();
 }
 
-/// Whether numbers at the start of lines are the numbers of a list.
+/// Returns whether numbers at the start of lines are those of a numbered list.
 bool isNumbered(const std::vector<std::string_view>& lines) {
     std::size_t numbered = 0;
     std::size_t upwards = 0;

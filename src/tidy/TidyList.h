@@ -11,29 +11,30 @@
 
 namespace orvalen {
 
-// Tidies a whole wanted list. Pure; any thread.
+// Tidies a wanted text. Thread-safe.
 
-/// The text with every line tidied by the rules; line breaks and empty lines stay. Numbers at the start of
-/// lines go only when at least two lines have one and most of them count upwards.
+/// Returns the text with all rules applied to every line. Line breaks and empty lines stay. Numbers at the
+/// start of lines are removed only if at least two lines have one and most of them count upwards.
 std::string tidyText(std::string_view text);
 
-/// A line that can be read in another way, which only the user can decide.
+/// A line that can be read in another way. The user decides.
 struct TidyDecision {
     std::size_t offset = 0; ///< of the line's first byte in the text
     std::string line;
-    std::vector<std::string> readings; ///< proposed lines, the more likely first; at least one
+    std::vector<std::string> readings; ///< proposed lines, the most likely first; at least one
 };
 
-/// What one line may mean: ‘Title by Artist’, a second dash, or a hyphen between two names. Empty for a line
-/// that is read as it is. The readings are written in the format.
+/// Returns the possible meanings of a line that is not read as it is: ‘Title by Artist’, a second dash, or a
+/// hyphen between two names. The results are lines in the format. Empty if the line is read.
 std::vector<std::string> proposedReadings(std::string_view line, std::string_view format);
 
-/// The line with other words for ‘feat.’ and ‘&’ that finds tracks where the line itself finds none.
+/// Returns the line without guests (‘feat.’), or with ‘&’ and ‘and’ exchanged, if this finds tracks and the
+/// line itself does not. Else returns nullopt.
 std::optional<std::string> foundReading(const LibraryCatalog& catalog, std::string_view line,
                                         std::string_view format);
 
-/// The lines of a text that need a decision, in text order. Searches the library for each line that finds
-/// nothing, so never on the main thread.
+/// Returns the lines of a text that need a decision, in order. Searches the library for each line: do not
+/// call it on the main thread.
 std::vector<TidyDecision> tidyDecisions(const LibraryCatalog& catalog, std::string_view text,
                                         std::string_view format);
 

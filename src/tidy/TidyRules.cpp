@@ -57,12 +57,12 @@ bool isEmoji(UChar32 c) {
            (c >= 0x1F1E6 && c <= 0x1F1FF) || (c >= 0x1F3FB && c <= 0x1F3FF) || (c >= 0x2669 && c <= 0x266C);
 }
 
-/// Joins and colours emoji; between letters of other scripts it means something else.
+/// These characters join or colour emoji. Between letters of other scripts they have other meanings.
 bool belongsToEmoji(UChar32 c) {
     return c == 0x200D || c == 0xFE0F || c == 0x20E3;
 }
 
-/// The text without the marks around it, or nothing when it has none or others inside.
+/// Returns the text without the quotation marks around it, or nullopt if it has none, or others inside.
 std::optional<std::string_view> unquoted(std::string_view text) {
     for (const auto& [open, close] : quotationMarks) {
         if (text.size() <= open.size() + close.size() || !text.starts_with(open) || !text.ends_with(close))
@@ -145,7 +145,7 @@ std::string withoutEmoji(std::string_view line) {
         if (!afterEmoji && !(c == ' ' && removed && (result.empty() || result.back() == ' ')))
             result.append(line.substr(start, i - start));
     }
-    // What was nothing but pictures may be a name.
+    // A line that consists of pictures only may be a name.
     const std::string_view left = removed ? trimmed(result) : line;
     return left.empty() || (isRead(line) && !isRead(left)) ? std::string(line) : std::string(left);
 }
@@ -200,7 +200,7 @@ std::string withDashForTab(std::string_view line) {
     const std::size_t last = line.find_last_of('\t');
     const std::string_view left = trimmed(line.substr(0, first));
     const std::string_view right = trimmed(line.substr(last + 1));
-    // More columns may be numbers or lengths, and a tab beside a dash only stands for a blank.
+    // More columns may be numbers or lengths. A tab beside a dash only replaces a space.
     const bool isOneGap = isBlank(line.substr(first, last - first + 1));
     const auto besideDash = [](std::string_view text) {
         const std::vector<Dash> dashes = dashesOf(text);
@@ -257,7 +257,7 @@ NumberedLine numberedLine(std::string_view line) {
         !sign.starts_with(" - "))
         return none;
     result.rest = trimmed(sign.substr(sign.starts_with(" - ") ? 3 : 1));
-    // ‘22 - Taylor Swift’ is a song of that name.
+    // ‘22 - Taylor Swift’ is a song with this title.
     if (result.rest.empty() || (sign.starts_with(" - ") && !isRead(result.rest)))
         return none;
     return result;

@@ -6,8 +6,8 @@
 
 namespace orvalen {
 
-// What the Tidy List button changes in one line. Each rule returns the line without one kind of flaw, or the
-// line as it was. A rule never touches a line that only looks as if it had the flaw. Pure; any thread.
+// The changes of "Tidy List" in one line. Each rule returns the line without one kind of flaw, or the
+// unchanged line. If a rule is not sure that there is a flaw, it changes nothing. Thread-safe.
 
 using TidyRule = std::string (*)(std::string_view line);
 
@@ -22,26 +22,26 @@ inline constexpr std::string_view tidyDash = " \u2013 ";
 /// Whether a match run reads the line, which does not depend on the format.
 bool isRead(std::string_view line);
 
-/// Tabs and unusual blanks become plain blanks, and characters of no width go.
+/// Replaces tabs and unusual spaces by plain spaces, and removes characters without width.
 std::string withPlainBlanks(std::string_view line);
 std::string withoutEmoji(std::string_view line);
-/// ‘• ’ and ‘- ’ at the start.
+/// Removes ‘• ’, ‘- ’ and similar marks at the start.
 std::string withoutBullet(std::string_view line);
-/// Marks around the whole line, or around one side of its dash.
+/// Removes quotation marks around the whole line, or around one side of its dash.
 std::string withoutQuotationMarks(std::string_view line);
-/// A note to the DJ in brackets at the end, such as ‘(first dance)’; versions such as ‘(Live)’ stay.
+/// Removes a note to the DJ in brackets at the end, such as ‘(first dance)’. Versions such as ‘(Live)’ stay.
 std::string withoutNote(std::string_view line);
-/// One tab between two texts becomes a dash with blanks.
+/// Replaces one tab between two texts by a dash with spaces.
 std::string withDashForTab(std::string_view line);
-/// A single long dash, or a dash with a blank on one side, gets blanks on both.
+/// Puts a space on each side of a single long dash, or of a dash that has only one.
 std::string withSpacedDash(std::string_view line);
 
-/// All of these, in the order in which they are applied.
+/// Returns all rules in the order in which they are applied.
 std::span<const NamedTidyRule> tidyRules();
 
-/// The number at the start of a line such as ‘12. Artist – Title’ or ‘12) …’, and what stands after it.
+/// The number at the start of a line such as ‘12. Artist – Title’ or ‘12) …’, and the text after it.
 struct NumberedLine {
-    int number = 0; ///< -1 when the line has none
+    int number = 0; ///< -1 if there is none
     std::string_view rest;
 };
 NumberedLine numberedLine(std::string_view line);

@@ -23,32 +23,32 @@ namespace orvalen {
 
 class PlaylistDatabaseManager;
 
-/// What a scan could not read.
+/// The files and folders that a scan could not read.
 struct ScanOutcome {
     std::size_t unreadableFiles = 0;
     std::vector<std::string>
-        vanishedFolders; ///< music folders that existed when the scan began, not at its end
+        vanishedFolders; ///< music folders that existed when the scan began, but not at its end
 };
 
 enum class InputMode { textList, spotify, djep };
 
-/// The two orders of a pasted line; every other text is read as title first.
+/// The two line formats. Any other value of `matchInputFormat` means title first.
 inline constexpr const char* artistTitleFormat = "artist-title";
 inline constexpr const char* titleArtistFormat = "title-artist";
 
-/// The state of the program: its fields, and nothing else. Main thread only. Operations are free functions
-/// that take it by reference. Beside the fields they may use the platform and the database.
+/// The state of the program: fields only. Operations are free functions that take it by reference; they may
+/// also use the platform and the database. Main thread.
 struct ContentView {
     using Database = std::function<PlaylistDatabaseManager&()>;
 
-    /// database() returns the one database. It is called on first use, on any thread.
+    /// `database` returns the database of the process. It is first called when it is needed, on any thread.
     ContentView(Platform& platform_, Database database_)
         : platform(platform_), database(std::move(database_)) {}
 
     Platform& platform;
     const Database database;
 
-    Field<std::vector<Location>> musicFolderURLs; ///< file-system paths of the music folders, not URLs
+    Field<std::vector<Location>> musicFolderURLs; ///< file-system paths, not URLs
     Field<std::string> matchInputFormat{artistTitleFormat};
     Field<bool> showExportSuccessBanner{false};
     Field<std::string> selectedExportFormat{"m3u"};
@@ -62,7 +62,7 @@ struct ContentView {
     Field<bool> isPlaying{false};              ///< as the user last set it
     Field<double> playbackProgress{0};
     Field<TimerHandle> playbackTimer;
-    Field<double> scanProgress{0};       ///< above 0: a scan is running
+    Field<double> scanProgress{0};       ///< above 0 while a scan runs
     Field<std::string> scanningFileName; ///< the file being scanned, or the request being matched
     Field<bool> showResultsPage{false};
     Field<std::optional<LatestInfo>> remoteInfo;
@@ -82,9 +82,9 @@ struct ContentView {
     Field<double> vuLevelLeft{0};
     Field<double> vuLevelRight{0};
     Field<TextMap<std::string>> earlierChoices; ///< library key to path; see library/EarlierChoices.h
-    Field<std::string> matchedInput;            ///< the wanted text that `matchedTracks` came from
+    Field<std::string> matchedInput;            ///< the wanted text from which `matchedTracks` was made
     Field<bool> hasBrowsedFiles{false};         ///< the user browsed to files for `matchedTracks`
-    Field<bool> previousSessionIsKept{false};   ///< rows that were replaced can be loaded again
+    Field<bool> previousSessionIsKept{false};   ///< replaced rows can be loaded again
     Field<ScanOutcome> lastScan;
 };
 

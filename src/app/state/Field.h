@@ -8,8 +8,8 @@
 
 namespace orvalen {
 
-/// One observable cell of the state. Main thread only. Observers are called after every write, equal or not,
-/// and live as long as the field.
+/// An observable value of the state. Observers are called after every write, even if the value is equal, and
+/// live as long as the field. Main thread.
 template <typename T>
 class Field {
 public:

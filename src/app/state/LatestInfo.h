@@ -5,7 +5,7 @@
 
 namespace orvalen {
 
-/// The update manifest: the newest version, where to get it and what is new.
+/// The update manifest: the newest version, its download page and its release notes.
 struct LatestInfo {
     std::string version;
     std::optional<std::string> url;

@@ -2,10 +2,10 @@
 
 namespace orvalen {
 
-/// Makes the calling thread the one that owns the state.
+/// Makes the calling thread the main thread, which owns the state.
 void becomeMainThread();
 
-/// In debug builds, stops the program when another thread touches the state.
+/// Stops the program if the calling thread is not the main thread. Debug builds only.
 #ifdef NDEBUG
 inline void assertMainThread() {}
 #else
