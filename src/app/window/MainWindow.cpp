@@ -25,13 +25,13 @@
 #include <QSGRendererInterface>
 #include <utility>
 
-// Generated from the QML module; a static library is only registered when somebody asks for it.
+// Generated for the QML module. A static library is registered only by calling this.
 void qml_register_types_Orvalen();
 
 namespace orvalen {
 namespace {
 
-/// Inter where it is installed, and colour emoji for the few that our texts use.
+/// Inter if it is installed, with colour emoji as fallback.
 QFont applicationFont() {
     QStringList families = QGuiApplication::font().families();
     if (QFontDatabase::hasFamily("Inter"))
@@ -42,16 +42,16 @@ QFont applicationFont() {
     return font;
 }
 
-/// The scene graph keeps what once bound its shaders for use another time: a thousand of them, three
-/// kilobytes each, where some dozens are ever in use.
+/// Limits a pool of the scene graph: it keeps up to a thousand unused shader bindings of 3 kB each, and needs
+/// some dozens.
 void boundRendererPool() {
     constexpr const char* threshold = "QSG_RENDERER_SRB_POOL_THRESHOLD";
     if (!qEnvironmentVariableIsSet(threshold))
         qputenv(threshold, "64");
 }
 
-/// Without a graphics card the toolkit would draw each frame whole through an emulated one. Its own software
-/// renderer draws only what has changed.
+/// Without a graphics card, Qt would draw each whole frame with an emulated one. Its software renderer draws
+/// only what has changed.
 void chooseRenderer() {
     const bool chosenByUser =
         qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND");

@@ -9,9 +9,9 @@ namespace orvalen {
 class ConsoleLog;
 struct ContentView;
 
-/// The one window of the program over its state. It restores the library once its first frame is shown, and
-/// saves the session now and then as long as it lives. Main thread, with an application object; the state
-/// and the log outlive it.
+/// The program's window, which shows the state. Restores the library after the first frame was shown. Saves
+/// the session every 30 seconds while the object exists. Main thread, with an application object. `view` and
+/// `log` must outlive it.
 class MainWindow {
 public:
     MainWindow(ContentView& view, ConsoleLog& log);

@@ -8,7 +8,7 @@
 namespace orvalen {
 namespace {
 
-/// A control described by the `spoken…` properties of Pressable.
+/// The accessible interface of a Pressable, from its properties `spoken…`.
 class ControlAccessible : public ItemAccessible, public QAccessibleActionInterface {
 public:
     using ItemAccessible::ItemAccessible;

@@ -2,9 +2,9 @@
 
 namespace orvalen {
 
-/// Makes our pressable controls and our editor speak for themselves. The toolkit's own buttons call
-/// everything a push button and tell no screen reader that they are disabled. Call once, before the first
-/// control is made.
+/// Installs our own accessible interfaces for buttons, lists, progress bars and the editor. Qt's interfaces
+/// call every control a push button and do not report that a button is disabled. Call once, before the first
+/// control is created.
 void installControlAccessible();
 
 } // namespace orvalen

@@ -6,8 +6,8 @@
 
 namespace orvalen {
 
-/// A text area in something that scrolls, named by its property `spokenEditorName`. The toolkit's own would
-/// give as its place the whole text's, most of which lies behind other controls.
+/// A text area inside a scrolling view. Its name is the property `spokenEditorName`. Qt's own interface
+/// reports the area of the whole text, most of which is scrolled out of sight.
 class EditorAccessible : public ItemAccessible,
                          public QAccessibleTextInterface,
                          public QAccessibleEditableTextInterface {
@@ -63,7 +63,7 @@ public:
                                   Q_ARG(qreal, inside.y()));
         return offset;
     }
-    /// Plain text: all of it alike.
+    /// The text has no formatting, so one range covers all of it.
     QString attributes(int, int* begin, int* end) const override {
         *begin = 0;
         *end = characterCount();

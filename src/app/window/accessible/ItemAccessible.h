@@ -6,8 +6,7 @@
 
 namespace orvalen {
 
-/// What any item of the window tells a screen reader: its place, what it stands in, and whether it can be
-/// seen. It has no children.
+/// The basic accessible interface of an item: its position, parent and visibility. It has no children.
 class ItemAccessible : public QAccessibleObject {
 public:
     explicit ItemAccessible(QQuickItem* item);
@@ -23,9 +22,9 @@ public:
 
 protected:
     QQuickItem& item() const { return *static_cast<QQuickItem*>(object()); }
-    /// In the window's coordinates.
+    /// Returns the item's area in the window's coordinates.
     QRectF wholeInWindow() const;
-    /// What shows of it through every clip above it; empty when it is scrolled away.
+    /// Returns the part of that area that no ancestor clips; empty if it is scrolled out of sight.
     QRectF seenInWindow() const;
     QRect onScreen(const QRectF& inWindow) const;
 };

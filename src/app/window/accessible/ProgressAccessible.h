@@ -4,7 +4,7 @@
 
 namespace orvalen {
 
-/// A progress bar. Its name is the property `label`; `value` (0 to 1) is reported in percent.
+/// A progress bar. Its name is the property `label`. Its property `value` (0 to 1) is reported in percent.
 class ProgressAccessible : public ItemAccessible, public QAccessibleValueInterface {
 public:
     using ItemAccessible::ItemAccessible;

@@ -6,9 +6,9 @@
 
 namespace orvalen {
 
-/// A list view named by its property `spokenListName`. Its children are the rows that show an entry of the
-/// model, in the model's order; the toolkit's own would give them in the order of creation, with those that
-/// wait for reuse among them. A row's property `index` is its place in the model.
+/// A list view. Its name is the property `spokenListName`. Its children are the visible rows in the model's
+/// order; a row's property `index` is its position. Qt's own interface returns rows in the order of creation,
+/// including rows that wait for reuse.
 class RowsAccessible : public ItemAccessible {
 public:
     using ItemAccessible::ItemAccessible;
@@ -44,7 +44,7 @@ private:
         for (QQuickItem* candidate : content->childItems()) {
             if (!candidate->property("index").isValid())
                 continue;
-            QQuickItem* shown = nullptr; // a row that waits for reuse is not the one at its index
+            QQuickItem* shown = nullptr; // skips rows that wait for reuse
             QMetaObject::invokeMethod(object(), "itemAtIndex", Q_RETURN_ARG(QQuickItem*, shown),
                                       Q_ARG(int, placeOf(candidate)));
             if (shown == candidate)

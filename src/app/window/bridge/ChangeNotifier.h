@@ -6,14 +6,13 @@
 
 namespace orvalen {
 
-/// Collects field changes and notifies the views of them together, at most sixty times a
-/// second. Main thread.
+/// Collects field changes and emits one signal for them, at most sixty times a second. Main thread.
 class ChangeNotifier : public QObject {
     Q_OBJECT
 
 public:
     ChangeNotifier();
-    /// Emits `notified` soon; further calls before that change nothing.
+    /// Emits `notified` soon. Calls before that have no further effect.
     void schedule();
 
 signals:

@@ -11,19 +11,19 @@
 
 namespace orvalen {
 
-/// What of the things held over the window can be taken.
+/// The dragged files that the window accepts.
 struct Drop {
-    std::vector<Location> music;       ///< folders and audio files, as the add dialog takes them
-    std::optional<Location> eventList; ///< a DJEP export, while that input is open
+    std::vector<Location> music;       ///< folders and audio files, as in the dialog for music folders
+    std::optional<Location> eventList; ///< a DJEP file, if its input mode is selected
 };
 
 Drop sortDrop(const QList<QUrl>& urls, InputMode mode);
-/// The one audio file that is held over a row; nothing for anything else.
+/// Returns the dragged audio file, or nullopt unless exactly one is dragged.
 std::optional<Location> audioFile(const QList<QUrl>& urls);
-/// Whether an alert waits for an answer.
+/// Returns whether an alert waits for an answer.
 bool showsAlert(const ContentView& view);
 
-/// Takes folders, audio files and event lists that are dropped on the window.
+/// Accepts folders, audio files and DJEP files that are dropped on the window.
 class Drops : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
@@ -31,14 +31,15 @@ class Drops : public orvalen::StateProperties {
 public:
     using StateProperties::StateProperties;
 
-    /// What letting go would do, or why it would do nothing, in words; empty for what is never taken.
+    /// Returns a text that says what a drop would do, or why it would do nothing. Empty for files that are
+    /// never accepted.
     Q_INVOKABLE QString promise(const QList<QUrl>& urls) const;
     Q_INVOKABLE bool canTake(const QList<QUrl>& urls) const;
     Q_INVOKABLE void take(const QList<QUrl>& urls);
 
 private:
     bool scanning() const { return view().scanProgress.get() > 0; }
-    /// Whether another page or an alert lies over the main page.
+    /// Returns whether the results page or an alert covers the main page.
     bool isCovered() const { return view().showResultsPage.get() || showsAlert(view()); }
 };
 

@@ -28,20 +28,20 @@ public:
 
     QList<QString> formats() const;
     QList<QString> howTos() const;
-    /// -1 when the state holds a value that is none of the choices.
+    /// Returns -1 if the state has an unknown value.
     int formatIndex() const;
     void setFormatIndex(int index);
     QString tip() const;
     QString longestTip() const;
-    /// What the playlist will lack or repeat; empty when it is neither.
+    /// Returns what the playlist will lack or repeat; empty if nothing.
     QString caption() const;
-    /// Whether a row has no file.
+    /// Returns whether a row has no selected track.
     bool lacksFiles() const;
     bool canExport() const;
     bool bannerShown() const { return view().showExportSuccessBanner.get(); }
 
     Q_INVOKABLE void showHowTo(int index);
-    /// Puts the rows without a file on the clipboard, one "Artist – Title" a line.
+    /// Copies the rows without a selected track to the clipboard, one line "Artist – Title" per row.
     Q_INVOKABLE void copyMissing();
     Q_INVOKABLE void exportPlaylist();
     Q_INVOKABLE void saveSession();

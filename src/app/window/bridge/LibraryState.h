@@ -39,9 +39,9 @@ public:
     QString scanButtonText() const;
     bool canScan() const { return hasFolders() && !scanning(); }
     QString indexedText() const { return "Tracks Indexed: " + QString::number(view().trackCount.get()); }
-    /// What the last scan could not read; empty when it read everything.
+    /// Returns what the last scan could not read; empty if it read everything.
     QString unreadableText() const;
-    /// Whether a music folder vanished during the last scan.
+    /// Returns whether a music folder disappeared during the last scan.
     bool folderVanished() const { return !view().lastScan.get().vanishedFolders.empty(); }
     bool asksToDelete() const { return view().showDeleteLibraryConfirmation.get(); }
 

@@ -17,10 +17,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The check waits until nobody has typed for so long.
+/// The check runs when nobody has typed for this time.
 constexpr auto pause = 300ms;
 constexpr std::size_t mostShownLines = 500;
-/// Both formats are tried for lists of up to so many lines.
+/// Longer lists are not tried in both formats.
 constexpr std::size_t mostCountedLines = 5'000;
 
 } // namespace
@@ -147,7 +147,7 @@ ListHelpState::Tidied ListHelpState::tidied(const LibraryIndex& index, const std
 }
 
 void ListHelpState::receive(Tidied tidied) {
-    // What was typed meanwhile wins.
+    // The user may have typed in the meantime.
     if (!document_ || rawText(*document_) != tidied.before)
         return;
     const QString& before = tidied.before;
@@ -188,7 +188,7 @@ std::optional<ListHelpState::Place> ListHelpState::placeOf(const Question& quest
     return Place(block.position() + static_cast<int>(place), static_cast<int>(question.text.size()));
 }
 
-/// Passes over lines that have been edited since.
+/// Skips lines that were edited since.
 void ListHelpState::nextQuestion() {
     while (question_ < questions_.size() && !placeOf(questions_[question_]))
         ++question_;
@@ -235,7 +235,7 @@ QStringList ListHelpState::readings() const {
 void ListHelpState::countLeftOutOfRun() {
     if (std::exchange(wasMatching_, view().isMatching.get()) || !wasMatching_)
         return;
-    stopCounting(); // the run need not wait for it
+    stopCounting(); // so that the match run need not wait for it
     onMatchQueue([text = view().matchInput.get()] { return checkLines(text).leftOut.size(); },
                  [this](std::size_t count) { leftOutNow_ = count; });
 }

@@ -18,8 +18,8 @@ namespace orvalen {
 
 class WantedState;
 
-/// What is said about the wanted list below its editor, and the Tidy List button. All work on the text runs
-/// on the match queue; the text changes only when the user asks.
+/// The texts below the wanted list, and Tidy List. All work on the text runs on the match queue. The text
+/// changes only if the user asks for it.
 class ListHelpState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
@@ -39,15 +39,15 @@ public:
 
     QString caption() const { return caption_; }
     QString hint() const { return hint_; }
-    /// The first lines that are left out, and why each is.
+    /// The first lines that are left out, and the reason of each.
     QStringList leftOut() const { return leftOut_; }
     QStringList reasons() const { return reasons_; }
     bool canTidy() const;
-    /// The line that needs a decision, and the readings proposed for it; empty when none does.
+    /// The line that needs a decision and its proposed readings; empty if there is none.
     QString question() const;
     QString questionCount() const;
     QStringList readings() const;
-    /// How many lines the run that made the rows left out, in words; empty for none.
+    /// Returns how many lines the run behind the current rows left out, as text; empty if none.
     QString leftOutOfRun() const;
 
     Q_INVOKABLE void edit(QQuickTextDocument* document);
@@ -58,7 +58,7 @@ public:
     Q_INVOKABLE void leaveAll();
 
 signals:
-    /// The editor is to select this part of its text.
+    /// Asks the editor to select a part of its text.
     void lineShown(int position, int length);
 
 private:
@@ -107,7 +107,7 @@ private:
     std::vector<Question> questions_;
     std::size_t question_ = 0;
     bool wasMatching_ = false;
-    std::size_t leftOutNow_ = 0;    ///< of the run that is going on
+    std::size_t leftOutNow_ = 0;    ///< of the current run
     std::size_t leftOutOfRows_ = 0; ///< of the run that made the rows
     std::optional<UUID> firstRow_;
 };

@@ -12,7 +12,7 @@
 namespace orvalen {
 namespace {
 
-/// How often new lines are shown: a match run writes thousands of them in a second.
+/// New lines are shown at this interval, because a match run writes thousands per second.
 constexpr int followInterval = 50; ///< milliseconds
 
 } // namespace

@@ -12,13 +12,13 @@ namespace orvalen {
 
 class ConsoleLog;
 
-/// The console lines of this run, the newest last. Main thread; the log may be written on any thread.
+/// The newest console lines of this run, the newest last. Main thread; other threads may write to the log.
 class LogModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
-    /// How many lines came since the log was last looked at.
+    /// The number of lines that were written since the log was last shown.
     Q_PROPERTY(int unseen READ unseen NOTIFY changed)
-    /// While true, the user sees the lines: none is unseen.
+    /// Set to true while the user sees the lines; `unseen` is then 0.
     Q_PROPERTY(bool shown READ shown WRITE setShown NOTIFY changed)
 
 public:
@@ -30,7 +30,7 @@ public:
     int unseen() const;
     bool shown() const { return shown_; }
     void setShown(bool shown);
-    /// Copies the rows from one to the other, in either order, to the clipboard.
+    /// Copies the rows between two positions, in any order, to the clipboard.
     Q_INVOKABLE void copy(int from, int to) const;
     Q_INVOKABLE void copyAll() const;
 
@@ -45,11 +45,11 @@ private:
     void follow();
 
     ConsoleLog& log_;
-    std::atomic<bool> isFollowing_ = false; ///< a call of follow() is under way
+    std::atomic<bool> isFollowing_ = false; ///< a call of follow() is pending
     QTimer timer_;
     std::deque<QString> lines_;
-    std::size_t next_ = 0; ///< the number of the first line that is not in lines_ yet
-    std::size_t seen_ = 0; ///< the number of the first line that is unseen
+    std::size_t next_ = 0; ///< number of the first line that is not in lines_ yet
+    std::size_t seen_ = 0; ///< number of the first unseen line
     bool shown_ = false;
 };
 

@@ -12,7 +12,7 @@
 namespace orvalen {
 namespace {
 
-/// Whatever of a row can change while its page is open.
+/// Returns a hash of everything that can change in a row while the page is open.
 std::size_t contentHash(const MatchedTrack& row) {
     std::size_t hash = row.options.size();
     const auto mix = [&](std::size_t value) { hash = hash * 1099511628211U ^ value; };
@@ -113,7 +113,7 @@ int MatchedTracksModel::rowCount(const QModelIndex& parent) const {
 
 QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
     const auto& rows = view_.matchedTracks.get();
-    // The state may already hold a newer list than the views.
+    // The state may already have other rows than the views.
     if (!index.isValid() || static_cast<std::size_t>(index.row()) >= std::min(rows.size(), shownRows_.size()))
         return {};
     const MatchedTrack& row = rows[static_cast<std::size_t>(index.row())];

@@ -10,8 +10,7 @@
 
 namespace orvalen {
 
-/// The result rows as the views show them. Of each row it keeps a small record of
-/// what the views show, to find out which rows have changed.
+/// The rows for the views. Keeps a small record of each shown row to detect changes.
 class MatchedTracksModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -40,18 +39,18 @@ public:
 
     MatchedTracksModel(ContentView& view, ReviewDecisions& decisions);
 
-    /// Tells the views which rows are not as they were; resets when the list is another one. True on a reset.
-    /// What can change on the page is looked for; a page that opens anew may show the same rows with other
-    /// texts, from a session that was edited by hand, and resets.
+    /// Reports changed rows to the views, or resets the model if the rows are other ones. Returns true after
+    /// a reset. Detects only what can change on the page. Pass `opensAnew` when the page opens: a session
+    /// that was edited by hand can have the same rows with other texts, so the model is reset.
     bool refresh(bool opensAnew = false);
-    /// Whether a row stood for the previewed track, or for none while nothing was previewed, at the last
-    /// refresh.
+    /// Returns whether, at the last refresh, a row's selected track was the previewed track, or both were
+    /// absent.
     bool stoodForPreview() const;
 
-    /// How many rows stand at each decision, by its value.
+    /// Returns the number of rows with each decision, indexed by Decision.
     QList<int> decisionCounts() const;
-    /// Returns the next row with one of these decisions, after `from` (`by` 1) or before it (`by` -1). The
-    /// search wraps around; -1 for none.
+    /// Returns the next row with one of the decisions, after `from` (`by` 1) or before it (`by` -1). The
+    /// search wraps around. Returns -1 if there is none.
     int nextRow(std::initializer_list<RowDecision> decisions, int from, int by) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;

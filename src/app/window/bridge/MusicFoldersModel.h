@@ -9,7 +9,7 @@
 
 namespace orvalen {
 
-/// The folders that the user added, each with the count of its indexed tracks in words.
+/// The music folders, each with the number of its tracks as text.
 class MusicFoldersModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -19,7 +19,7 @@ public:
 
     explicit MusicFoldersModel(ContentView& view);
 
-    /// Brings the rows up to date; counts again only what the folders or the index have changed.
+    /// Updates the rows. Counts again only if the folders or the index have changed.
     void refresh();
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -39,10 +39,10 @@ private:
     void watchDrives();
 
     ContentView& view_;
-    LibraryIndex counted_; ///< the index that the counts were taken from
+    LibraryIndex counted_; ///< the index in which the tracks were counted
     std::vector<Row> rows_;
     std::vector<Location> watched_;
-    std::vector<Location> notConnected_; ///< of the watched ones
+    std::vector<Location> notConnected_; ///< of `watched_`
 };
 
 } // namespace orvalen

@@ -69,7 +69,7 @@ QString PreviewState::length() const {
 }
 
 void PreviewState::seekTo(double progress) {
-    // The progress tick may have written the field since the slider moved.
+    // A progress update may have overwritten the field since the slider moved.
     moveTo(progress);
     seekPreview(view());
 }

@@ -7,9 +7,9 @@
 
 namespace orvalen {
 
-/// The Now Playing panel. The state's progress changes a hundred times a second; the views are told only
-/// while the results page is shown, and only when the slider moves by a step or a time label changes. The
-/// labels also move while the player plays without the progress timer, as it does after another file could
+/// The Now Playing panel. The state's progress changes a hundred times a second. Views are notified only
+/// while the results page is shown, and only if the slider moves by a step or a time label changes. The
+/// labels also move while the player plays without the progress timer, which happens after another file could
 /// not be opened.
 class PreviewState : public orvalen::StateProperties {
     Q_OBJECT
@@ -19,7 +19,7 @@ class PreviewState : public orvalen::StateProperties {
     Q_PROPERTY(double progress READ progress NOTIFY changed)
     Q_PROPERTY(QString position READ position NOTIFY changed)
     Q_PROPERTY(QString length READ length NOTIFY changed)
-    /// How many places the slider can show: the device pixels of its groove.
+    /// The number of positions that the slider can show: the device pixels of its groove.
     Q_PROPERTY(int steps MEMBER steps_)
 
 public:
@@ -27,16 +27,16 @@ public:
 
     bool shown() const { return view().selectedTrack.get().has_value(); }
     QString title() const;
-    /// The played fraction, rounded to a step of the slider.
+    /// The played share of the track, rounded to a step of the slider.
     double progress() const;
     QString position() const;
     QString length() const;
 
-    /// The slider is being dragged: only the field follows.
+    /// Call while the user drags the slider. Changes only the field.
     Q_INVOKABLE void moveTo(double progress) { view().playbackProgress.set(progress); }
-    /// Call when the user releases the slider: seeks in the player.
+    /// Call when the user releases the slider. Seeks in the player.
     Q_INVOKABLE void seekTo(double progress);
-    /// A share of the length on from where the player is, or back; not past either end.
+    /// Seeks by a share of the length, forwards or backwards, not past either end.
     Q_INVOKABLE void stepBy(double share);
     Q_INVOKABLE void seekBySeconds(double seconds);
 
@@ -44,7 +44,7 @@ protected:
     void refresh() override;
 
 private:
-    /// What of the playback can be seen to move.
+    /// The visible part of the position.
     struct Place {
         int step = 0;
         long long second = 0;
@@ -52,7 +52,7 @@ private:
     };
 
     Place place() const;
-    /// Whether the player may play while no timer writes the progress.
+    /// Returns whether the player may play while no timer updates the progress.
     bool playsWithoutTimer() const;
 
     int steps_ = 1000;

@@ -13,7 +13,7 @@ inline QString toQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// For texts of any length from outside: their first 1,000 characters.
+/// Returns the first 1,000 characters of a text from outside.
 inline QString toShownText(std::string_view text) {
     return toQString(excerpt(text));
 }

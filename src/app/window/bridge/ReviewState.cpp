@@ -15,7 +15,7 @@
 namespace orvalen {
 namespace {
 
-/// The row at the position, or null.
+/// Returns the row at the position, or null.
 const MatchedTrack* rowAt(const ContentView& view, int row) {
     const auto& rows = view.matchedTracks.get();
     const auto position = static_cast<std::size_t>(row);
@@ -39,11 +39,11 @@ ReviewState::ReviewState(ContentView& view, ChangeNotifier& notifier)
 }
 
 void ReviewState::refresh() {
-    // Rows that leave the screen take a preview of theirs with them.
+    // When rows disappear, a preview of one of them stops.
     bool stoodForPreview = rows_.stoodForPreview();
     const bool wasOnScreen = std::exchange(onScreen_, shown());
     const bool replaced = rows_.refresh(onScreen_ && !wasOnScreen);
-    stoodForPreview |= !replaced && rows_.stoodForPreview(); // begun and left in one turn
+    stoodForPreview |= !replaced && rows_.stoodForPreview(); // started and closed before this refresh
     if (wasOnScreen && stoodForPreview && (replaced || !onScreen_)) {
         stopPreviewIfCurrent(view(), view().selectedTrack.get());
         rows_.refresh();

@@ -11,7 +11,7 @@
 namespace orvalen {
 namespace {
 
-/// So many rows at once, so that a search waits for few of them.
+/// Few rows per job, so that a search need not wait long.
 constexpr std::size_t rowsAtOnce = 8;
 
 std::vector<FoundTrack> shown(const LibraryCatalog& catalog, const std::vector<std::size_t>& positions) {
@@ -34,7 +34,7 @@ QStringList labelsOf(const std::vector<FoundTrack>& tracks) {
 
 SearchState::SearchState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
     follow(view.matchedTracks, view.showResultsPage);
-    // Written whenever another library takes the place of this one, but not when a file is attached.
+    // Written when the library is replaced, but not when a file is attached.
     observe(view.trackCount, [this] { index_.reset(); });
 }
 

@@ -13,14 +13,15 @@
 
 namespace orvalen {
 
-/// A track that a search found, as the views show it.
+/// A track that a search found, as text for the views.
 struct FoundTrack {
     QString label;
     std::string path;
 };
 
-/// "Find in library" and the suggestions of rows without a candidate. Searches run on the match queue: one at
-/// a time, the latest text next. Rows are identified by `id`, because a match run may replace them meanwhile.
+/// "Find in library" and the suggestions for rows without a candidate. Searches run on the match queue, one
+/// at a time; the latest text is searched next. Rows are identified by `id`, because a match run may replace
+/// them meanwhile.
 class SearchState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
@@ -32,18 +33,18 @@ class SearchState : public orvalen::StateProperties {
 public:
     SearchState(ContentView& view, ChangeNotifier& notifier);
 
-    /// What the last finished search found, the best first.
+    /// The results of the last finished search, the best first.
     QStringList labels() const;
     QStringList paths() const;
-    /// The text that it looked for.
+    /// The text of that search.
     QString answered() const { return answered_; }
-    /// How many rows have been looked up for suggestions: changes whenever suggestions come.
+    /// The number of rows with looked-up suggestions. Changes whenever suggestions arrive.
     int suggestionCount() const { return static_cast<int>(suggestions_.size()); }
 
-    /// Begins a search for the row and returns its artist and title; empty when there is no such row.
+    /// Starts a search for the row. Returns its artist and title, or an empty text if there is no such row.
     Q_INVOKABLE QString begin(int row);
     Q_INVOKABLE void look(const QString& text);
-    /// Attaches a found track to the row that the search was begun for.
+    /// Attaches a result to the row of begin().
     Q_INVOKABLE void attach(int found);
     Q_INVOKABLE void end();
 
@@ -77,17 +78,17 @@ private:
     void receiveSuggestions(std::vector<Suggestions> suggestions);
     void attachTo(const UUID& id, const std::string& path);
 
-    /// Searched while the page is open: attaching a file changes the state's index, and preparing that one
-    /// anew for each search would take seconds.
+    /// The searched index while the page is open. Attaching a file changes the state's index, and building a
+    /// catalog for it would take seconds per search.
     std::optional<LibraryIndex> index_;
     std::optional<UUID> row_;
-    std::optional<QString> wantedText_; ///< to look for after the running search
+    std::optional<QString> wantedText_; ///< to be searched after the running search
     bool searching_ = false;
     QString answered_;
     std::vector<FoundTrack> found_;
     std::map<UUID, std::vector<FoundTrack>> suggestions_;
-    std::size_t looked_ = 0;       ///< rows before it have been looked at
-    std::optional<UUID> firstRow_; ///< the list of rows that `looked_` is about
+    std::size_t looked_ = 0;       ///< position of the first row that has not been looked up
+    std::optional<UUID> firstRow_; ///< identifies the rows that `looked_` is about
     bool suggesting_ = false;
 };
 

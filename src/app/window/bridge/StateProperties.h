@@ -12,8 +12,8 @@
 
 namespace orvalen {
 
-/// Shows some fields of the state to the views as properties. The properties are computed from the fields
-/// when they are read; `changed` is emitted when the notifier reports that one of the fields was written.
+/// A base class that shows fields of the state to the views as properties. Properties are computed from the
+/// fields when they are read. `changed` is emitted when the notifier reports a write to a followed field.
 class StateProperties : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
@@ -42,8 +42,8 @@ protected:
         });
     }
 
-    /// Runs an operation after the event that asked for it has been handled, so that a dialog which it opens
-    /// does not keep a view's handler waiting.
+    /// Runs an operation after the current event was handled. An operation that opens a dialog would
+    /// otherwise block the handler of a view.
     void later(std::function<void(ContentView&)> operation);
 
     /// Runs the work on the match queue, then passes its result to the function on the main thread, as long

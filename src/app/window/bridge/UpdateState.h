@@ -6,7 +6,7 @@
 
 namespace orvalen {
 
-/// The version in the footer and the alert that announces a newer one.
+/// The version in the footer, and the alert that announces a newer version.
 class UpdateState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT

@@ -19,11 +19,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Up to here a keystroke hands over the whole text at once.
+/// Up to this length, each keystroke sends the whole text to the state at once.
 constexpr int longText = 20'000;
 constexpr auto longTextDelay = 250ms;
 
-/// What the editor lays out in a few seconds at most. Its time grows with the square of a line's length.
+/// Longer texts would take the editor more than a few seconds to lay out. The time grows with the square of a
+/// line's length.
 constexpr qsizetype longestLine = 10'000;
 constexpr qsizetype longestText = 12'000'000;
 
@@ -32,7 +33,7 @@ bool isLineBreak(QChar c) {
            c == QChar::ParagraphSeparator;
 }
 
-/// The text with a line feed for each line break, as the editor breaks lines at few of them.
+/// Returns the text with a line feed for every line break. The editor does not recognise all of them.
 QString withLineFeeds(QString text) {
     text.replace("\r\n", "\n");
     std::replace_if(text.begin(), text.end(), isLineBreak, u'\n');
@@ -62,7 +63,7 @@ WantedState::WantedState(ContentView& view, ChangeNotifier& notifier) : StatePro
         if (committing_)
             return;
         replaced_ = true;
-        edited_ = false; // the later write wins
+        edited_ = false; // the later write replaces pending edits
     });
     commitTimer_.setSingleShot(true);
     connect(&commitTimer_, &QTimer::timeout, this, &WantedState::commitEdits);
@@ -82,7 +83,7 @@ void WantedState::refresh() {
 }
 
 void WantedState::edit(QQuickTextDocument* document, QQuickItem* editor) {
-    // Draw what is in sight and no more; the toolkit does so only for a long text that was set, not pasted.
+    // Draws only the visible part. Qt does so only for long texts that are set, not for pasted ones.
     editor->setFlag(QQuickItem::ItemObservesViewport);
     document_ = document->textDocument();
     connect(document_, &QTextDocument::contentsChanged, this, &WantedState::documentChanged);
@@ -91,7 +92,7 @@ void WantedState::edit(QQuickTextDocument* document, QQuickItem* editor) {
     document_->clearUndoRedoStacks();
 }
 
-/// One edit, which the editor can undo.
+/// Replaces the whole text in one edit, which the user can undo.
 void WantedState::replaceDocument(const QString& text) {
     QTextCursor cursor(document_);
     cursor.select(QTextCursor::Document);

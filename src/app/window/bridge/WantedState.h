@@ -10,11 +10,11 @@
 
 namespace orvalen {
 
-/// The wanted songs: the three ways to state them, and the match run.
+/// The wanted text in its three input modes, and the match run.
 ///
-/// The editor's text is not bound: a long list would be copied at every keystroke. Edits reach the state in
-/// the next turn of the event loop, of a long list a moment later, and always before an operation that reads
-/// them; the editor is told when the state's text was replaced from elsewhere.
+/// The editor's text is not bound to the field, because each keystroke would copy a long list. Edits reach
+/// the state in the next turn of the event loop, for a long list after 250 ms, and always before an operation
+/// reads the text. The editor is notified if the state's text is replaced.
 class WantedState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
@@ -34,43 +34,45 @@ class WantedState : public orvalen::StateProperties {
 public:
     WantedState(ContentView& view, ChangeNotifier& notifier);
 
-    /// 0 track list, 1 playlist address, 2 DJEP file.
+    /// 0: track list, 1: playlist address, 2: DJEP file.
     int inputMode() const { return static_cast<int>(view().inputMode.get()); }
     void setInputMode(int mode) { view().inputMode.set(static_cast<InputMode>(mode)); }
-    /// 0 artist first, 1 title first.
+    /// 0: artist first, 1: title first.
     int formatIndex() const { return view().matchInputFormat.get() == artistTitleFormat ? 0 : 1; }
     void setFormatIndex(int index);
     QString spotifyAddress() const { return toQString(view().spotifyURLInput.get()); }
     void setSpotifyAddress(const QString& address) { view().spotifyURLInput.set(toUtf8(address)); }
     bool ignoreDoNotPlay() const { return view().ignoreDoNotPlay.get(); }
     void setIgnoreDoNotPlay(bool ignore) { view().ignoreDoNotPlay.set(ignore); }
-    /// The state's list would take the editor minutes to lay out, so it shows none.
+    /// Returns whether the text is so long that the editor would take minutes to lay it out. The editor is
+    /// then empty.
     bool tooLongToShow() const { return tooLongToShow_; }
     bool canMatch() const;
-    /// Whether neither the results page nor an alert lies over the main page.
+    /// Returns whether neither the results page nor an alert covers the main page.
     bool onTop() const;
-    /// Whether there are results whose page is closed.
+    /// Returns whether there are rows whose page is closed.
     bool canReturn() const { return !view().matchedTracks.get().empty() && !view().showResultsPage.get(); }
     bool matching() const { return view().isMatching.get(); }
     QString matchingText() const { return "Matching " + toShownText(view().scanningFileName.get()) + "…"; }
     bool matchBarVisible() const { return matchProgress() > 0 && matchProgress() < 1; }
     double matchProgress() const { return view().matchProgress.get(); }
 
-    /// Follows the editor's document from now on and asks for it to be filled.
+    /// Follows the document of the editor from now on, and fills it.
     Q_INVOKABLE void edit(QQuickTextDocument* document, QQuickItem* editor);
-    /// Replaces a part of the editor's text by the clipboard's text, or by what is marked elsewhere. A text
-    /// that is too long to show becomes the whole list, and so does every paste over such a list.
+    /// Replaces a part of the editor's text by the clipboard, or by the text selected elsewhere. A pasted
+    /// text that is too long to show replaces the whole list. If the current list is too long to show, every
+    /// paste replaces it.
     Q_INVOKABLE void paste(int from, int to, bool markedElsewhere);
     Q_INVOKABLE void clearList() { view().matchInput.set({}); }
     Q_INVOKABLE void match();
     Q_INVOKABLE void showResults() { view().showResultsPage.set(true); }
     Q_INVOKABLE void importDJEP();
 
-    /// Hands what was typed to the state now.
+    /// Sends pending edits to the state.
     void commitEdits();
 
 signals:
-    /// The state's text has taken the place of the editor's.
+    /// The editor's text was replaced by the state's.
     void textReplaced();
 
 protected:
@@ -82,10 +84,10 @@ private:
 
     QPointer<QTextDocument> document_;
     QTimer commitTimer_;
-    bool edited_ = false;     ///< the document holds what the state does not
-    bool committing_ = false; ///< the write to the field is our own
-    bool replaced_ = false;   ///< the field holds what the document does not
-    bool replacing_ = false;  ///< the document's change is our own
+    bool edited_ = false;     ///< the document has edits that the state does not have
+    bool committing_ = false; ///< this object is writing to the field
+    bool replaced_ = false;   ///< the field has a text that the document does not have
+    bool replacing_ = false;  ///< this object is changing the document
     bool tooLongToShow_ = false;
 };
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// The position in the previewed track, to see and to seek.
+/// Shows the position in the previewed track; the slider seeks.
 RowLayout {
     id: position
 

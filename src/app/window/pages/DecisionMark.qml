@@ -1,7 +1,7 @@
 import QtQuick
 import Orvalen
 
-/// Tells at first sight where a row stands: by its shape, and by its colour.
+/// A mark for the decision on a row, by shape and colour.
 Symbol {
     required property int decision ///< a MatchedTracksModel.Decision
 

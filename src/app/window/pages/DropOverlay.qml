@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// Takes what is dragged onto the window, and says what will happen while it is held there.
+/// Accepts files that are dragged onto the window, and says what a drop would do.
 DropArea {
     id: area
 
@@ -13,7 +13,7 @@ DropArea {
     keys: ["text/uri-list"]
     onEntered: drag => {
         promise = drops.promise(drag.urls)
-        // What is refused is held here all the same, to say why.
+        // Refused files are accepted as a drag too, so that the reason can be shown.
         drag.accept(drops.canTake(drag.urls) ? Qt.CopyAction : Qt.IgnoreAction)
         drag.accepted = promise !== ""
     }
@@ -26,7 +26,7 @@ DropArea {
     }
 
     Rectangle {
-        parent: area.overlay.visible ? area.overlay : area // over pages and alerts
+        parent: area.overlay.visible ? area.overlay : area // above pages and alerts
         z: 1000
         anchors.fill: parent
         anchors.margins: 8

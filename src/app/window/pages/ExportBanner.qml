@@ -1,8 +1,8 @@
 import QtQuick
 import Orvalen
 
-/// Says for a moment that the playlist was written; slides in from the top edge as it fades in. It lies over the page,
-/// so that nothing below moves away under the pointer.
+/// Says for two seconds that the playlist was written. Slides in from the top edge, over the page, so that no control
+/// moves away from the pointer.
 Item {
     id: banner
 

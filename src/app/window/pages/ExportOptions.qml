@@ -15,7 +15,7 @@ PanelBox {
     contentSpacing: 6
     padding: 10
 
-    // No layout of its own: the choice's height follows its width, which a row of a layout would give it too late.
+    // Not in a row layout: the height of the picker depends on its width, which a layout sets too late.
     Item {
         Layout.fillWidth: true
         implicitHeight: format.height
@@ -60,7 +60,7 @@ PanelBox {
     }
     Caption {
         Layout.fillWidth: true
-        Layout.minimumHeight: roomiest.implicitHeight // reserved, so that a tip moves nothing below
+        Layout.minimumHeight: roomiest.implicitHeight // reserved, so that showing a tip moves nothing below
         text: options.exports.tip
         wrapMode: Text.Wrap
 

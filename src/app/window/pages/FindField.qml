@@ -1,14 +1,14 @@
 import QtQuick
 import Orvalen
 
-/// Finds rows by a part of their label. Return goes to the next, Shift+Return to the one before, Escape leaves.
+/// Finds rows by a part of their label. Return finds the next, Shift+Return the previous, Escape closes the field.
 InputField {
     id: field
 
     required property ReviewState review
     property int found: -1
 
-    /// The row that is found; -1 for none.
+    /// Emitted with the found row, or -1.
     signal shown(int row)
     signal leaving()
 

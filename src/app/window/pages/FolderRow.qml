@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// One added folder or audio file, with the count of its tracks and the button that takes it off the list.
+/// One music folder with the number of its tracks and a button to remove it.
 RowLayout {
     id: row
 
@@ -10,7 +10,7 @@ RowLayout {
     required property string path
     required property string shownPath
     required property string countText
-    required property bool notConnected ///< its drive is away
+    required property bool notConnected ///< its drive is not connected
     signal removed(path: string)
 
     height: Theme.high(28)

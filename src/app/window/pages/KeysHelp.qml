@@ -5,7 +5,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Orvalen
 
-/// All keys of the window, shown by F1 and hidden by the next key or click.
+/// Lists all keys of the window. F1 opens it; any key or click closes it.
 T.Popup {
     id: help
 

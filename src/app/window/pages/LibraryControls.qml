@@ -2,12 +2,12 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// Folders, sessions, the scan and the library files.
+/// Music folders, sessions, the scan and library files.
 ColumnLayout {
     id: controls
 
     required property LibraryState library
-    /// How many folders are shown before their list scrolls.
+    /// The number of folders that are shown before their list scrolls.
     required property int foldersAtOnce
 
     spacing: 8

@@ -5,7 +5,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Orvalen
 
-/// What is said about the wanted list: how many lines are read, which are not, and what tidying asks.
+/// The texts below the wanted list: how many lines are read, which are left out, and the questions of Tidy List.
 ColumnLayout {
     id: box
 

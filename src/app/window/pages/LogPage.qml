@@ -5,8 +5,8 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Orvalen
 
-/// The console lines of this run over the main page, newest last. Lines are marked with a click, with a drag or Shift
-/// for several, and copied.
+/// The console lines of this run, over the main page, the newest last. A click selects a line, a drag or Shift several.
+/// Selected lines can be copied.
 T.Dialog {
     id: sheet
 
@@ -74,7 +74,7 @@ T.Dialog {
             ListView {
                 id: lines
 
-                property int anchorRow: -1 ///< where the marking began; -1: nothing is marked
+                property int anchorRow: -1 ///< where the selection started; -1: no selection
                 readonly property int firstMarked: Math.min(anchorRow, currentIndex)
                 readonly property int lastMarked: anchorRow < 0 ? -1 : Math.max(anchorRow, currentIndex)
                 property bool atNewest: true
@@ -98,7 +98,7 @@ T.Dialog {
                 focus: true
                 currentIndex: -1
                 boundsBehavior: Flickable.StopAtBounds
-                interactive: false // a drag marks
+                interactive: false // a drag selects lines
                 highlightMoveDuration: 0
                 T.ScrollBar.vertical: ThinScrollBar { policy: T.ScrollBar.AsNeeded }
                 Accessible.role: Accessible.List
@@ -165,7 +165,7 @@ T.Dialog {
 
                 MouseArea {
                     anchors.fill: parent
-                    anchors.rightMargin: 12 // the scroll bar's
+                    anchors.rightMargin: 12 // for the scroll bar
                     preventStealing: true
 
                     function rowAt(event) {

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Window
 import Orvalen
 
-/// The one window: the main page, the results page over it, and the alerts over both.
+/// The window: the main page, the results page over it, and alerts over both.
 Window {
     id: window
 
@@ -17,10 +17,11 @@ Window {
     required property Drops drops
     required property LogModel log
 
-    /// Wayland compositors decide the size of a maximised window and end a client that draws another one.
+    /// On Wayland, the compositor sets the size of a maximised window and disconnects a program that draws another
+    /// size.
     readonly property bool onWayland: Qt.platform.pluginName.startsWith("wayland")
     readonly property int greatestWidth: 900
-    /// Height of the title bar and edges. Wayland does not say which part of the screen its panels take.
+    /// Height of the title bar and edges. Wayland does not report the space that panels take.
     readonly property int frame: onWayland ? 80 : 48
     readonly property int roomHeight: Math.max(320, Screen.desktopAvailableHeight - frame)
     readonly property int leastHeight: Math.min(roomHeight, review.shown ? results.leastHeight : 690)
@@ -30,7 +31,7 @@ Window {
     minimumWidth: Math.min(600, Screen.desktopAvailableWidth)
     maximumWidth: onWayland ? 16777215 : greatestWidth
     minimumHeight: leastHeight
-    // 300 points wide is asked for and too narrow for the content: it gets the width at which it looks best.
+    // The desired width of 300 points is too narrow for the content, so the window opens at the width that fits best.
     width: Math.min(720, Screen.desktopAvailableWidth)
     height: Math.min(800, roomHeight)
 
@@ -44,10 +45,11 @@ Window {
             width = greatestWidth
     }
 
-    property int heightBefore: 0 ///< before the results page made the window higher; 0 when it did not
+    property int heightBefore: 0 ///< height before the results page made the window higher; 0 if it did not
     property int heightMade: 0
 
-    /// Makes room for the results page, and takes it back afterwards unless the user has resized the window.
+    /// Makes the window higher for the results page, and restores the height afterwards unless the user has resized the
+    /// window.
     function fitHeight() {
         if (visibility !== Window.Windowed)
             return
@@ -79,7 +81,7 @@ Window {
         return false
     }
 
-    /// Gives the keys to the topmost page or alert: where they were in it, else to its first control.
+    /// Moves the focus into the topmost page or alert: to its last focused control, else to its first one.
     function restoreFocus() {
         if (updateAlert.shown)
             updateAlert.takeFocus()

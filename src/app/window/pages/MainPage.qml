@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Orvalen
 
-/// The page where the library is kept and the wanted songs are stated. Scrolls when the window is low.
+/// The page for the library and the wanted list. Scrolls if the window is too low.
 Flickable {
     id: page
 
@@ -20,7 +20,7 @@ Flickable {
     clip: true
     T.ScrollBar.vertical: ThinScrollBar {}
 
-    /// Keeps the focused control in sight.
+    /// Scrolls so that the focused control is visible.
     function reveal(item: Item) {
         if (!item || !stack.contains(stack.mapFromItem(item, 0, 0)))
             return
@@ -64,7 +64,7 @@ Flickable {
             LibraryControls {
                 Layout.fillWidth: true
                 library: page.library
-                // As many as leave the rest of the page in sight.
+                // As many as leave the rest of the page visible.
                 foldersAtOnce: Math.max(3, Math.floor((page.height - 696) / 28))
             }
             Divider { Layout.fillWidth: true }

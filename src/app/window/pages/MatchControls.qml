@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// Starts a match run and shows how far it is.
+/// Starts a match run and shows its progress.
 ColumnLayout {
     id: controls
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// One wanted song: what it may be, what was chosen, and whether it goes into the playlist.
+/// One row: the request, its candidates, the selected track, and whether the playlist contains it.
 Item {
     id: row
 
@@ -22,14 +22,14 @@ Item {
     required property bool included
     required property int decision
     required property list<string> suggestions ///< names of tracks that may be meant
-    required property var takes ///< whether files that are held over the row can be dropped there
+    required property var takes ///< function: whether dropping the dragged files attaches one
 
-    /// What `reach` and `leaving` take beside a position in `controls`.
+    /// Values for `reach` and `leaving` besides an index into `controls`.
     enum Place { First = 100, Last }
 
-    /// A control of the row has the keys now.
+    /// A control of the row has the focus now.
     signal focused(Item control)
-    /// The keys ask for the row that is so many further, and for a control there.
+    /// Asks to move the focus `by` rows further, to the given control.
     signal leaving(int by, int control)
     signal previewToggled()
     signal browsed()
@@ -58,7 +58,7 @@ Item {
         return controls.findIndex(control => control.activeFocus)
     }
 
-    /// Out of the first control the way back leads into the row before; out of any other the usual way.
+    /// Backtab on the first control leads to the row before, on any other control to the control before.
     function leavesBackwards(control: int): bool {
         if (control !== firstControl())
             return false
@@ -124,7 +124,7 @@ Item {
                 Layout.fillWidth: true
                 text: row.label
                 elide: Text.ElideMiddle
-                Accessible.ignored: true // the row's own name
+                Accessible.ignored: true // part of the row's name
             }
             Label {
                 Layout.fillWidth: true
@@ -132,7 +132,7 @@ Item {
                 font.pixelSize: Theme.body
                 font.weight: row.bold ? Font.Bold : Font.Normal
                 elide: Text.ElideMiddle
-                Accessible.ignored: true // the row's name and tempo
+                Accessible.ignored: true // part of the row's name and tempo
             }
         }
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Orvalen
 
-/// What is being heard and where in it.
+/// The previewed track and the position in it.
 Rectangle {
     id: panel
 

@@ -3,18 +3,18 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Orvalen
 
-/// The rows with what concerns them all, what is being played, and the export. The rows take what height is left;
-/// where too little is left for them, everything scrolls.
+/// The rows, the controls for all rows, the preview, and the export. The rows take the remaining height. If it is too
+/// small, everything scrolls.
 Flickable {
     id: body
 
     required property ReviewState review
     required property SearchState search
-    required property string leftOut ///< what the run says about the list
+    required property string leftOut ///< what the run says about left-out lines
     required property ExportState exports
     required property PreviewState preview
 
-    property int lastAsked: -1 ///< the decision whose rows N goes through; -1 for all that are left to do
+    property int lastAsked: -1 ///< the decision that N goes through; -1: all rows that are left to do
 
     function showRow(index: int) { list.positionViewAtIndex(index, ListView.Contain) }
 
@@ -27,7 +27,7 @@ Flickable {
 
     function findRow() { findField.start() }
 
-    /// Moves the keys on to the next of the page's parts: rows, export, and what stands above the rows.
+    /// Moves the focus to the next part of the page: rows, export, controls above the rows.
     function goToNextPart(by: int) {
         const parts = [bulkButtons, list, exportOptions]
         let at = -1

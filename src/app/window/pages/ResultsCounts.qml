@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Orvalen
 
-/// How many rows are left to do, by the marks of the rows. Pressing a count goes to the next such row.
+/// The number of rows for each mark. Pressing a number goes to the next row with that mark.
 Row {
     id: counts
 
@@ -36,7 +36,7 @@ Row {
             implicitWidth: implicitContentWidth + 6
             implicitHeight: 22
             enabled: count > 0
-            focusPolicy: Qt.NoFocus // N does the same by key, and Tab has enough stops before the rows
+            focusPolicy: Qt.NoFocus // N does the same, and there are enough tab stops before the rows
             spokenName: count + " " + modelData.rows
             spokenDetail: tip.text
             onClicked: counts.asked(modelData.decision)

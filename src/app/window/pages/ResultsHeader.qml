@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// The title of the results page, the sign of the auto-save and the way out.
+/// The title of the results page, the auto-save indicator and "Close".
 RowLayout {
     id: header
 

@@ -4,8 +4,9 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// The rows. A row that scrolls out of sight gives the keys to the list and gets them back when it returns, so that a
-/// key never acts on a row that the user does not see, nor on the row that reuses its item.
+/// The list of rows. If the focused row scrolls out of sight, the list itself takes the focus and returns it when the
+/// row is visible again. A key therefore never acts on a row that the user does not see, or on the row that reuses its
+/// item.
 ListView {
     id: list
 
@@ -14,13 +15,13 @@ ListView {
     required property SearchState search
     required property SearchList searchList
 
-    /// The keys go on to what stands after or before the rows.
+    /// The focus moves on to the control after or before the rows.
     signal passed(bool forwards)
 
-    property int heldRow: -1 ///< the row that had the keys when it went out of sight; -1 while a row has them
+    property int heldRow: -1 ///< the row that had the focus when it went out of sight; -1 while a row has the focus
     property int heldControl: 0
     property MatchedTrackRow focusedRow: null
-    property int lastRow: -1 ///< the row that had the keys last
+    property int lastRow: -1 ///< the row that had the focus last
     property bool returning: false
 
     implicitHeight: 190
@@ -45,8 +46,8 @@ ListView {
         return index < 0 ? count - 1 : index
     }
 
-    /// Gives the keys to a control of the row at the position, or to what stands before or after the rows. The rows
-    /// that exist are few and not in order, so the usual way from control to control does not lead through them.
+    /// Moves the focus to a control of the row, or to the control before or after the rows. Only few rows exist, and
+    /// not in order, so the usual focus chain does not work for rows.
     function reachRow(index: int, control: int) {
         if (index < 0 || index >= count) {
             passed(index >= count)
@@ -57,7 +58,7 @@ ListView {
         }
     }
 
-    /// The row that has the keys, or would get them.
+    /// Returns the row that has the focus, or would get it.
     function currentRow(): int {
         const focused = focusedRow && focusedRow.focusedControl() >= 0 ? focusedRow.index : heldRow
         return focused < 0 ? firstInSight() : focused
@@ -72,7 +73,7 @@ ListView {
         return top + control.height > 0 && top < height
     }
 
-    /// Takes the keys from the row.
+    /// Takes the focus from the row.
     function hold(row: MatchedTrackRow, control: int) {
         heldRow = row.index
         heldControl = control
@@ -86,7 +87,7 @@ ListView {
         if (control >= 0 && !isInSight(focusedRow.controls[control]))
             hold(focusedRow, control)
         else if (heldRow >= 0)
-            Qt.callLater(giveBack) // rows come after the view has moved
+            Qt.callLater(giveBack) // rows are created after the view has moved
     }
 
     function giveBack() {
@@ -98,7 +99,7 @@ ListView {
         returning = false
     }
 
-    /// While the list itself has the keys, the first of them leads to a row, and only the next one acts there.
+    /// While the list itself has the focus, the first key moves the focus to a row; only the next key acts there.
     function bringBack(key: int): bool {
         const leads = key === Qt.Key_Up || key === Qt.Key_Down || key === Qt.Key_Tab || key === Qt.Key_Space
             || key === Qt.Key_Return || key === Qt.Key_Enter
@@ -160,7 +161,7 @@ ListView {
             list.focusedRow = row
             list.lastRow = index
             list.heldRow = -1
-            // A press must not move what is pressed away from the pointer.
+            // A press must not move the pressed control away from the pointer.
             if (!list.returning && (control as T.Control)?.focusReason !== Qt.MouseFocusReason)
                 list.positionViewAtIndex(index, ListView.Contain)
         }

@@ -3,8 +3,8 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Orvalen
 
-/// The sheet that comes up over the main page with the result rows and the export. It is there while the state
-/// says so; Escape and "Close" only ask.
+/// The page with the rows and the export, over the main page. The state decides whether it is shown; Escape and "Close"
+/// change the state.
 T.Dialog {
     id: sheet
 
@@ -14,9 +14,9 @@ T.Dialog {
     required property ExportState exports
     required property PreviewState preview
 
-    readonly property int strip: 6 ///< what stays visible of the page below
+    readonly property int strip: 6 ///< the visible strip of the page below
     readonly property int leastHeight: 800 + strip
-    property real risen: 0 ///< 1 when the sheet has come up
+    property real risen: 0 ///< 1 when the page is fully open
 
     title: "Playlist Results"
     modal: true
@@ -35,7 +35,7 @@ T.Dialog {
     }
     Component.onCompleted: follow()
 
-    /// Gives the keys to the item, or to the list of rows when there is none any more.
+    /// Moves the focus to the item, or to the list of rows if the item no longer exists.
     function takeFocus(item: Item) {
         const target = item && item !== body && item.visible && item.enabled ? item : results.rowList
         target.forceActiveFocus(Qt.TabFocusReason)
@@ -121,7 +121,7 @@ T.Dialog {
     }
 
     ExportBanner {
-        readonly property real beside: results.bulkButtonsEnd + 16 ///< to the right of what can be pressed
+        readonly property real beside: results.bulkButtonsEnd + 16 ///< right of the buttons
 
         x: Math.max(beside, (sheet.width - width) / 2)
         y: results.y

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// What the user may want back on the results page: choices of earlier runs, and the rows of the list before.
+/// Offers choices of earlier runs, and the rows before the current ones.
 ColumnLayout {
     id: notices
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// What the last scan could not read, and the way back to the library of before when a folder vanished during it.
+/// What the last scan could not read. Offers the library from before the scan if a folder disappeared.
 ColumnLayout {
     id: notice
 

@@ -5,7 +5,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Orvalen
 
-/// The folders that were added; a long list scrolls in itself.
+/// The list of music folders. A long list scrolls.
 PanelBox {
     id: box
 

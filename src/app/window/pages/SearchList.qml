@@ -4,13 +4,13 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// The list of tracks that resemble a text, with the text above it. One for all rows of a page.
+/// The list of tracks that resemble a text, with a field for the text. One list serves all rows of the page.
 T.Popup {
     id: popup
 
     required property SearchState search
 
-    /// Opens for the row below what was pressed, or above it where there is more room.
+    /// Opens for the row, below the pressed control or above it, where there is more space.
     function openAt(control: Item, row: int) {
         const gap = 4
         const edge = 8
@@ -65,7 +65,7 @@ T.Popup {
                 switch (event.key) {
                 case Qt.Key_Return:
                 case Qt.Key_Enter:
-                    // The list may still show what an earlier text found.
+                    // The list may still show the results for an earlier text.
                     if (!event.isAutoRepeat && popup.search.answered === text)
                         popup.choose(list.currentIndex)
                     break

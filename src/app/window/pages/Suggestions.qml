@@ -1,7 +1,7 @@
 import QtQuick
 import Orvalen
 
-/// Tracks of the library that a row without a candidate may mean; three at most.
+/// Up to three tracks that a row without a candidate may mean.
 Flow {
     id: flow
 

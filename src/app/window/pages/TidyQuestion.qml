@@ -4,14 +4,14 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// One line that can be read in another way: A accepts the first reading, L leaves the line as it is.
+/// One line that can be read in another way. A accepts the first reading, L leaves the line as it is.
 Rectangle {
     id: panel
 
     required property ListHelpState help
     readonly property bool asks: help.readings.length > 0
 
-    /// The last question has been answered.
+    /// Emitted when the last question was answered.
     signal ended()
 
     implicitHeight: column.implicitHeight + 16

@@ -2,12 +2,12 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// The file that a row stands for, with the button to hear it. Glows while it is heard.
+/// The selected track of a row, with its play button. Has a glowing frame while it plays.
 Item {
     id: details
 
     required property string fileLine
-    required property bool splitsPlaylist ///< the path has a line break, so the playlist gets two lines for it
+    required property bool splitsPlaylist ///< the path has a line break, so it takes two lines of the playlist
     required property string tempoLine
     required property bool hasTempo
     required property bool pauses
@@ -18,7 +18,7 @@ Item {
 
     implicitHeight: Theme.high(30)
 
-    // The shadow: a few soft frames, two points lower.
+    // The shadow: several transparent frames, two points lower.
     Repeater {
         model: details.playing ? 4 : 0
 

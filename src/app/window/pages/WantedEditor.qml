@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// The wanted list, one song a line. Text comes and goes through WantedState, which knows what the editor can hold.
+/// The editor of the wanted text. WantedState moves text between the editor and the state.
 Rectangle {
     id: editor
 
@@ -21,7 +21,7 @@ Rectangle {
         function onTextReplaced() { area.cursorPosition = 0 }
     }
 
-    /// Selects a part of the text and brings it in sight.
+    /// Selects a part of the text and scrolls to it.
     function show(position: int, length: int) {
         area.select(position + length, position)
         view.contentY = Math.max(0, Math.min(area.cursorRectangle.y - 40, view.contentHeight - view.height))
@@ -55,7 +55,7 @@ Rectangle {
             persistentSelection: true
             font.family: Theme.family
             font.pixelSize: Theme.subheadline
-            // A list of a hundred thousand lines is laid out three times as fast without kerning and ligatures.
+            // Without kerning and ligatures, a list of 100,000 lines is laid out three times as fast.
             font.kerning: false
             font.preferShaping: false
             Keys.onPressed: event => {
@@ -66,7 +66,7 @@ Rectangle {
             }
             Accessible.role: Accessible.EditableText
             Accessible.name: spokenEditorName
-            // Tab goes on to the next control; a list of songs needs no tabs.
+            // Tab moves the focus; the list needs no tabs.
             Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
         }

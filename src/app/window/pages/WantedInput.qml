@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// The three ways to state the wanted songs.
+/// The three input modes for the wanted text.
 ColumnLayout {
     id: input
 

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Orvalen
 
-/// A question in the middle of the window. It is there while `shown` says so; both its buttons and Escape only ask.
+/// A question in the middle of the window. `shown` decides whether it is shown; buttons and Escape only emit signals.
 T.Dialog {
     id: alert
 
@@ -20,7 +20,7 @@ T.Dialog {
 
     onOpened: takeFocus()
 
-    /// The user may be typing when an alert opens: a key meant for elsewhere only cancels.
+    /// Focuses "Cancel": if the user is typing when the alert opens, a key can only cancel.
     function takeFocus() {
         cancel.forceActiveFocus(Qt.TabFocusReason)
     }

@@ -33,7 +33,7 @@ QPalette darkPalette() {
     return palette;
 }
 
-/// The same colours, each of them set: the toolkit replaces those that are not by others than it came with.
+/// Returns the palette with all colours set explicitly. Qt replaces unset colours.
 QPalette allSet(const QPalette& palette) {
     QPalette result;
     for (int group = 0; group < QPalette::NColorGroups; ++group)
@@ -45,7 +45,7 @@ QPalette allSet(const QPalette& palette) {
     return result;
 }
 
-/// The setting stands in one variant or, from older portals, in two.
+/// The setting is wrapped in one variant, or in two by older portals.
 uint unwrapped(QVariant value) {
     while (value.canConvert<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();
@@ -61,7 +61,7 @@ ColorScheme::ColorScheme(const QPalette& given) : given_(allSet(given)) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    qRegisterMetaType<QDBusVariant>(); // or the signal's argument is looked for by its name and not found
+    qRegisterMetaType<QDBusVariant>(); // otherwise Qt does not find the type of the signal's argument
     bus.connect(service, path, settings, "SettingChanged", this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(colorScheme);

@@ -10,23 +10,22 @@ class QQmlEngine;
 
 namespace orvalen {
 
-/// Follows the desktop's choice of light or dark and of high contrast, which the toolkit does not: reads
-/// org.freedesktop.appearance over D-Bus and sets the application's palette. The views see the one instance
-/// as a singleton. Main thread.
+/// Applies the desktop's setting for light or dark and for high contrast, which Qt 6.4 does not. Reads
+/// org.freedesktop.appearance over D-Bus and sets the application's palette. A singleton in QML. Main thread.
 class ColorScheme : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
     Q_PROPERTY(bool highContrast READ highContrast NOTIFY highContrastChanged)
-    /// The size of the application's font as a share of 11 points at 96 dots per inch.
+    /// The size of the application's font relative to 11 points at 96 dots per inch.
     Q_PROPERTY(double textScale READ textScale CONSTANT)
 
 public:
-    /// `given` is the palette that the toolkit came with.
+    /// `given` is Qt's own palette.
     explicit ColorScheme(const QPalette& given);
     ~ColorScheme() override;
 
-    /// The instance for the views, which do not own it.
+    /// Returns the instance for QML, which does not own it.
     static ColorScheme* create(QQmlEngine* views, QJSEngine* scripts);
 
     bool highContrast() const { return highContrast_; }

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// A title that opens and closes what stands under it.
+/// A title that shows or hides the content below it.
 ColumnLayout {
     id: disclosure
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// What can be done with marked text, by mouse.
+/// The context menu of a text area.
 T.Popup {
     id: menu
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Orvalen
 
-/// The frame around whatever the keyboard acts on; fill the control with it.
+/// The frame around the focused control. Anchor it to fill the control.
 Rectangle {
     property bool shown: false
     property int inner: Theme.radius

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// The small text that appears when the pointer rests on something.
+/// The text that appears when the pointer rests on a control.
 T.ToolTip {
     id: tip
 

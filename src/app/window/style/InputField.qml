@@ -2,13 +2,13 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// One line of text.
+/// A field for one line of text.
 T.TextField {
     id: field
 
-    property int lengthBefore: 0 ///< the text's length before the last edit
+    property int lengthBefore: 0 ///< length of the text before the last edit
 
-    // Line breaks and outer blanks come along with texts that are copied from pages and mails.
+    // Removes line breaks and outer spaces, which are often copied along from web pages and mails.
     onTextEdited: {
         const pasted = length - lengthBefore > 1
         const oneLine = text.replace(/[\n\v\f\r\u0085\u2028\u2029]/g, "")

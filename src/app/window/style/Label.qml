@@ -1,10 +1,10 @@
 import QtQuick
 import Orvalen
 
-/// A text of ours or from outside; never read as markup.
+/// A text that is never interpreted as markup.
 Text {
     textFormat: Text.PlainText
-    horizontalAlignment: Text.AlignLeft // of right-to-left names too: the labels form a column
+    horizontalAlignment: Text.AlignLeft // also for right-to-left names, because labels form a column
     color: Theme.text
     font.pixelSize: Theme.body
     linkColor: color

@@ -1,7 +1,7 @@
 import QtQuick
 import Orvalen
 
-/// How far something is, from 0 to 1, with its name above.
+/// A progress bar from 0 to 1 with its name above.
 Column {
     id: progress
 

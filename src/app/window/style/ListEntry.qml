@@ -1,7 +1,7 @@
 import QtQuick
 import Orvalen
 
-/// An entry of a list: a text, a smaller one below it, and room for controls at its right end.
+/// An entry of a list: a text, a smaller text below it, and space for controls at its right end.
 Pressable {
     id: entry
 

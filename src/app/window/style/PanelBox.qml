@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// A box of things that belong together, labelled above with a symbol.
+/// A box around related controls, with a title and a symbol above.
 ColumnLayout {
     id: box
 

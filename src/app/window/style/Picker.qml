@@ -1,17 +1,16 @@
 import QtQuick
 import Orvalen
 
-/// One choice of many, in a list that opens over the page. It keeps nothing: it shows what it is told and asks for
-/// another choice.
+/// Shows one choice of several and opens a list of them. Keeps no state: it shows `currentIndex` and emits signals.
 Pressable {
     id: picker
 
     required property list<string> labels
     required property int currentIndex
     signal chosen(int index)
-    /// Asks to hear an entry, or to pause it, without choosing it.
+    /// Asks to play or pause an entry without choosing it.
     signal previewed(int index)
-    /// Asks the page for its list; the page answers the choice to `chosen`.
+    /// Asks the page to open its list. The page emits `chosen` for the answer.
     signal opened()
 
     readonly property string currentLabel: labels[currentIndex] ?? ""

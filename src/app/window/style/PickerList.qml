@@ -4,20 +4,20 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// The list that a picker opens; one for all the pickers of a page.
+/// The list that a picker opens. One list serves all pickers of a page.
 T.Popup {
     id: popup
 
     property Picker picker: null
-    property list<string> details ///< a second line for each entry: where its file lies
-    property string playingPath ///< the file that is being played
+    property list<string> details ///< a second line for each entry: the folder of its file
+    property string playingPath ///< path of the playing file
 
     readonly property int gap: 4 ///< between the list and its picker
-    readonly property int edge: 8 ///< kept free at the window's edges
+    readonly property int edge: 8 ///< distance to the edges of the window
 
-    property point pointerAt ///< where the pointer was last; negative until it is known
+    property point pointerAt ///< last position of the pointer; negative until it is known
 
-    /// Opens below the picker, or above it where there is more room. The list never covers its picker.
+    /// Opens below the picker, or above it, where there is more space. Never covers the picker.
     function openAt(which: Picker, secondLines: list<string>) {
         picker = which
         details = secondLines
@@ -45,8 +45,8 @@ T.Popup {
             which.chosen(index)
     }
 
-    /// The entry under the pointer becomes the current one, once the pointer moves: entries also come under a
-    /// resting pointer, when the list opens or scrolls.
+    /// Makes the entry under the pointer the current one, but only if the pointer has moved. Entries can also move
+    /// under a resting pointer, when the list opens or scrolls.
     function pointTo(index: int, at: point) {
         const moved = pointerAt.x >= 0 && at !== pointerAt
         pointerAt = at
@@ -54,7 +54,7 @@ T.Popup {
             list.currentIndex = index
     }
 
-    /// Goes to the next entry that begins with the letter.
+    /// Moves to the next entry that starts with the letter.
     function jumpTo(letter: string) {
         const first = letter.toLocaleLowerCase()
         for (let step = 1; step <= list.count; ++step) {
@@ -92,7 +92,7 @@ T.Popup {
             switch (event.key) {
             case Qt.Key_Return:
             case Qt.Key_Enter:
-                // A key that is still held down since it opened the list does not choose.
+                // Ignores a key that has been held down since it opened the list.
                 if (!event.isAutoRepeat)
                     popup.choose(currentIndex)
                 break
@@ -100,7 +100,7 @@ T.Popup {
                 if (currentIndex >= 0 && !event.isAutoRepeat)
                     popup.picker?.previewed(currentIndex)
                 break
-            case Qt.Key_Space: // chooses when it is let go, as otherwise the picker would get its release
+            case Qt.Key_Space: // acts on release, because the picker would otherwise get the release
                 break
             case Qt.Key_Home:
                 currentIndex = 0

@@ -2,15 +2,15 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// Whatever can be pressed: by mouse, by Space and Return, and by assistive technology, which is told of the control
-/// through the `spoken…` properties (see ControlAccessible).
+/// The base of all controls that can be pressed: by mouse, Space, Return or assistive technology. ControlAccessible
+/// reads the properties `spoken…`.
 T.AbstractButton {
     id: control
 
     property int spokenRole: Accessible.Button
     property string spokenName: text
     property string spokenDetail
-    /// For roles that have two states.
+    /// For roles with two states.
     property bool ticked: false
     property int radius: Theme.radius ///< of the tint's corners
     readonly property color stateTint: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, down ? 0.14 : hovered ? 0.07 : 0)

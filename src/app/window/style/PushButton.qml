@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Orvalen
 
-/// A button: prominent, bordered or plain, with a symbol before its text where it has one.
+/// A button: prominent, bordered or plain, with an optional symbol before its text.
 Pressable {
     id: button
 

@@ -2,20 +2,20 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// A position from 0 to 1. Shows what it is told except while it is dragged.
+/// A slider for a position from 0 to 1. Shows `position01`, except while it is dragged.
 T.Slider {
     id: slider
 
     required property real position01
-    /// The position as a screen reader says it.
+    /// The position as text for screen readers.
     property string spokenPosition
-    /// While dragging.
+    /// Emitted while dragging.
     signal dragged(real value)
-    /// Let go, or set from outside.
+    /// Emitted when the slider is released or set from outside.
     signal released(real value)
-    /// By a key or by a screen reader's step: a share of the whole, forwards or back.
+    /// Emitted for a step by key or screen reader: a share of the range, forwards or backwards.
     signal stepped(real by)
-    // What a screen reader is told of the range.
+    // The range for screen readers.
     readonly property real minimumValue: from
     readonly property real maximumValue: to
 
@@ -31,7 +31,7 @@ T.Slider {
     opacity: enabled ? 1 : Theme.disabledOpacity
     onMoved: dragged(value)
     onPressedChanged: if (!pressed) released(value)
-    // A screen reader writes the value without pressing.
+    // A screen reader sets the value without pressing.
     onValueChanged: if (!pressed && Math.abs(value - position01) > 1e-9) released(value)
 
     Accessible.role: Accessible.Slider
@@ -39,7 +39,7 @@ T.Slider {
     Accessible.onIncreaseAction: stepped(stepSize)
     Accessible.onDecreaseAction: stepped(-stepSize)
 
-    // From where the player is: the slider itself stands at the start while it is paused.
+    // Steps start at the player's position. The slider shows 0 while paused.
     Keys.onRightPressed: stepped(stepSize)
     Keys.onUpPressed: stepped(stepSize)
     Keys.onLeftPressed: stepped(-stepSize)

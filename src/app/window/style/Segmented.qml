@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Orvalen
 
-/// One choice of a few, side by side; in several rows where the width does not hold them.
+/// One choice of a few, side by side, in several rows if the width is too small.
 Item {
     id: picker
 
@@ -35,7 +35,7 @@ Item {
         segmentWidths = widths
     }
 
-    /// The segment's share of a row that has room to spare goes by what it needs.
+    /// Returns the area of a segment. Extra width of a row is shared in proportion to the segments' own widths.
     function place(index: int): rect {
         const room = width - gap * 2
         const row = Math.floor(index / columns)
@@ -86,7 +86,7 @@ Item {
             implicitWidth: Math.ceil(caption.implicitWidth) + 18
             spokenRole: Accessible.RadioButton
             ticked: current
-            // Tab stops once, at the current segment; the arrows do the rest.
+            // One tab stop, at the current segment. Arrow keys move between segments.
             focusPolicy: current || (picker.currentIndex < 0 && index === 0) ? Qt.StrongFocus : Qt.ClickFocus
             onImplicitWidthChanged: picker.measure()
             onClicked: picker.chosen(index)

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Orvalen
 
-/// Turns while something goes on whose end is not known.
+/// Turns while an operation of unknown length runs.
 Item {
     id: spinner
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Orvalen
 
-/// One of our drawings in one colour.
+/// One of our symbols in one colour.
 Image {
     id: symbol
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Orvalen
 
-/// A borderless button that shows nothing but its symbol; its text is for those who cannot see it.
+/// A button without border that shows only a symbol. Screen readers read its text.
 Pressable {
     id: button
 

@@ -3,8 +3,8 @@ pragma Singleton
 import QtQuick
 import Orvalen
 
-/// Colours, sizes and times of the whole window. Everything derives from the system's window and text colours,
-/// so that light and dark follow the desktop at once; text colours are pushed until they can be read.
+/// Colours, sizes and durations of the whole window. Colours derive from the system's window and text colours, so that
+/// light and dark follow the desktop. Text colours are adjusted until their contrast is sufficient.
 QtObject {
     id: theme
 
@@ -19,7 +19,7 @@ QtObject {
     readonly property color black: "#000000"
     readonly property color ink: dark ? white : black
 
-    // Surfaces, from the bottom up.
+    // Surfaces, from bottom to top.
     readonly property color panel: mix(window, white, dark ? 0.045 : 0.55)
     readonly property color inset: dark ? mix(window, black, 0.28) : mix(window, white, 0.9)
     readonly property color control: dark ? mix(window, white, 0.13) : mix(window, white, 0.85)
@@ -35,7 +35,7 @@ QtObject {
     readonly property var pages: [window, panel, inset, control]
     readonly property var everywhere: [window, panel, inset, control, controlHovered, track]
 
-    // Text and marks.
+    // Texts and marks.
     readonly property color text: readable(system.windowText, 7, everywhere)
     readonly property color secondary: readable(mix(window, text, dark ? 0.62 : 0.6), strong ? 7 : 4.6, everywhere)
     readonly property color accentText: readable(dark ? accent : burnt, 4.6, pages)
@@ -54,10 +54,10 @@ QtObject {
     readonly property string family: sample.font.family
     readonly property FontMetrics sample: FontMetrics {}
 
-    /// The desktop's text size against the usual one of 11 points. Smaller texts could not be read.
+    /// The desktop's text size relative to 11 points, at least 1.
     readonly property real scale: Math.max(1, Math.min(1.6, ColorScheme.textScale))
 
-    // Sizes of text by role, in pixels.
+    // Text sizes by role, in pixels.
     readonly property int largeTitle: Math.round(26 * scale)
     readonly property int title: Math.round(23 * scale)
     readonly property int headline: Math.round(15 * scale)
@@ -67,7 +67,7 @@ QtObject {
     readonly property int caption: Math.round(12 * scale)
     readonly property int smallestCaption: Math.round(11 * scale)
 
-    /// The height of a control that is so high at the usual text size.
+    /// Returns the height of a control that has `pixels` at the usual text size.
     function high(pixels: real): real {
         return Math.round(pixels * scale)
     }
@@ -95,7 +95,7 @@ QtObject {
         return (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05)
     }
 
-    /// The colour, pushed towards black or white until it stands out enough on every one of the surfaces.
+    /// Returns the colour, shifted towards black or white until its contrast on every surface is at least `least`.
     function readable(c: color, least: real, surfaces: var): color {
         let result = c
         for (let step = 0; step < 40; ++step) {

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// A scroll bar that keeps out of the way until it is needed.
+/// A thin scroll bar, faint until it is used.
 T.ScrollBar {
     id: bar
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Orvalen
 
-/// A checkbox; asks to be ticked and shows what it is told.
+/// A check box. Shows `ticked` and emits `switched`; the page changes `ticked`.
 Pressable {
     id: box
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Orvalen
 
-/// On or off; asks to be switched and shows what it is told.
+/// A switch. Shows `ticked` and emits `switched`; the page changes `ticked`.
 Pressable {
     id: toggle
 

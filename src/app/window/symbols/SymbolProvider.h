@@ -4,7 +4,7 @@
 
 namespace orvalen {
 
-/// Draws our symbols in any colour and at any size: ‘image://symbol/play.fill/#ff9f0a’.
+/// Draws our symbols in any colour and size: ‘image://symbol/play.fill/#ff9f0a’.
 class SymbolProvider : public QQuickImageProvider {
 public:
     SymbolProvider() : QQuickImageProvider(Image) {}
