@@ -45,7 +45,7 @@ int refuseToStart() {
     constexpr const char* title = "Orvalen is already running";
     std::fprintf(stderr, "%s\n", title);
     QtDialogs().showMessage(title,
-                            "It uses the same library and session files. Go on there, or quit it first.");
+                            "It uses the same library and session files. Use its window, or quit it first.");
     return EXIT_FAILURE;
 }
 

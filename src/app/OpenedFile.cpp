@@ -29,9 +29,9 @@ void openSession(ContentView& view, const Location& file) {
 }
 
 void openLibrary(ContentView& view, const Location& file) {
-    if (view.platform.dialogs.confirm(
-            "Load the library “" + fileName(file) + "”?",
-            "It replaces the tracks that are indexed now and the choices stored for them.", "Load Library"))
+    if (view.platform.dialogs.confirm("Load the library “" + fileName(file) + "”?",
+                                      "It replaces the current library and its stored choices.",
+                                      "Load Library"))
         loadScannedLibraryFile(view, file);
 }
 

@@ -30,7 +30,7 @@ TimerHandle installAutoSave(ContentView& view) {
 
 void contentAppeared(ContentView& view) {
     if (!view.platform.userFolders.applicationSupport())
-        view.platform.console.line("No home folder: the library, the sessions and the choices are not kept");
+        view.platform.console.line("No home folder: library, sessions and choices are not saved");
     prepareMatchingOnLibraryChange(view);
     loadPersistentLibrary(view);
     const std::string version = infoString(view.platform.bundle, "CFBundleShortVersionString");

@@ -172,7 +172,7 @@ Expected<std::vector<std::string>> readJsonTexts(std::string bytes) try {
     for (const element value : array) {
         std::string_view text;
         if (value.get(text))
-            return failure("The array holds something other than strings.");
+            return failure("The array contains other values than strings.");
         texts.emplace_back(text);
     }
     return texts;

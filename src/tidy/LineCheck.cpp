@@ -43,11 +43,11 @@ LineCheck checkLines(std::string_view text) {
 std::string_view reasonText(LeftOutReason reason) {
     switch (reason) {
     case LeftOutReason::noDash:
-        return "no dash with blanks";
+        return "no dash with spaces";
     case LeftOutReason::severalDashes:
-        return "more than one dash with blanks";
+        return "more than one dash with spaces";
     case LeftOutReason::unusualBlank:
-        return "an unusual blank beside the dash";
+        return "an unusual space beside the dash";
     }
     return "";
 }

@@ -18,7 +18,7 @@ TEST(ListHelp, SaysWhichLinesAreLeftOutAndShowsThem) {
     window.expectShown("3 lines: 1 is read, 2 are left out");
     window.click("Lines that are left out");
     const auto line = window.control("A – B – C", QAccessible::Button);
-    EXPECT_EQ(line.description(), "more than one dash with blanks");
+    EXPECT_EQ(line.description(), "more than one dash with spaces");
     window.press(line);
     EXPECT_EQ(ofEditor(window, "selectedText"), "A – B – C");
 

@@ -17,7 +17,7 @@ namespace orvalen {
 namespace {
 
 constexpr qsizetype longestTitle = 200;
-constexpr const char* wrongKind = "%1\nis not of a kind that can be chosen here.";
+constexpr const char* wrongKind = "%1\ncannot be chosen here: it has another file type.";
 
 QFileDialog::FileMode modeOf(const OpenOptions& options) {
     if (!options.files)

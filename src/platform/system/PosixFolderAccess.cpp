@@ -149,7 +149,7 @@ Expected<Location> PosixFolderAccess::resolveBookmark(std::string_view bookmark)
         return failure("The bookmark is not one of this program's.");
     const std::string_view path = bookmark.substr(bookmarkMark.size());
     if (!isUsablePath(path))
-        return failure("The bookmark leads to no absolute path.");
+        return failure("The bookmark contains no absolute path.");
     return Location{std::string(path)};
 }
 

@@ -137,7 +137,7 @@ Expected<FileTags> readMpegTags(const ByteSource& file) {
     if (start)
         readId3Tag(tags, file, *start);
     if (!tags.hasTitleAndArtist() && !readEndTags(tags, file) && !start)
-        return failure("The file holds no audio that can be read");
+        return failure("The file contains no readable audio");
     return tags;
 }
 

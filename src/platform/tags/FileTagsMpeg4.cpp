@@ -89,7 +89,7 @@ void readItem(FileTags& tags, const ByteSource& file, const ByteRange& list, con
 Expected<FileTags> readMpeg4Tags(const ByteSource& file) {
     const auto movie = find(file, {0, file.size()}, "moov");
     if (!movie || movie->isCutOff)
-        return failure("The file ends before its description");
+        return failure("The file is incomplete: its description (moov) is missing");
     FileTags tags;
     if (const auto list = findItemList(file, movie->content)) {
         tags.formats.emplace_back("mp4");

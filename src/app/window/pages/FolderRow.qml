@@ -34,7 +34,7 @@ RowLayout {
         id: hint
 
         visible: row.notConnected
-        text: "not connected: tracks leave the index at the next refresh"
+        text: "not connected: the next refresh removes its tracks"
         font.pixelSize: Theme.smallestCaption
         font.italic: true
         color: Theme.secondary

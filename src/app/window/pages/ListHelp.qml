@@ -41,7 +41,7 @@ ColumnLayout {
             text: "Tidy List"
             // Hidden while a question is shown, because the tip would cover it.
             tip: box.help.readings.length > 0 ? ""
-                : "Removes numbers, bullets, emoji and notes, and writes dashes with blanks. Ctrl+Z takes it back."
+                : "Removes numbers, bullets, emoji and notes, and puts spaces around dashes. Ctrl+Z undoes it."
             textSize: Theme.footnote
             enabled: box.help.canTidy
             onClicked: box.help.tidy()

@@ -40,7 +40,7 @@ ColumnLayout {
     }
     Notice {
         visible: notices.review.previousIsKept
-        text: "The rows reviewed before these are kept"
+        text: "The rows that you reviewed before were kept"
         action: "Load them"
         onAccepted: notices.review.loadPrevious()
     }

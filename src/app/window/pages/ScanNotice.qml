@@ -18,7 +18,7 @@ ColumnLayout {
     }
     PushButton {
         visible: notice.library.folderVanished
-        text: "Load the library of before"
+        text: "Load the library from before the scan"
         textSize: Theme.caption
         onClicked: notice.library.loadLibraryOfBefore()
     }
