@@ -11,7 +11,7 @@
 
 namespace orvalen::bench {
 
-/// A made library and lines that fit it.
+/// A generated library and wanted lines for it.
 struct BenchLibrary {
     explicit BenchLibrary(std::size_t tracks) : made(1), index(made.index(tracks)) {}
 
@@ -23,13 +23,13 @@ struct BenchLibrary {
     LibraryIndex index;
 };
 
-/// Made once a size and kept, because making takes longer than what is measured.
+/// Returns the library of this size. Keeps it, because generating takes longer than the measurements.
 inline const BenchLibrary& benchLibrary(std::size_t tracks) {
     static std::map<std::size_t, BenchLibrary> libraries;
     return libraries.try_emplace(tracks, tracks).first->second;
 }
 
-/// The index again with texts of its own, so that it has no cache yet.
+/// Returns a copy of the index with its own texts, which therefore has no cache yet.
 inline LibraryIndex unprepared(const LibraryIndex& index) {
     LibraryIndexBuilder builder;
     for (std::size_t position = 0; position < index.trackCount(); ++position)
@@ -37,7 +37,7 @@ inline LibraryIndex unprepared(const LibraryIndex& index) {
     return builder.finish();
 }
 
-/// The processor's milliseconds for this thread, which say the same on a busy machine as on an idle one.
+/// Returns the processor time of this thread, which does not depend on other processes.
 inline double processorMilliseconds() {
     timespec time{};
     ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);

@@ -24,8 +24,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Tagged files with the tempo frame after the picture. The picture's blocks are reserved on the disk but not
-/// written, because no reader reads them.
+/// Tagged files with the tempo after the picture. The picture's blocks are reserved but not written, because
+/// no reader reads them.
 class Files {
 public:
     Files(std::size_t count, std::size_t picture) : pictureLength(picture) {
@@ -83,8 +83,8 @@ bool isHeadCached(const std::string& path) {
     return result;
 }
 
-/// Takes the files out of the page cache; false where the system does not do it. With ORVALEN_DROP_CACHES set
-/// also the names and inodes, of the whole system, which only root may do.
+/// Removes the files from the page cache. Returns false if the system keeps a page. With ORVALEN_DROP_CACHES,
+/// also removes all names and inodes of the system, which needs root.
 bool tryToDrop(const Files& files) {
     for (const std::string& path : files.paths) {
         const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
@@ -97,12 +97,12 @@ bool tryToDrop(const Files& files) {
     return !isHeadCached(files.paths.back());
 }
 
-/// Once more where a page was just in use.
+/// Tries again if a page was in use.
 bool dropFromCache(const Files& files) {
     return tryToDrop(files) || tryToDrop(files) || tryToDrop(files);
 }
 
-/// As a scan does it, with or without reading ahead.
+/// Reads the tags as a scan does, with or without reading ahead.
 void readAll(benchmark::State& state, const Files& files, bool isAhead) {
     FileMediaAssets assets;
     test::FakeConsole console;
@@ -209,7 +209,7 @@ BENCHMARK(scanCold)
     ->Apply(both);
 BENCHMARK(scanColdRaw)->Name("scan_cold_raw")->Apply(raw);
 BENCHMARK(scanColdRaw16)->Name("scan_cold_raw16")->Apply(raw);
-// One head that seeks; the time of a round trip; one head, and nothing kept of what was read.
+// A hard disk; a network drive; a hard disk whose content is not cached.
 BENCHMARK_CAPTURE(scanSlow, rotating, {5ms, false, true})->Name("scan_rotating")->Apply(slow);
 BENCHMARK_CAPTURE(scanSlow, network, {20ms, true, true})->Name("scan_network")->Apply(slow);
 BENCHMARK_CAPTURE(scanSlow, uncached, {2ms, false, false})->Name("scan_uncached")->Apply(slow);

@@ -14,14 +14,14 @@
 namespace orvalen::bench {
 namespace {
 
-/// A text to look for, and the name of the track that it was made from.
+/// A text to find, and the track from which it was made.
 struct Query {
     std::string text;
     std::string artist;
     std::string title;
 };
 
-/// Leaves a letter out, exchanges two, or replaces one, in the longest word.
+/// Removes, exchanges or replaces a letter in the longest word.
 std::string misspelt(std::string text, std::mt19937& random) {
     std::size_t start = 0;
     std::size_t length = 0;
@@ -48,7 +48,7 @@ std::string misspelt(std::string text, std::mt19937& random) {
     }
 }
 
-/// Artist and title of tracks, each with a misspelt word.
+/// Returns artist and title of some tracks, each with a misspelt word.
 std::vector<Query> queries(const LibraryIndex& index, std::size_t count) {
     std::mt19937 random(5);
     std::vector<Query> result;
@@ -61,7 +61,7 @@ std::vector<Query> queries(const LibraryIndex& index, std::size_t count) {
     return result;
 }
 
-/// Some of the texts on the way to the whole: the first letter, every fifth, the last.
+/// Returns the text as it is typed: the first letter, every fifth, the complete text.
 std::vector<std::string> keystrokes(const Query& query) {
     std::vector<std::string> texts;
     for (std::size_t length = 1; length < query.text.size(); length += 5)
@@ -77,8 +77,8 @@ bool holds(const LibraryIndex& index, const std::vector<std::size_t>& positions,
     });
 }
 
-/// Runs every query to its end and counts the milliseconds of each keystroke and the queries whose track is
-/// among the first fifty.
+/// Types every query. Counts the milliseconds per keystroke, and the queries whose track is among the first
+/// fifty results.
 template <typename Find>
 void type(benchmark::State& state, const LibraryIndex& index, Find find) {
     const std::vector<Query> wanted = queries(index, 20);
@@ -116,8 +116,7 @@ void find(benchmark::State& state) {
     type(state, index, [&](const std::string& text) { return findTracks(catalog, text); });
 }
 
-/// What SQLite offers for the same: a trigram table in memory, asked for the tracks with the most trigrams in
-/// common.
+/// The same with SQLite: an in-memory trigram table that returns the tracks with the most common trigrams.
 class TrigramTable {
 public:
     explicit TrigramTable(const LibraryIndex& index) {
@@ -184,7 +183,7 @@ void findFts5(benchmark::State& state) {
     type(state, index, [&](const std::string& text) { return table.find(text); });
 }
 
-/// Suggestions for misspelt lines, as the rows without a candidate ask for them.
+/// Suggestions for misspelt lines, as for rows without a candidate.
 void suggest(benchmark::State& state) {
     const BenchLibrary& library = benchLibrary(static_cast<std::size_t>(state.range(0)));
     const LibraryCatalog catalog(library.index);

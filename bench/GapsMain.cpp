@@ -30,7 +30,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// What a user of long standing has on the disk: music, and the library file of an earlier scan.
+/// Creates the files of a user: music, and the library file of an earlier scan.
 void makeHome(const std::string& home, std::size_t tracks) {
     test::MadeLibrary made;
     LibraryIndexBuilder index;
@@ -53,7 +53,7 @@ void makeHome(const std::string& home, std::size_t tracks) {
         lines << line << '\n';
 }
 
-/// In a process of its own, so that what is measured starts as small as the program does.
+/// Uses another process, so that the measured one starts with little memory.
 bool makeHomeElsewhere(const std::string& home, std::size_t tracks) {
     const pid_t child = ::fork();
     if (child == 0) {
@@ -72,7 +72,7 @@ double residentMegabytes() {
     return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
-/// Drives the program through its operations and tells the gaps of each step.
+/// Drives the program through its operations and prints the gaps of each step.
 class Session {
 public:
     Session(LoopProbe& probe, std::size_t tracks) : probe_(probe), tracks_(tracks) {
@@ -97,14 +97,14 @@ public:
         step("back", [&] { view.showResultsPage.set(false); });
         auto rows = test::reviewedRows(10'000);
         step("open 10,000 rows", [&] {
-            view.matchedTracks.set(std::move(rows)); // as a run hands them over
+            view.matchedTracks.set(std::move(rows)); // as a match run does
             view.showResultsPage.set(true);
         });
         step("select all", [&] { setIncludeForAll(view, true); });
         step("auto-save", [&] { autoSaveSession(view); });
     }
 
-    /// Match, include, listen, close, again and again; what the process holds in memory must not grow.
+    /// Matches, includes, previews and closes repeatedly. Prints the memory of the process.
     void repeat(int loops) {
         ContentView& view = program_->view;
         for (int loop = 1; loop <= loops; ++loop) {
@@ -163,13 +163,13 @@ private:
             QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
 
-    /// Lets the views come to rest; what that takes belongs to the step.
+    /// Waits until the views are up to date. This time belongs to the step.
     void rest(std::chrono::milliseconds time = 1500ms) {
         const auto end = std::chrono::steady_clock::now() + time;
         wait([&] { return std::chrono::steady_clock::now() > end; });
     }
 
-    /// What the program says stands until it is confirmed; the loop goes on meanwhile.
+    /// Confirms an open message. The main loop runs meanwhile.
     void closeMessage() {
         if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
             ++messages_;
@@ -200,9 +200,9 @@ private:
 } // namespace
 } // namespace orvalen::bench
 
-/// Usage: orvalen_gaps TRACKS [LOOPS]. Makes a library of so many files below the temporary folder, runs the
-/// real program over it and prints, for each step, the longest time that its main loop was not served; then,
-/// where asked for, goes through so many evenings and prints the memory that it holds.
+/// Usage: orvalen_gaps TRACKS [LOOPS]. Creates a library of TRACKS files below the temporary folder and runs
+/// the real program with it. Prints the longest gap of the main loop for each step. With LOOPS, repeats the
+/// evening and prints the memory of the process.
 int main(int argc, char** argv) {
     using namespace orvalen;
     const std::size_t tracks = argc >= 2 ? std::strtoull(argv[1], nullptr, 10) : 0;

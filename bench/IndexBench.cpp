@@ -19,7 +19,7 @@ std::size_t residentBytes() {
     return resident * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 }
 
-/// Index and catalog together, in resident memory.
+/// Resident memory of index and catalog.
 void memory(benchmark::State& state) {
     const auto tracks = static_cast<std::size_t>(state.range(0));
     const auto perTrack = [tracks](std::size_t after, std::size_t before) {
@@ -49,7 +49,7 @@ void buildIndex(benchmark::State& state) {
         benchmark::DoNotOptimize(unprepared(index).trackCount());
 }
 
-/// One more track in an index of which a copy stands.
+/// Adds one track to an index of which a copy exists.
 void fileOneTrack(benchmark::State& state) {
     const LibraryIndex& index = benchLibrary(static_cast<std::size_t>(state.range(0))).index;
     const Track track{"Title", "Somebody new", "", "/home/dj/browsed.mp3", 120};
@@ -60,7 +60,7 @@ void fileOneTrack(benchmark::State& state) {
     }
 }
 
-/// What the folder list asks for at every change of the index.
+/// The calls of the folder list after each change of the index.
 void countUnderFolders(benchmark::State& state) {
     const LibraryIndex& index = benchLibrary(static_cast<std::size_t>(state.range(0))).index;
     const std::string deep(index.track(index.trackCount() / 2).path);

@@ -15,7 +15,7 @@ double millisecondsSince(std::chrono::steady_clock::time_point begin) {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
 }
 
-/// For how long this thread could have run and had no processor.
+/// Returns how long this thread was ready to run but had no processor.
 double waitedMilliseconds() {
     std::ifstream stream("/proc/thread-self/schedstat");
     double ran = 0;
@@ -38,11 +38,11 @@ LoopProbe::Gaps LoopProbe::takeGaps() {
 
 bool LoopProbe::notify(QObject* receiver, QEvent* event) {
     const auto begin = Clock::now();
-    // Both may be gone afterwards.
+    // The event may delete both.
     const char* const receiverClass = receiver->metaObject()->className();
     const QEvent::Type type = event->type();
     const bool handled = QApplication::notify(receiver, event);
-    // An event that opens a dialog ends many beats later.
+    // An event that opens a dialog ends much later, so the time is counted from the last timer call.
     const double took = millisecondsSince(std::max(begin, lastBeat_));
     if (took >= std::max(longestEvent_, 1.0)) {
         longestEvent_ = took;

@@ -8,20 +8,20 @@
 
 namespace orvalen::bench {
 
-/// An application that notes how long its main loop goes without a turn: a timer beats every millisecond,
-/// and the time between two beats is a gap. What the thread spent waiting for a processor that others had is
-/// not counted, so that a busy machine shows about the same as an idle one.
+/// An application that measures gaps of its main loop. A timer fires every millisecond; the time between two
+/// of its calls is a gap. Time in which other processes used the processor is not counted, so results on a
+/// busy machine are similar.
 class LoopProbe : public QApplication {
 public:
     struct Gap {
-        double milliseconds = 0; ///< without the wait for a processor
-        double processor = 0;    ///< of these, milliseconds in which the main thread ran
+        double milliseconds = 0; ///< without waiting for a processor
+        double processor = 0;    ///< the part of it in which the main thread ran
         QString event;           ///< what took most of it: the receiver's class and the event's type
     };
 
     LoopProbe(int& argc, char** argv);
 
-    /// The gaps since this was last called: the longest of all, and each that is worth telling.
+    /// The gaps since the last call: the longest, and all that are reported.
     struct Gaps {
         Gap longest;
         std::vector<Gap> tellable;

@@ -21,7 +21,7 @@ inline std::string textFrame(const std::string& name, const std::string& text) {
     return frame(name, '\3' + text);
 }
 
-/// The tag of a bought mp3: its usual frames, a picture where one is wanted, some padding.
+/// Returns a tag like that of a bought mp3: the usual frames, optionally a picture, and padding.
 inline std::string mp3Tag(const Track& track, std::size_t pictureLength, std::size_t padding) {
     std::string frames = textFrame("TIT2", track.title) + textFrame("TPE1", track.artist) +
                          textFrame("TALB", "The album") + textFrame("TRCK", "4/12") +

@@ -18,8 +18,8 @@ std::vector<std::string> repeated(const std::vector<std::string>& lines, std::si
     return result;
 }
 
-/// Whole runs, as the Match button starts them: parsing, search, the database's remembered choices,
-/// diagnostics, posts and the rows in the state. The catalog is made beforehand and counted by itself.
+/// Complete match runs: parsing, search, preferred matches, console lines, posts, and the rows in the state.
+/// The catalog is built before and counted separately.
 void match(benchmark::State& state, const std::vector<std::string>& lines, const LibraryIndex& index) {
     const LibraryIndex fresh = unprepared(index);
     const double beforeCatalog = processorMilliseconds();
@@ -59,7 +59,7 @@ void matchThese(benchmark::State& state, const std::vector<std::string>& lines) 
     match(state, repeated(lines, static_cast<std::size_t>(state.range(1))), library.index);
 }
 
-/// Ten thousand tracks that nobody tagged, among the others.
+/// 10,000 untagged tracks among the others.
 void matchCrowd(benchmark::State& state) {
     static const LibraryIndex index = [] {
         test::MadeLibrary made;

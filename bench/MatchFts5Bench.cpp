@@ -9,8 +9,8 @@
 namespace orvalen::bench {
 namespace {
 
-/// The same containment asked of SQLite: a table in memory with the texts normalised, ready to be searched by
-/// one prepared statement with the wanted artist and title.
+/// The same containment search with SQLite: an in-memory table of normalised texts, and one prepared
+/// statement.
 class SqlTable {
 public:
     SqlTable(const LibraryIndex& index, const char* create, const char* query) {
@@ -65,7 +65,8 @@ private:
     sqlite3_stmt* select_ = nullptr;
 };
 
-/// Normalised; a trigram table finds nothing shorter than three letters, so such lines are left out.
+/// Normalised requests. A trigram table finds nothing shorter than three letters, so such requests are left
+/// out.
 std::vector<Request> wanted(const BenchLibrary& library, std::size_t count) {
     std::vector<Request> requests;
     for (const std::string& line : library.lines(count)) {

@@ -8,7 +8,7 @@
 namespace orvalen::bench {
 namespace {
 
-/// What every track is compared by, normalised once.
+/// The normalised texts of a track.
 struct PlainTexts {
     std::string artist;
     std::string title;
@@ -50,8 +50,7 @@ std::vector<Request> requests(const std::vector<std::string>& lines) {
     return result;
 }
 
-/// The file names and the containment test alone, by a loop over all texts and by the catalog: the ratio of
-/// the two is what the catalog is worth.
+/// Search by file name and containment, with a loop over all texts or with the catalog.
 template <typename Search>
 void search(benchmark::State& state, const std::vector<Request>& wanted, Search matches) {
     std::size_t found = 0;

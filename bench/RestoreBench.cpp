@@ -16,7 +16,7 @@
 namespace orvalen {
 namespace {
 
-/// A library of so many tracks, every tenth with an accent, every third with a tempo.
+/// A library in which every tenth track has an accent and every third a tempo.
 LibraryIndex library(std::int64_t tracks) {
     LibraryIndexBuilder builder;
     for (std::int64_t i = 0; i < tracks; ++i) {
@@ -71,7 +71,7 @@ PlainIndex plainRestored(const std::string& bytes) {
     return index;
 }
 
-/// The usual way: a tree of values, then a map of lists of records.
+/// The plain way: a tree of values, then a map of lists of records.
 void plainRestore(benchmark::State& state) {
     const std::string bytes = libraryText(state.range(0));
     for (auto _ : state)
@@ -79,7 +79,7 @@ void plainRestore(benchmark::State& state) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes.size()));
 }
 
-/// The usual way: the tree of values is built first and then written.
+/// The plain way: builds a tree of values and writes it.
 void plainSave(benchmark::State& state) {
     const PlainIndex index = plainRestored(libraryText(state.range(0)));
     for (auto _ : state) {
@@ -106,7 +106,7 @@ void plainSave(benchmark::State& state) {
     }
 }
 
-/// Resident bytes: those of now, and the most there have been since forgetPeak().
+/// Returns the resident bytes now, or the largest number since forgetPeak().
 std::size_t residentBytes(const char* name) {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);)
@@ -120,7 +120,7 @@ void forgetPeak() {
     std::ofstream("/proc/self/clear_refs") << 5;
 }
 
-/// How much memory reading and writing take at their peak on top of what stays, in times the file's size.
+/// Memory at the peak of reading and writing, without what remains, relative to the size of the file.
 void peak(benchmark::State& state) {
     const test::TemporaryFolder folder;
     const std::string path = folder.write("library.orvl", libraryText(state.range(0)));

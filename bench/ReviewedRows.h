@@ -9,7 +9,7 @@
 
 namespace orvalen::test {
 
-/// A reviewed list as a DJ has it: names of a usual length, some not ASCII, five candidates a row.
+/// Typical reviewed rows: names of usual length, some not ASCII, five candidates per row.
 inline std::vector<MatchedTrack> reviewedRows(std::int64_t count) {
     std::vector<MatchedTrack> rows;
     for (std::int64_t i = 0; i < count; ++i) {

@@ -16,7 +16,7 @@
 namespace orvalen {
 namespace {
 
-/// The start of a bought file: its tag and a little silence.
+/// Returns the start of a bought file: its tag and some silence.
 std::string mp3(std::size_t number, std::size_t pictureLength) {
     const Track track{"Song number " + std::to_string(number), "Artist " + std::to_string(number / 8),
                       "House", "", static_cast<std::int64_t>(90 + number % 50)};
@@ -26,7 +26,7 @@ std::string mp3(std::size_t number, std::size_t pictureLength) {
     return bench::mp3Tag(track, pictureLength, 1024) + audio;
 }
 
-/// Real files on the disk, kept for the benchmarks of the same shape.
+/// Real files on the disk, shared by benchmarks with the same parameters.
 class Files {
 public:
     Files(std::size_t count, std::size_t pictureLength) {
@@ -53,7 +53,7 @@ const Files& files(const benchmark::State& state) {
     return *made;
 }
 
-/// What this process has read so far, by its own calls.
+/// Returns the number of bytes that this process has read with system calls.
 double bytesRead() {
     std::ifstream stream("/proc/self/io");
     std::string name;

@@ -13,12 +13,12 @@
 #include <unistd.h>
 #include <utility>
 
-// The functions at the end stand before those of the C library, for this whole program.
+// The functions at the end replace those of the C library in this program.
 
 namespace orvalen::bench {
 namespace {
 
-using Block = std::pair<ino_t, off_t>; ///< -1 for the inode itself
+using Block = std::pair<ino_t, off_t>; ///< offset -1: the inode itself
 constexpr off_t blockLength = 16 << 10;
 
 struct Drive {
@@ -29,7 +29,7 @@ struct Drive {
     std::set<Block> asked;
     std::set<Block> cached;
     std::condition_variable arrival;
-    std::mutex head; ///< of a drive that serves one request at a time
+    std::mutex head; ///< locked during a request, if the drive serves one at a time
 };
 
 Drive drive;
@@ -40,7 +40,7 @@ void serve() {
     std::this_thread::sleep_for(drive.kind.request);
 }
 
-/// Like the system, lets a second reader of a cached drive wait for the block that is on its way.
+/// A second reader of a cached drive waits for a block that is being read, as in the kernel.
 void request(const Block& block) {
     if (!drive.kind.isCached)
         return serve();

@@ -6,13 +6,13 @@
 namespace orvalen::bench {
 
 struct DriveKind {
-    std::chrono::microseconds request; ///< time of one request
+    std::chrono::microseconds request; ///< duration of one request
     bool isParallel;                   ///< requests are served at the same time, not one after another
-    bool isCached;                     ///< the system keeps what was read
+    bool isCached;                     ///< the system caches what was read
 };
 
-/// While it exists, files below the folder are opened and read by this process as from such a drive with an
-/// empty cache. A request is one opening, or one block of 16 kB.
+/// While this object exists, this process reads files below the folder as if from such a drive, with an empty
+/// cache. A request opens a file or reads 16 kB.
 class SlowDrive {
 public:
     SlowDrive(std::string folder, const DriveKind& kind);

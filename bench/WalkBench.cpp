@@ -12,7 +12,7 @@
 namespace orvalen {
 namespace {
 
-/// Empty files in the folders of a made library, one tree at a time.
+/// Returns a folder tree of empty files, as in a generated library. Keeps only one tree.
 const std::string& tree(std::int64_t files) {
     static std::int64_t made = 0;
     static std::unique_ptr<test::TemporaryFolder> folder;
@@ -61,7 +61,7 @@ std::size_t readNames(const std::string& folder) {
     return items;
 }
 
-/// No more than what the system needs to tell the names: nothing is kept, sorted or looked at.
+/// Reads the names only, without keeping or sorting them.
 void plainWalk(benchmark::State& state) {
     const std::string& root = tree(state.range(0));
     std::size_t items = 0;

@@ -25,7 +25,7 @@ double secondsSince(Clock::time_point begin) {
     return std::chrono::duration<double>(Clock::now() - begin).count();
 }
 
-/// The real window off-screen, drawn by the processor as on a machine without a graphics card.
+/// The real window, off-screen and with software rendering.
 class Stage {
 public:
     Stage() {
@@ -36,7 +36,7 @@ public:
     }
 
     struct Took {
-        double change; ///< until the views hold it
+        double change; ///< until the views have it
         double frame;  ///< until it is drawn
     };
 
@@ -53,7 +53,7 @@ public:
         return {changed, secondsSince(begin)};
     }
 
-    /// Lets animations end and the window come to rest.
+    /// Waits until animations have ended.
     void rest() {
         const auto begin = Clock::now();
         while (secondsSince(begin) < 0.5) {
@@ -67,7 +67,7 @@ public:
         QCoreApplication::sendEvent(window_->window(), &event);
     }
 
-    /// The first visible item that fits.
+    /// Returns the first visible item for which `fits` is true.
     QQuickItem* find(const std::function<bool(QQuickItem&)>& fits) const {
         return find(*window_->window()->contentItem(), fits);
     }
@@ -100,7 +100,7 @@ private:
     int frames_ = 0;
 };
 
-/// Counts the time until the views hold the change; the frame is told apart.
+/// Records the time until the views have the change. The time until the frame is a separate counter.
 void count(benchmark::State& state, const Stage::Took& took) {
     state.SetIterationTime(took.change);
     state.counters["ms_with_frame"] = took.frame * 1e3;

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Draws how the benchmarks grow with the library.
+"""Draws the benchmarks over the size of the library.
 
-Usage: plot.py RESULTS.json PICTURE.svg, with what orvalen_bench --benchmark_format=json wrote.
+Usage: plot.py RESULTS.json PICTURE.svg. RESULTS.json is the output of orvalen_bench --benchmark_format=json.
 """
 
 import json
@@ -9,7 +9,7 @@ import math
 import re
 import sys
 
-LINES = [  # name of the benchmark, what is read of it, label
+LINES = [  # benchmark, counter, label
     ("restore", "cpu_time", "restore, ms"),
     ("save", "cpu_time", "save, ms"),
     ("index_build", "cpu_time", "index made, ms"),
@@ -57,7 +57,7 @@ def grid():
         parts.append(f'<path d="M{LEFT} {y(time):.1f}h{WIDTH}" stroke="#ddd"/>')
         parts.append(text(LEFT - 8, y(time) + 4, f"{time:g} ms", 'text-anchor="end"'))
         time *= 10
-    # What doubles with the library goes along these.
+    # Guide lines for what grows in proportion to the library.
     parts.extend(
         f'<path d="M{x(1e4):.1f} {y(start):.1f}L{x(1e6):.1f} {y(start * 100):.1f}" stroke="#bbb" stroke-dasharray="2 5"/>'
         for start in (1e-3, 1e-2, 1e-1, 1, 10, 100)

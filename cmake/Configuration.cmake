@@ -1,4 +1,4 @@
-# What a maker fills in; the README says how to get credentials of one's own.
+# Values that a distributor sets. The README says how to get credentials.
 set(ORVALEN_SITE_NAME "orvalen.example" CACHE STRING "The maker's site, as the footer names it")
 set(ORVALEN_UPDATE_URL "https://orvalen.example/latest.json" CACHE STRING "The address of the update manifest")
 set(ORVALEN_SPOTIFY_ACCOUNTS_URL "https://accounts.spotify.com" CACHE STRING "Base address of the token service")
@@ -14,7 +14,7 @@ foreach(credential ORVALEN_SPOTIFY_CLIENT_ID ORVALEN_SPOTIFY_CLIENT_SECRET)
   endif()
 endforeach()
 
-# They are written into a C++ header as they are.
+# These texts are copied into a C++ header without escaping.
 foreach(text ORVALEN_SITE_NAME ORVALEN_UPDATE_URL ORVALEN_SPOTIFY_ACCOUNTS_URL ORVALEN_SPOTIFY_API_URL)
   if("${${text}}" MATCHES "[\"\\\n]")
     message(FATAL_ERROR "${text} must hold no quotation mark, backslash or line break")
@@ -25,7 +25,7 @@ is_update_address("${ORVALEN_UPDATE_URL}" is_valid)
 if(NOT is_valid)
   message(FATAL_ERROR "ORVALEN_UPDATE_URL must be https://HOST/latest.json; plain http is for loopback addresses only")
 endif()
-# Paths that begin with a slash are put behind the base addresses.
+# Paths that start with a slash are appended to the base addresses.
 foreach(address ORVALEN_SPOTIFY_ACCOUNTS_URL ORVALEN_SPOTIFY_API_URL)
   string(REGEX REPLACE "/+$" "" ${address} "${${address}}")
 endforeach()

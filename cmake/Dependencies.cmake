@@ -1,4 +1,4 @@
-# Everything that is not ours, with the target that uses it. docs/dependencies.md tells why each is here.
+# All external libraries. docs/dependencies.md says what each is for.
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 find_package(ICU REQUIRED COMPONENTS uc i18n)

@@ -1,5 +1,5 @@
-# Parses the large headers of the libraries once per target instead of once per file. Builds whose result is analysed
-# (clang-tidy) switch it off, which also shows a file that forgets an include.
+# Parses the large headers of libraries once per target instead of once per file. Builds for clang-tidy switch this off,
+# which also detects missing includes.
 option(ORVALEN_PRECOMPILE "Use precompiled headers" ON)
 
 set(orvalen_standard_headers
@@ -14,8 +14,8 @@ function(precompile target)
   endif()
 endfunction()
 
-# Tests compile in half the time without the optimiser, and what they call is optimised all the same. The fortified
-# library calls need the optimiser.
+# Tests compile in half the time without the optimiser, and the tested libraries are still optimised. Fortified calls
+# need the optimiser.
 function(compile_quickly target)
   if(CMAKE_BUILD_TYPE STREQUAL "Release")
     target_compile_options(${target} PRIVATE -O0 -U_FORTIFY_SOURCE)

@@ -1,4 +1,4 @@
-# ORVALEN_SANITIZE: a comma-separated list as the compiler's -fsanitize takes it, for every target.
+# ORVALEN_SANITIZE: a comma-separated list for the compiler's -fsanitize, used for all targets.
 set(ORVALEN_SANITIZE "" CACHE STRING "Sanitizers to build everything with, for example address,undefined")
 
 if(ORVALEN_SANITIZE)

@@ -1,5 +1,5 @@
-# Sets RESULT to whether ADDRESS may be the address of the update manifest: https and the path "/latest.json". Plain
-# http is for a server of one's own, on a loopback address only: whoever can change the answer chooses what users download.
+# Sets RESULT to whether ADDRESS is a valid address of the update manifest: https with the path "/latest.json". http is
+# allowed for loopback addresses only, for tests: whoever can change the answer chooses what users download.
 function(is_update_address address result)
   set(port "(:[0-9]+)?")
   set(loopback "(localhost|127\\.[0-9]+\\.[0-9]+\\.[0-9]+|\\[::1\\])")

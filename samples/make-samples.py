@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Makes the sample music from nothing: ffmpeg synthesises the tones, mutagen writes the tags.
+"""Generates the sample music: ffmpeg makes the tones, mutagen writes the tags.
 
-Run it where the samples shall stand anew: make-samples.py [FOLDER]. Needs ffmpeg and python3-mutagen.
+Usage: make-samples.py [FOLDER]. Needs ffmpeg and python3-mutagen.
 """
 
 import subprocess
@@ -19,7 +19,7 @@ PLAIN = ["-ar", "16000"]
 
 
 def tone(name, frequency, seconds=2.0, options=COMPRESSED):
-    """A soft chord over the frequency, mono, that fades out; returns the file's path."""
+    """Writes a mono chord on this frequency that fades out. Returns the path of the file."""
     path = FOLDER / name
     path.parent.mkdir(parents=True, exist_ok=True)
     chord = "+".join(f"0.2*sin(2*PI*{frequency * ratio:.3f}*t)" for ratio in (1, 1.25, 1.5))
@@ -52,7 +52,7 @@ def tag_chunk(file, *tags):
 
 
 def cover():
-    """A small picture, as most bought files carry one."""
+    """Adds a small cover picture, as most bought files have."""
     picture = subprocess.run(
         ["ffmpeg", "-v", "error", "-f", "lavfi", "-i", "gradients=s=160x160:d=1:x0=0:y0=0:x1=160:y1=160:n=2:c0=0x20304a:c1=0xd08a3c:speed=0.00001:seed=1",
          "-frames:v", "1", "-f", "image2pipe", "-c:v", "mjpeg", "-bitexact", "-"],
@@ -71,13 +71,13 @@ def make_mp3():
     tag_mp3(tone("House/Static Garden - Undertow.mp3", 196), 3,
             *frames("Undertow", "Static Garden", "128.50", Encoding.LATIN1))
     tag_mp3(tone("Wedding/Νίκη Αλεξίου - Καλοκαίρι.mp3", 330), 4, *frames("Καλοκαίρι", "Νίκη Αλεξίου"))
-    # mutagen leaves empty frames out; the terminator alone is an empty text that stays.
+    # mutagen omits empty frames. The terminator alone is an empty text that is kept.
     tag_mp3(tone("House/Static Garden - Track 03.mp3", 247), 4, *frames("\0", "Static Garden"),
             TCON(encoding=Encoding.UTF8, text=["House"]))
     tone("Wedding/Speech Intro.mp3", 175, 1.0)
     whole = tone("House/Velvet Circuit - Neon Rain.mp3", 208)
     tag_mp3(whole, 3, *frames("Neon Rain", "Velvet Circuit", "124", Encoding.LATIN1))
-    # A download that broke off: of the tag's second text only the first letters arrived.
+    # An incomplete download: only the first letters of the tag's second text.
     data = whole.read_bytes()
     whole.write_bytes(data[:data.index(b"Velvet Circuit") + 4])
 

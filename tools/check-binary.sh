@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Says what a shipped binary carries against faults that got past the tests, and fails when anything is missing.
+# Prints the protections of a program file against exploits, and fails if one is missing.
 # Usage: tools/check-binary.sh PROGRAM...
 set -euo pipefail
 
 missing=0
 
-# has WHAT PATTERN TEXT: the text must hold a line that matches.
+# has WHAT PATTERN TEXT: a line of the text must match.
 has() {
     if grep -qE -- "$2" <<<"$3"; then
         printf '  %-40s yes\n' "$1"

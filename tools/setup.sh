@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What ./run, ./test and .ci/run share: installing packages, configuring, building. Source it from the project's root.
+# Functions of ./run, ./test and .ci/run: installing packages, configuring, building. Source it from the project's root.
 
 say() { printf '==> %s\n' "$*"; }
 
@@ -8,7 +8,7 @@ fail() {
     exit 1
 }
 
-# packages_of GROUP...: the names under these groups, one a line.
+# packages_of GROUP...: prints the packages of these groups, one per line.
 packages_of() {
     local group
     for group in "$@"; do
@@ -16,18 +16,18 @@ packages_of() {
     done
 }
 
-# missing_of GROUP...: those of them that are not installed.
+# missing_of GROUP...: prints the packages that are not installed.
 missing_of() {
     local -a wanted
     mapfile -t wanted < <(packages_of "$@")
     ((${#wanted[@]})) || fail "no packages listed under: $*"
-    # dpkg-query fails when it knows nothing of one of them; what it prints of the others still holds.
+    # dpkg-query fails if it does not know a package, but still prints the others.
     comm -23 <(printf '%s\n' "${wanted[@]}" | LC_ALL=C sort -u) \
         <(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "${wanted[@]}" 2>/dev/null |
             awk '$1 == "installed" { print $2 }' | LC_ALL=C sort -u)
 }
 
-# as_root COMMAND...: runs it, through sudo where we are not root. Asks for a password only at a terminal.
+# as_root COMMAND...: runs the command, with sudo if we are not root. Asks for a password only at a terminal.
 as_root() {
     if ((EUID == 0)); then
         "$@" </dev/null
@@ -44,7 +44,7 @@ apt_get() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -y -o DPkg::Lock::Timeout=300 "$@"
 }
 
-# install_packages GROUP...: installs what is missing and says so; touches nothing when nothing is.
+# install_packages GROUP...: installs missing packages and prints them. Does nothing if none is missing.
 install_packages() {
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
         fail "this set-up is for Debian 12. Elsewhere, install the like of packaging/packages.txt and build with CMake."
@@ -64,7 +64,7 @@ install_packages() {
     [ -z "$missing" ] || fail "still not installed: ${missing//$'\n'/ }"
 }
 
-# configure PRESET [ARGUMENT...]: quiet unless it fails.
+# configure PRESET [ARGUMENT...]: prints output only on failure.
 configure() {
     local preset=$1
     shift
@@ -83,7 +83,8 @@ build() {
     cmake --build "$folder" --parallel "$(jobs_that_fit)" "$@"
 }
 
-# jobs_that_fit: one a processor, but no more than memory holds; a file full of templates takes about a gigabyte.
+# jobs_that_fit: one job per processor, but not more than the memory allows. A file with many templates needs about 1
+# GB.
 jobs_that_fit() {
     local processors gigabytes
     processors=$(nproc)

@@ -22,7 +22,7 @@ from main_job import choose_other_copy
 from sample_list import ACCENTS, MUSIC, TWO_COPIES
 
 KEY = "night band last train home"
-COPIES_OF_THE_MUSIC = 100  # so that writing the library takes a moment
+COPIES_OF_THE_MUSIC = 100  # makes writing the library slow enough to hit
 
 
 class Evening:
@@ -35,8 +35,8 @@ class Evening:
         self.database = journey.data / "orvalen.sqlite"
         self.library = journey.data / "Orvalen/library.orvl"
         self.session = journey.data / "Orvalen/session.orvs"
-        self.playlists = set()  # everything that was ever to be written
-        self.shown = None       # the choice on show while nothing replaces the choices
+        self.playlists = set()  # contents of all exported playlists
+        self.shown = None  # the visible choice while no choices are being replaced
 
     def carry_on(self, user):
         while True:
@@ -146,7 +146,7 @@ def set_up(journey, music):
     for number in range(COPIES_OF_THE_MUSIC):
         copy = music / f"copy {number}"
         copy.mkdir()
-        for path in MUSIC.glob("House/Static Garden*"):  # nobody wishes for these
+        for path in MUSIC.glob("House/Static Garden*"):  # not in the wanted list
             shutil.copy(path, copy)
     user = journey.start()
     user.add_location(music)
@@ -162,16 +162,16 @@ def one_life(evening, tally):
     tally["slowest start, tenths of a second"] = max(tally["slowest start, tenths of a second"],
                                                      round(10 * (time.monotonic() - begun)))
     if not user.screen.find(name=f"Remove {evening.music}"):
-        user.add_location(evening.music)  # the saved list was caught in its write
+        user.add_location(evening.music)  # the kill damaged the saved list
     if not user.tracks_indexed():
-        user.scan()  # and so was the library
+        user.scan()  # the kill damaged the library
     name, reached = random_moment(evening)
     killer = threading.Thread(target=kill_when, args=(reached, evening.journey), daemon=True)
     killer.start()
     try:
         evening.carry_on(user)
     except Exception:
-        killer.join(2)  # what went wrong may be that the program is just being killed
+        killer.join(2)  # the failure may be the kill itself
         if killer.is_alive():
             raise
     killer.join(30)

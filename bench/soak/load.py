@@ -14,7 +14,7 @@ from journey import Journey, fresh_copy
 from main_job import choose_other_copy, fill_library
 from sample_list import ACCENTS, MUSIC, OTHER_SCRIPT, TWO_COPIES
 
-WARM_UP = 10  # loops, and half of a shorter run
+WARM_UP = 10  # loops; half of the loops in a shorter run
 
 
 def figures(pid):
@@ -31,7 +31,7 @@ def listened_on(pid):
         try:
             sockets.add(str(descriptor.readlink()))
         except FileNotFoundError:
-            pass  # closed meanwhile
+            pass  # closed in the meantime
     found = []
     for table, state, listens, inode in (("tcp", 3, "0A", 9), ("tcp6", 3, "0A", 9), ("unix", 3, "00010000", 6)):
         for line in pathlib.Path(f"/proc/{pid}/net/{table}").read_text().splitlines()[1:]:
@@ -81,7 +81,7 @@ def check(looks, warm_up):
         least_late = min(look[what] for look in late)
         assert least_late <= most_before, f"{what} grew from {most_before} to {least_late}: {looks}"
     if len(looks) < 4 * warm_up:
-        return  # too short to tell a trend from chance
+        return  # too short to distinguish a trend from chance
     rest = looks[warm_up:]
     quarter = len(rest) // 4
     early, late = (sum(look["kB"] for look in part) / quarter for part in (rest[:quarter], rest[-quarter:]))

@@ -5,7 +5,7 @@
 
 namespace orvalen {
 
-/// A file descriptor that is closed with its owner; negative: none. Call close() where its error matters.
+/// Owns a file descriptor and closes it. Negative: none. Call close() instead where its error matters.
 class Descriptor {
 public:
     explicit Descriptor(int number) : number_(number) {}

@@ -22,7 +22,7 @@ std::size_t sharedLength(std::string_view left, std::string_view right) {
 } // namespace
 
 FolderTable::FolderTable(const std::vector<TrackRecord>& records) {
-    constexpr std::size_t ahead = 16; // the paths lie far apart in memory
+    constexpr std::size_t ahead = 16; // prefetches paths, which are far apart in memory
     std::string_view before;
     for (std::size_t position = 0; position < records.size(); ++position) {
         if (position + ahead < records.size())
@@ -43,9 +43,9 @@ std::int64_t countTracksUnderFolder(const LibraryIndex& index, std::string_view 
     const std::string wanted = composed(folder);
     const std::size_t parentLength = folderOf(wanted).size();
     std::size_t count = 0;
-    std::size_t common = 0; // first bytes that the run's folder has in common with what is wanted
+    std::size_t common = 0; // length of the common prefix of the run's folder and `wanted`
     for (std::size_t i = 0; i < runs.size(); ++i) {
-        // Most folders differ from what is wanted where the one before does, and are not looked at.
+        // Most folders differ from `wanted` at the same byte as the folder before, and need not be compared.
         if (runs[i].shared < common)
             common = runs[i].shared;
         else if (runs[i].shared == common)
@@ -55,7 +55,7 @@ std::int64_t countTracksUnderFolder(const LibraryIndex& index, std::string_view 
         const std::size_t last = i + 1 < runs.size() ? runs[i + 1].first : index.trackCount();
         if (common == wanted.size())
             count += last - runs[i].first;
-        else if (runs[i].folder.size() == parentLength) // it may hold the wanted file, or files so called
+        else if (runs[i].folder.size() == parentLength) // may contain `wanted` or files with this prefix
             for (std::size_t position = runs[i].first; position < last; ++position)
                 count += hasCanonicalPrefix(index.track(position).path, wanted) ? 1U : 0U;
     }

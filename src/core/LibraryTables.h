@@ -38,17 +38,17 @@ struct KeyRecord {
     std::string_view view() const { return {text, length}; }
 };
 
-/// The folders of the tracks in library order, neighbours in one folder together.
+/// The folders of the tracks, in library order. Neighbouring tracks in one folder form one run.
 struct FolderTable {
     explicit FolderTable(const std::vector<TrackRecord>& records);
 
     struct Run {
-        std::string_view folder; ///< composed, with the last slash
+        std::string_view folder; ///< composed (NFC), with the last slash
         std::uint32_t first;     ///< position of the first track
-        std::uint32_t shared;    ///< number of first bytes in common with the folder of the run before
+        std::uint32_t shared;    ///< length of the common prefix with the previous run's folder
     };
     std::vector<Run> runs;
-    std::deque<std::string> composedFolders; ///< of the folders that are not ASCII
+    std::deque<std::string> composedFolders; ///< texts of the folders that are not ASCII
 };
 
 struct LibraryTables {

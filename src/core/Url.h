@@ -25,7 +25,7 @@ struct Url {
 /// URL contains (blanks, control characters, characters beyond ASCII).
 std::optional<Url> parseUrl(std::string_view address);
 
-/// The text with each percent sign and the two hexadecimal digits behind it as the byte that they mean.
+/// Returns the text with each percent escape replaced by its byte.
 std::string percentDecoded(std::string_view text);
 
 /// Returns the decoded components of the path. They may contain any byte. Slashes are not components. Empty

@@ -12,7 +12,7 @@ struct ContentView;
 
 // The music folders: folders and single audio files that the user added. Main thread.
 
-/// The extensions of audio files that can be added one by one.
+/// The extensions of audio files that can be added as music folders.
 inline constexpr std::array<std::string_view, 5> addedExtensions{"mp3", "m4a", "wav", "aiff", "aif"};
 
 /// Asks for folders and audio files and adds them.

@@ -149,7 +149,7 @@ private:
     std::unordered_set<const PreferredMatches::value_type*> kept_;
 };
 
-/// Adds the rows that a statement selects, key and path each; false when it did not come to its end.
+/// Adds the rows that the statement selects (key and path). Returns whether all rows were read.
 bool readRows(const Statement& select, PreferredMatches& matches) {
     int outcome = SQLITE_ERROR;
     while (select && (outcome = sqlite3_step(select.get())) == SQLITE_ROW) {

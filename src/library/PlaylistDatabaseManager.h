@@ -48,7 +48,8 @@ public:
     std::optional<std::string> preferredPath(std::string_view key);
     /// Returns preferredPath() without waiting for a lock held by another process.
     std::optional<std::string> preferredPathAtOnce(std::string_view key);
-    /// The key's path, which may be none; nullopt, without a console line, when the table cannot be read.
+    /// Returns the path for the key, or an empty optional inside if it has none. Returns nullopt, without an
+    /// error line, if the table cannot be read.
     std::optional<std::optional<std::string>> tryPreferredPath(std::string_view key);
     /// Returns a number that grows with each change by this process, before the changing call returns.
     std::uint64_t changeCount() const { return changeCount_; }
@@ -57,7 +58,7 @@ public:
     /// Returns all rows, or nullopt if reading failed midway. Use it if the result will replace the table
     /// later.
     std::optional<PreferredMatches> wholePreferredMatches();
-    /// The same without a console line.
+    /// Returns wholePreferredMatches() without writing an error line.
     std::optional<PreferredMatches> tryPreferredMatches();
     /// Makes `matches` the content of the table. Rows that equal a pair byte for byte stay; one statement
     /// deletes the others, and each missing pair is saved on its own. If the program is killed meanwhile, the

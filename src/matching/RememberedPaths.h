@@ -8,9 +8,9 @@
 
 namespace orvalen {
 
-/// The preferred matches as a match run needs them. The table is read once, and again when this program has
-/// changed it, because each look into the database locks and unlocks its file. While another program holds
-/// the database, only the reading of the table waits for it. Worker thread.
+/// The preferred matches for one match run. Reads the table once, and again after this program has changed
+/// it, because each read locks the database file. If another process holds the database, only reading the
+/// table waits for it. Worker.
 class RememberedPaths {
 public:
     explicit RememberedPaths(PlaylistDatabaseManager& database)
@@ -20,7 +20,7 @@ public:
 
 private:
     PlaylistDatabaseManager& database_;
-    std::uint64_t changeCount_; ///< from before the table was read
+    std::uint64_t changeCount_; ///< before the table was read
     std::optional<PreferredMatches> table_;
 };
 

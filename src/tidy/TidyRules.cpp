@@ -32,7 +32,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 7> quotation
     {"\u00AB", "\u00BB"},
     {"\u201D", "\u201D"},
 }};
-/// Normalised, the whole text in the brackets, each between bars.
+/// Compared with the normalised text in the brackets. Entries are separated by bars.
 constexpr std::string_view notes =
     "|first dance|our first dance|1st dance|father daughter|father daughter dance|mother son|"
     "mother son dance|please|pls|plz|pretty please|please play|please please|must play|must have|a must|"

@@ -16,10 +16,10 @@ struct NamedTidyRule {
     TidyRule apply;
 };
 
-/// The dash that tidied lines are written with.
+/// The dash in tidied lines.
 inline constexpr std::string_view tidyDash = " \u2013 ";
 
-/// Whether a match run reads the line, which does not depend on the format.
+/// Returns whether a match run reads the line. The format does not matter.
 bool isRead(std::string_view line);
 
 /// Replaces tabs and unusual spaces by plain spaces, and removes characters without width.

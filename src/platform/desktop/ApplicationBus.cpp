@@ -69,7 +69,7 @@ ApplicationBus::Claim ApplicationBus::claim() {
         break;
     }
     QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName);
-    // The object comes first: requests may arrive as soon as the name is ours.
+    // Registers the object first: requests may arrive as soon as this process owns the name.
     if (!bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots))
         return Claim::noBus;
     QDBusMessage call = QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",

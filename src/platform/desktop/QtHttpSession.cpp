@@ -13,8 +13,7 @@ namespace {
 
 constexpr std::size_t bodyLimit = std::size_t{64} << 20;
 constexpr int redirectLimit = 20;
-/// Without a bound the toolkit reads on while a fast server sends, and we would not be asked whether to go
-/// on.
+/// Limits the bytes that Qt reads ahead. Otherwise Qt reads a fast server to the end before we can stop it.
 constexpr qint64 readAhead = qint64{4} << 20;
 
 bool isSecure(const QUrl& url) {
@@ -34,7 +33,8 @@ bool isRedirect(int status) {
     return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
 }
 
-/// The toolkit also reports a status of 400 and above as an error; those are answers.
+/// Returns whether the reply is an answer of the server. Qt reports a status of 400 and above as an error,
+/// too.
 bool isAnswer(QNetworkReply::NetworkError error, int status) {
     const bool ofTransport = error < QNetworkReply::ContentAccessDenied ||
                              error == QNetworkReply::ProtocolUnknownError ||
@@ -42,7 +42,7 @@ bool isAnswer(QNetworkReply::NetworkError error, int status) {
     return error == QNetworkReply::NoError || (status >= 400 && !ofTransport);
 }
 
-/// A header that a line break ends early would smuggle in another one.
+/// Returns whether the text is a single line. A line break in a header would add another header.
 bool isOneLine(const std::string& text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos;
 }
@@ -51,7 +51,7 @@ QByteArray bytes(const std::string& text) {
     return {text.data(), static_cast<qsizetype>(text.size())};
 }
 
-/// What the request becomes when a server sends it elsewhere.
+/// Changes the request for a redirect.
 void redirect(HttpRequest& request, int status, const QUrl& from, const QUrl& to) {
     const bool becomesGet = status == 303 || (status < 303 && request.method == "POST");
     if (becomesGet) {
@@ -64,7 +64,7 @@ void redirect(HttpRequest& request, int status, const QUrl& from, const QUrl& to
     });
 }
 
-/// One request with its redirects, up to its one answer.
+/// One request with its redirects, until the answer.
 class Exchange : public QObject {
 public:
     using Answer = std::function<void(Expected<HttpResponse>)>;
@@ -73,7 +73,7 @@ public:
         : QObject(&manager), manager_(manager), request_(std::move(request)), answer_(std::move(answer)),
           silence_(this) {
         silence_.setSingleShot(true);
-        silence_.setTimerType(Qt::PreciseTimer); // others may fire early
+        silence_.setTimerType(Qt::PreciseTimer); // other timer types may fire early
         silence_.setInterval(request_.timeout);
         connect(&silence_, &QTimer::timeout, this, [this] { fail("The request timed out."); });
     }
@@ -94,7 +94,7 @@ private:
         request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
         if (request_.cachePolicy == CachePolicy::reloadIgnoringCache)
             request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
-        request.setDecompressedSafetyCheckThreshold(-1); // the limit above holds for what is unpacked
+        request.setDecompressedSafetyCheckThreshold(-1); // bodyLimit limits the decompressed size
         for (const auto& [name, value] : request_.headers)
             request.setRawHeader(bytes(name), bytes(value));
 
@@ -136,7 +136,7 @@ private:
         finish(HttpResponse{status, std::move(body_)});
     }
 
-    /// The toolkit takes some early ends of a connection for the end of the body.
+    /// Returns whether the body is shorter than announced. Qt accepts some of these bodies.
     bool endedEarly(int status) const {
         bool announced = false;
         const auto length = reply_->rawHeader("Content-Length").toULongLong(&announced);
@@ -156,7 +156,7 @@ private:
 
     void fail(const std::string& description) { finish(failure(description)); }
 
-    /// The caller has not returned yet, and an answer comes later.
+    /// Fails after the caller has returned, because answers arrive later.
     void failLater(const char* description) {
         QTimer::singleShot(0, this, [this, description] { fail(description); });
     }

@@ -23,7 +23,7 @@ inline std::string toUtf8(const QString& text) {
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
-/// The document's text with line feeds, as long as the document; unlike its plain text it keeps no-break
+/// Returns the document's text with line feeds, with the same length. Unlike toPlainText(), keeps no-break
 /// spaces.
 inline QString rawText(const QTextDocument& document) {
     return document.toRawText()

@@ -22,7 +22,7 @@ const MatchedTrack* rowAt(const ContentView& view, int row) {
     return row >= 0 && position < rows.size() ? &rows[position] : nullptr;
 }
 
-/// The row's candidate, or null.
+/// Returns the row's candidate, or null.
 const Track* optionAt(const ContentView& view, int row, int option) {
     const MatchedTrack* match = rowAt(view, row);
     const auto position = static_cast<std::size_t>(option);

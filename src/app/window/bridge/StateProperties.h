@@ -33,7 +33,7 @@ protected:
         (observe(fields, [this] { markDirty(); }), ...);
     }
 
-    /// Calls the function after each write as long as this object lives.
+    /// Calls the function after each write to the field, while this object exists.
     template <typename T>
     void observe(Field<T>& field, std::function<void()> function) {
         field.observe([guard = QPointer<StateProperties>(this), function = std::move(function)] {
@@ -46,8 +46,8 @@ protected:
     /// otherwise block the handler of a view.
     void later(std::function<void(ContentView&)> operation);
 
-    /// Runs the work on the match queue, then passes its result to the function on the main thread, as long
-    /// as this object lives.
+    /// Runs the work on the match queue and passes its result to the function on the main thread, if this
+    /// object still exists.
     template <typename Work, typename Receive>
     void onMatchQueue(Work work, Receive receive) {
         view_.platform.matchQueue.post([&queue = view_.platform.mainQueue,
@@ -60,7 +60,7 @@ protected:
         });
     }
 
-    /// Has `refresh` called soon.
+    /// Makes the notifier call refresh() soon.
     void markDirty();
 
     ContentView& view() const { return view_; }

@@ -1,7 +1,7 @@
 import QtQuick
 import Orvalen
 
-/// A small text in the second colour: what explains or counts something.
+/// A small text in the secondary colour, for explanations and counts.
 Label {
     font.pixelSize: Theme.caption
     color: Theme.secondary

@@ -12,7 +12,7 @@ T.AbstractButton {
     property string spokenDetail
     /// For roles with two states.
     property bool ticked: false
-    property int radius: Theme.radius ///< of the tint's corners
+    property int radius: Theme.radius ///< radius of the corners of the tint
     readonly property color stateTint: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, down ? 0.14 : hovered ? 0.07 : 0)
 
     opacity: enabled ? 1 : Theme.disabledOpacity

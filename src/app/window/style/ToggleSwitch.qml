@@ -13,7 +13,7 @@ Pressable {
     onClicked: switched(!ticked)
 
     spokenRole: Accessible.CheckBox
-    background: null // the groove has the focus ring
+    background: null // the focus ring is around the groove
 
     Item {
         anchors.fill: parent

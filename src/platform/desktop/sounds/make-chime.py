@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Makes Glass.mp3, the short chime that says a scan is done: three struck partials that ring out.
+"""Makes Glass.mp3, the chime that is played at the end of a scan: four partials that fade out.
 
-Run it where the file shall stand anew: make-chime.py [FOLDER]. Needs ffmpeg.
+Usage: make-chime.py [FOLDER]. Needs ffmpeg.
 """
 
 import subprocess
@@ -9,7 +9,7 @@ import sys
 from pathlib import Path
 
 FOLDER = Path(sys.argv[1] if len(sys.argv) > 1 else Path(__file__).parent)
-# Frequency in hertz, loudness, seconds until it has faded to a third, seconds until it is struck.
+# For each partial: frequency in hertz, loudness, seconds until it has faded to a third, start in seconds.
 PARTIALS = [(1318.5, 0.22, 0.35, 0.0), (2637.0, 0.08, 0.18, 0.0), (1975.5, 0.18, 0.40, 0.09), (5274.0, 0.02, 0.06, 0.0)]
 
 voices = "+".join(
