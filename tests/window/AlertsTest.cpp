@@ -3,7 +3,6 @@
 #include "support/Builders.h"
 #include "window/WindowHarness.h"
 
-#include <QTest>
 #include <gtest/gtest.h>
 #include <tuple>
 
@@ -18,12 +17,18 @@ protected:
     ContentView& view = window.view;
 };
 
-TEST_F(Alerts, DeleteOnlyWhenToldTo) {
+TEST_F(Alerts, DeleteTheLibraryOnlyWhenToldTo) {
     replaceIndex(view, buildIndex(std::vector{track("ABBA", "SOS")}));
     for (const char* answer : {"Cancel", "Escape", "Delete Library"}) {
         window.click("Remove Saved Library");
         window.expectShown(question);
         EXPECT_FALSE(view.trackDict.get().empty());
+        window.expectFocused("Cancel"); // Return must not delete by accident
+        for (const char* next : {"Delete Library", "Cancel"}) {
+            window.key(Qt::Key_Tab);
+            EXPECT_EQ(window.focused(), next) << "the keys stay within the question";
+        }
+        window.waitForRest("Cancel");
         if (std::string_view(answer) == "Escape")
             window.key(Qt::Key_Escape);
         else
@@ -32,17 +37,6 @@ TEST_F(Alerts, DeleteOnlyWhenToldTo) {
         window.expectGone(question);
     }
     EXPECT_TRUE(view.trackDict.get().empty());
-}
-
-TEST_F(Alerts, KeepTheKeysToThemselves) {
-    window.click("Remove Saved Library");
-    window.expectShown("Delete Library");
-    QTest::qWait(350); // it comes up
-    EXPECT_EQ(window.focused(), "Cancel") << "Return must not delete by accident";
-    for (const char* next : {"Delete Library", "Cancel"}) {
-        window.key(Qt::Key_Tab);
-        EXPECT_EQ(window.focused(), next);
-    }
 }
 
 TEST_F(Alerts, AnnounceANewerVersion) {
@@ -67,54 +61,38 @@ TEST_F(Alerts, AnnounceANewerVersion) {
     }
 }
 
-TEST_F(Alerts, StandOverTheResultsPage) {
-    view.showResultsPage.set(true);
-    window.expectShown("Playlist Results");
-    view.remoteInfo.set(LatestInfo{"2.0", {}, {}});
-    view.showUpdateAlert.set(true);
-    window.expectShown("Later");
-    window.key(Qt::Key_Escape);
-    EXPECT_FALSE(view.showUpdateAlert.get());
-    EXPECT_TRUE(view.showResultsPage.get()) << "Escape closes what is on top, and nothing else";
-}
-
-TEST_F(Alerts, StaysAboveAResultsPageThatOpensLater) {
+TEST_F(Alerts, StayAboveAResultsPageThatOpensLater) {
     view.remoteInfo.set(LatestInfo{"2.0", {}, {}});
     view.showUpdateAlert.set(true);
     window.expectShown("Later");
     view.showResultsPage.set(true);
-    window.expectShown("Playlist Results");
-    QTest::qWait(350); // the results page rises
+    window.waitForRest("Playlist Results");
     EXPECT_EQ(window.focused(), "Later");
     window.key(Qt::Key_Tab);
     EXPECT_EQ(window.focused(), "Download");
     window.click("Later");
     EXPECT_FALSE(view.showUpdateAlert.get());
-    EXPECT_TRUE(window.waitFor([&] { return window.focused() == "Results"; }))
-        << window.focused().toStdString();
+    window.expectFocused("Results");
 }
 
-TEST_F(Alerts, GiveTheFocusBack) {
-    const auto remove = window.control("Remove Saved Library");
-    remove.item->forceActiveFocus(Qt::TabFocusReason);
+TEST_F(Alerts, GiveTheFocusBackAndEscapeClosesWhatIsOnTopAlone) {
+    window.control("Remove Saved Library").item->forceActiveFocus(Qt::TabFocusReason);
     window.key(Qt::Key_Space);
     window.expectShown("Delete Library");
     window.key(Qt::Key_Escape);
     window.expectGone("Delete Library");
-    EXPECT_EQ(window.focused(), "Remove Saved Library");
+    window.expectFocused("Remove Saved Library");
 
-    view.showResultsPage.set(true);
-    EXPECT_TRUE(window.waitFor([&] { return window.focused() == "Results"; }))
-        << window.focused().toStdString();
-    QTest::qWait(350); // the results page rises
+    window.openResults();
     window.control("Save Session").item->forceActiveFocus(Qt::TabFocusReason);
     view.remoteInfo.set(LatestInfo{"2.0", {}, {}});
     view.showUpdateAlert.set(true);
-    EXPECT_TRUE(window.waitFor([&] { return window.focused() == "Later"; }));
+    window.expectFocused("Later");
     window.key(Qt::Key_Escape);
-    EXPECT_TRUE(window.waitFor([&] { return window.focused() == "Save Session"; }));
+    EXPECT_TRUE(view.showResultsPage.get());
+    window.expectFocused("Save Session");
     window.key(Qt::Key_Escape);
-    EXPECT_TRUE(window.waitFor([&] { return window.focused() == "Remove Saved Library"; }));
+    window.expectFocused("Remove Saved Library");
 }
 
 } // namespace

@@ -7,7 +7,6 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QRegularExpression>
-#include <QTest>
 #include <gtest/gtest.h>
 
 namespace orvalen::test {
@@ -72,9 +71,7 @@ TEST_F(DropTest, AddsMusicUnlessAScanRuns) {
 
 TEST_F(DropTest, TakesOnTheResultsPageOneAudioFileForARow) {
     window.view.matchedTracks.set({row("A", "1"), row("A", "2")});
-    window.view.showResultsPage.set(true);
-    window.expectShown("Playlist Results");
-    QTest::qWait(350); // the sheet comes up
+    window.openResults();
     const std::string song = files.write("song.mp3");
     const QPoint onRow = window.control("A – 2", QAccessible::Grouping).sceneRect().center().toPoint();
     const QPoint beside = window.control("Select All").sceneRect().center().toPoint();

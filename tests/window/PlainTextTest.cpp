@@ -1,7 +1,6 @@
 #include "support/Builders.h"
 #include "window/WindowHarness.h"
 
-#include <QTest>
 #include <gtest/gtest.h>
 
 namespace orvalen::test {
@@ -19,10 +18,7 @@ TEST(PlainText, IsWhatEveryViewShows) {
     window.view.matchInput.set(marked);
     window.view.matchedTracks.set(
         {row(marked, marked, {track(marked, marked, 120), track(marked, "other", {})}), row(marked, "none")});
-    window.view.showResultsPage.set(true);
-    window.expectShown("Playlist Results");
-    QTest::qWait(350); // the sheet comes up
-    window.settle();
+    window.openResults();
     EXPECT_TRUE(window.shows(QString("File: /Music/%1 - %1.mp3").arg(marked)));
     window.click(window.inRow(QString("%1 – %1").arg(marked), "Choose match"));
     window.expectShown("Choose match", QAccessible::List);

@@ -59,7 +59,7 @@ bool WindowHarness::waitFor(const std::function<bool()>& condition) {
     QElapsedTimer clock;
     clock.start();
     while (!condition()) {
-        if (clock.elapsed() > 2000)
+        if (clock.elapsed() > 10'000)
             return false;
         settle();
     }
@@ -110,6 +110,22 @@ void WindowHarness::expectShown(const QString& name, QAccessible::Role role) {
 
 void WindowHarness::expectGone(const QString& name, QAccessible::Role role) {
     EXPECT_TRUE(waitFor([&] { return all(name, role).empty(); })) << name.toStdString();
+}
+
+void WindowHarness::expectFocused(const QString& name) {
+    EXPECT_TRUE(waitFor([&] { return focused() == name; }))
+        << focused().toStdString() << " instead of " << name.toStdString();
+}
+
+void WindowHarness::waitForRest(const QString& name) {
+    QRectF before;
+    EXPECT_TRUE(waitFor([&] { return before == std::exchange(before, control(name).sceneRect()); }));
+}
+
+void WindowHarness::openResults() {
+    view.showResultsPage.set(true);
+    waitForRest("Playlist Results");
+    expectFocused("Results");
 }
 
 WindowHarness::Control WindowHarness::inRow(const QString& row, const QString& name) {

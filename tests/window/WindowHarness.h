@@ -16,7 +16,7 @@
 
 namespace orvalen::test {
 
-/// The real window over the real state and a faked world, used as a person or a screen reader would: things
+/// The real window over the real state and a fake platform, used as a person or a screen reader would: things
 /// are found by what the accessibility tree calls them, and clicked with real events.
 class WindowHarness {
 public:
@@ -25,8 +25,10 @@ public:
 
     /// Runs events, posts and jobs until the window has nothing more to say. Animations are not waited for.
     void settle();
-    /// Waits until it is true, for two seconds of real time at most; false when it did not become true.
+    /// Waits until it is true, for ten seconds at most; false when it did not become true.
     bool waitFor(const std::function<bool()>& condition);
+    /// Opens the results page and waits until it has come to rest.
+    void openResults();
 
     /// A control of the accessibility tree.
     struct Control {
@@ -41,7 +43,7 @@ public:
         QRectF sceneRect() const;
     };
 
-    /// Everything of that name that can be seen, in tree order; of any role when none is given.
+    /// Every visible control of that name, in tree order; of any role when none is given.
     std::vector<Control> all(const QString& name, QAccessible::Role role = QAccessible::NoRole) const;
     std::vector<Control> everything() const;
     bool shows(const QString& name) const { return !all(name).empty(); }
@@ -50,6 +52,9 @@ public:
     // Wait for it; the test fails when it does not come or go.
     void expectShown(const QString& name, QAccessible::Role role = QAccessible::NoRole);
     void expectGone(const QString& name, QAccessible::Role role = QAccessible::NoRole);
+    void expectFocused(const QString& name);
+    /// Waits until it no longer moves.
+    void waitForRest(const QString& name);
     /// The control of that name in the result row of that label.
     Control inRow(const QString& row, const QString& name);
 

@@ -1,0 +1,102 @@
+#include "preview/PreviewPlayer.h"
+#include "window/ResultsPage.h"
+
+#include <QTest>
+
+namespace orvalen::test {
+namespace {
+
+TEST_F(ResultsPage, PlaysACandidateWithoutChoosingIt) {
+    window.click(window.inRow(several, "Choose match"));
+    window.expectShown("Choose match", QAccessible::List);
+    window.key(Qt::Key_Down);
+    window.key(Qt::Key_P);
+    EXPECT_EQ(view.selectedTrack.get()->path, "/Music/b.mp3");
+    EXPECT_TRUE(view.isPlaying.get());
+    window.key(Qt::Key_P);
+    EXPECT_FALSE(view.isPlaying.get());
+    window.key(Qt::Key_Escape);
+    window.expectGone("Choose match", QAccessible::List);
+    EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/a.mp3");
+    window.key(Qt::Key_P);
+    EXPECT_EQ(view.selectedTrack.get()->path, "/Music/a.mp3") << "the row's own file";
+}
+
+TEST_F(ResultsPage, PlaysPausesAndSeeks) {
+    window.click(window.inRow(single, "Play"));
+    ASSERT_EQ(window.platform.audioPlayers.playbacks.size(), 1U);
+    EXPECT_TRUE(window.shows("Now Playing: /Music/d.mp3"));
+    lastPlayback().time = 61;
+    lastPlayback().length = 200;
+    window.platform.mainQueue.advance(std::chrono::milliseconds(20));
+    window.settle();
+    EXPECT_TRUE(window.shows("1:01"));
+    EXPECT_TRUE(window.shows("3:20"));
+
+    const QRectF slider = window.control("Playback position", QAccessible::Slider).sceneRect();
+    const QPoint from = (slider.topLeft() + QPointF(slider.width() * 0.3, slider.height() / 2)).toPoint();
+    const QPoint to = (slider.topLeft() + QPointF(slider.width() * 0.75, slider.height() / 2)).toPoint();
+    QTest::mousePress(window.window(), Qt::LeftButton, Qt::NoModifier, from);
+    QTest::mouseMove(window.window(), to);
+    // Ticks go on while the user drags; they must not pull the handle away.
+    window.platform.mainQueue.advance(std::chrono::milliseconds(50));
+    window.settle();
+    QTest::mouseRelease(window.window(), Qt::LeftButton, Qt::NoModifier, to);
+    window.settle();
+    EXPECT_NEAR(lastPlayback().time, 150, 6);
+
+    const auto position = window.control("Playback position", QAccessible::Slider);
+    auto* told = QAccessible::queryAccessibleInterface(position.item)->valueInterface();
+    EXPECT_EQ(told->minimumValue().toDouble(), 0);
+    EXPECT_EQ(told->maximumValue().toDouble(), 1);
+    position.item->forceActiveFocus(Qt::TabFocusReason);
+    for (const auto& [key, seconds] : {std::pair{Qt::Key_Home, 0.0},
+                                       {Qt::Key_PageUp, 20.0},
+                                       {Qt::Key_Right, 24.0},
+                                       {Qt::Key_Left, 20.0},
+                                       {Qt::Key_PageDown, 0.0},
+                                       {Qt::Key_End, 200.0}}) {
+        window.key(key);
+        EXPECT_NEAR(lastPlayback().time, seconds, 0.1) << key;
+        window.platform.mainQueue.advance(std::chrono::milliseconds(20));
+        window.settle();
+    }
+
+    window.click(window.inRow(single, "Pause"));
+    EXPECT_FALSE(lastPlayback().playing);
+    EXPECT_FALSE(view.isPlaying.get());
+    EXPECT_TRUE(window.shows("Play"));
+    EXPECT_EQ(position.description(), "3:20 of 3:20");
+}
+
+TEST_F(ResultsPage, StopsThePreviewWhenItsRowGoes) {
+    window.click(window.inRow(single, "Play"));
+    ASSERT_TRUE(lastPlayback().playing);
+    auto others = rows();
+    others.erase(others.begin() + 1);
+    view.matchedTracks.set(others);
+    window.settle();
+    EXPECT_FALSE(lastPlayback().playing) << "replaced by another list";
+
+    window.click(window.inRow(several, "Play"));
+    ASSERT_TRUE(lastPlayback().playing);
+    window.click("Close");
+    EXPECT_FALSE(lastPlayback().playing) << "gone with the page";
+    window.openResults();
+    togglePreview(view, *rows().front().selectedTrack);
+    view.showResultsPage.set(false); // a click that came while the file was being opened
+    window.settle();
+    EXPECT_FALSE(lastPlayback().playing) << "begun in the turn that closes the page";
+    EXPECT_FALSE(view.isPlaying.get());
+
+    window.openResults();
+    window.click(window.inRow(several, "Play"));
+    window.click(window.inRow(several, "Choose match"));
+    window.key(Qt::Key_Down);
+    window.key(Qt::Key_Return);
+    window.click("Close");
+    EXPECT_TRUE(lastPlayback().playing) << "no row is its";
+}
+
+} // namespace
+} // namespace orvalen::test
