@@ -2,7 +2,7 @@
 
 #include "core/LibraryIndexBuilder.h"
 #include "matching/LibraryCatalog.h"
-#include "support/MadeLibrary.h"
+#include "MadeLibrary.h"
 
 #include <ctime>
 #include <map>

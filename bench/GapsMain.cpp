@@ -11,7 +11,7 @@
 #include "matching/WantedList.h"
 #include "preview/PreviewPlayer.h"
 #include "session/SessionFiles.h"
-#include "support/MadeLibrary.h"
+#include "MadeLibrary.h"
 #include "support/TemporaryFolder.h"
 
 #include <QDialog>

@@ -1,4 +1,4 @@
-#include "support/MadeLibrary.h"
+#include "MadeLibrary.h"
 
 #include "core/LibraryIndexBuilder.h"
 

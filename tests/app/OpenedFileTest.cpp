@@ -24,31 +24,20 @@ protected:
     ContentView& view = test.view;
 };
 
-TEST_F(OpenedFile, LoadsASession) {
+TEST_F(OpenedFile, AsksBeforeItReplacesShownResultsOrTheLibrary) {
     open("evening.ORVS", session);
     EXPECT_EQ(view.matchInput.get(), "A - T");
     EXPECT_TRUE(view.showResultsPage.get());
     EXPECT_EQ(questions(), 0U);
-}
-
-TEST_F(OpenedFile, ReplacesShownResultsOnlyWhenTheUserAgrees) {
     view.matchInput.set("mine");
-    view.showResultsPage.set(true);
-    open("evening.orvs", session);
-    EXPECT_EQ(view.matchInput.get(), "mine");
-    test.dialogs.confirms = true;
-    open("evening.orvs", session);
-    EXPECT_EQ(view.matchInput.get(), "A - T");
-    EXPECT_EQ(questions(), 2U);
-}
-
-TEST_F(OpenedFile, AsksBeforeALibraryReplacesTheIndex) {
-    open("other.orvl", library);
-    EXPECT_EQ(view.trackCount.get(), 0);
-    test.dialogs.confirms = true;
-    open("other.orvl", library);
-    EXPECT_EQ(view.trackCount.get(), 1);
-    EXPECT_EQ(questions(), 2U);
+    for (const bool agrees : {false, true}) {
+        test.dialogs.confirms = agrees;
+        open("evening.orvs", session);
+        EXPECT_EQ(view.matchInput.get(), agrees ? "A - T" : "mine");
+        open("other.orvl", library);
+        EXPECT_EQ(view.trackCount.get(), agrees ? 1 : 0);
+    }
+    EXPECT_EQ(questions(), 4U);
 }
 
 TEST_F(OpenedFile, RefusesOtherFilesAndEveryFileDuringAScan) {

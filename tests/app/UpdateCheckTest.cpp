@@ -38,15 +38,8 @@ protected:
         checkForUpdates(test.platform, current,
                         [this](LatestInfo info) { found.push_back(std::move(info)); });
     }
-    void answer(Expected<HttpResponse> response) {
-        test.httpSession.answer(std::move(response));
-        foundBeforeTheQueueRan = !found.empty();
-        test.settle();
-    }
-
     TestPlatform test;
     std::vector<LatestInfo> found;
-    bool foundBeforeTheQueueRan = false;
 };
 
 TEST_F(UpdateCheckRun, AsksForTheManifestPastEveryCache) {
@@ -62,56 +55,56 @@ TEST_F(UpdateCheckRun, AsksForTheManifestPastEveryCache) {
     EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 
-TEST_F(UpdateCheckRun, AnnouncesANewerVersion) {
-    check("1.9");
-    answer(HttpResponse{
-        200, R"({"version":"1.10","url":"https://a.example/x","notes":"Line one\nLine two","more":[1]})"});
-    EXPECT_THAT(test.console.lines(), ElementsAre("Current version: 1.9", "Remote version: 1.10",
-                                                  "Release notes: Line one\nLine two", "Update available!"));
-    EXPECT_FALSE(foundBeforeTheQueueRan);
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found.front().version, "1.10");
-    EXPECT_EQ(found.front().url, "https://a.example/x");
-    EXPECT_EQ(found.front().notes, "Line one\nLine two");
-}
-
-TEST_F(UpdateCheckRun, TakesAManifestOfAnyStatusWithNothingButAVersion) {
-    check("1.0");
-    answer(HttpResponse{404, "\xEF\xBB\xBF{\"version\":\"2.0\",\"url\":null,\"notes\":null}"});
-    EXPECT_THAT(test.console.lines(),
-                ElementsAre("Current version: 1.0", "Remote version: 2.0", "Update available!"));
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_FALSE(found.front().url);
-    EXPECT_FALSE(found.front().notes);
-}
-
-TEST_F(UpdateCheckRun, IsQuietAboutAVersionThatIsNotNewer) {
-    check("1.9");
-    answer(HttpResponse{200, R"({"version":"1.09","notes":"n"})"});
-    EXPECT_THAT(test.console.lines(), ElementsAre("Current version: 1.9", "Remote version: 1.09",
-                                                  "Release notes: n", "You're up to date."));
-    EXPECT_THAT(found, IsEmpty());
-}
-
-TEST_F(UpdateCheckRun, DecodesNothingButAManifest) {
-    for (const char* body : {"<html>404</html>", "[]", R"({"version":2})", R"({"version":"2.0","url":7})",
-                             R"({"version":"2.0","notes":[]})", R"({"version":"2.0"} x)"}) {
+TEST_F(UpdateCheckRun, TellsTheVersionsAndAnnouncesANewerOne) {
+    const std::string failed = "Failed to decode update info.";
+    const struct {
+        const char* quirk;
+        const char* current;
+        Expected<HttpResponse> answer;
+        std::vector<std::string> lines;
+        std::optional<LatestInfo> found = {};
+    } cases[] = {
+        {"newer",
+         "1.9",
+         HttpResponse{200, R"({"version":"1.10","url":"https://a.example/x","notes":"One\nTwo","more":[1]})"},
+         {"Current version: 1.9", "Remote version: 1.10", "Release notes: One\nTwo", "Update available!"},
+         LatestInfo{"1.10", "https://a.example/x", "One\nTwo"}},
+        {"any status, a byte-order mark, nothing but a version",
+         "1.0",
+         HttpResponse{404, "\xEF\xBB\xBF{\"version\":\"2.0\",\"url\":null,\"notes\":null}"},
+         {"Current version: 1.0", "Remote version: 2.0", "Update available!"},
+         LatestInfo{"2.0", {}, {}}},
+        {"not newer",
+         "1.9",
+         HttpResponse{200, R"({"version":"1.09","notes":"n"})"},
+         {"Current version: 1.9", "Remote version: 1.09", "Release notes: n", "You're up to date."}},
+        {"no JSON", "1.0", HttpResponse{200, "<html>404</html>"}, {failed}},
+        {"an array", "1.0", HttpResponse{200, "[]"}, {failed}},
+        {"a number for the version", "1.0", HttpResponse{200, R"({"version":2})"}, {failed}},
+        {"a number for the address", "1.0", HttpResponse{200, R"({"version":"2.0","url":7})"}, {failed}},
+        {"a list of notes", "1.0", HttpResponse{200, R"({"version":"2.0","notes":[]})"}, {failed}},
+        {"more behind the end", "1.0", HttpResponse{200, R"({"version":"2.0"} x)"}, {failed}},
+        {"no answer", "1.0", failure("no route to host"), {"Error fetching update info: no route to host"}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.quirk);
         test.console.clear();
-        check("1.0");
-        answer(HttpResponse{200, body});
-        EXPECT_THAT(test.console.lines(), ElementsAre("Failed to decode update info.")) << body;
+        found.clear();
+        check(c.current);
+        test.httpSession.answer(c.answer);
+        EXPECT_THAT(found, IsEmpty()) << "before the queue ran";
+        test.settle();
+        EXPECT_EQ(test.console.lines(), c.lines);
+        ASSERT_EQ(found.size(), c.found ? 1U : 0U);
+        if (c.found) {
+            EXPECT_EQ(found[0].version, c.found->version);
+            EXPECT_EQ(found[0].url, c.found->url);
+            EXPECT_EQ(found[0].notes, c.found->notes);
+        }
     }
-    EXPECT_THAT(found, IsEmpty());
 }
 
-TEST_F(UpdateCheckRun, TellsWhatTheNetworkSaid) {
-    check("1.0");
-    answer(failure("no route to host"));
-    EXPECT_THAT(test.console.lines(), ElementsAre("Error fetching update info: no route to host"));
-    EXPECT_THAT(found, IsEmpty());
-}
-
-TEST_F(UpdateCheckRun, SendsNothingToAnAddressThatIsNone) {
+TEST_F(UpdateCheckRun, SendsNothingToAnInvalidAddress) {
     checkForUpdates(test.platform, "1.0", {}, "https://a.example/latest json");
     EXPECT_THAT(test.console.lines(), ElementsAre("Invalid update URL."));
     EXPECT_THAT(test.httpSession.requests, IsEmpty());

@@ -1,6 +1,5 @@
 #include "core/Files.h"
 
-#include "support/SmallDisk.h"
 #include "support/TemporaryFolder.h"
 
 #include <fcntl.h>
@@ -38,14 +37,10 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(Files, ReadsFilesThatHideTheirSize) {
-    const auto maps = readWholeFile("/proc/self/maps"); // longer than a page, given in pieces
-    ASSERT_TRUE(maps.has_value());
-    EXPECT_GT(maps->size(), 4096U);
+TEST_F(Files, AreReadWholeOrSayWhyNot) {
+    const auto maps = readWholeFile("/proc/self/maps"); // hides its size and is given in pieces
+    ASSERT_TRUE(maps && maps->size() > 4096);
     EXPECT_EQ(maps->back(), '\n');
-}
-
-TEST_F(Files, SaysWhyAFileCannotBeRead) {
     EXPECT_EQ(readError(folder.path("gone")), "No such file or directory");
     EXPECT_EQ(readError(folder.path()), "Is a directory");
     fs::resize_file(folder.write("endless"), std::uintmax_t{5} << 30);
@@ -110,6 +105,8 @@ TEST_P(WritingFiles, SayWhyTheyFailAndLeaveNothingBeside) {
     EXPECT_EQ(errorOf(write(folder.path("folder"), "x")), "Is a directory");
     EXPECT_EQ(errorOf(write(folder.path("gone/below"), "x")), "No such file or directory");
     EXPECT_EQ(entries(folder), 1U);
+    EXPECT_EQ(errorOf(write("/dev/full", "x")), "No space left on device");
+    EXPECT_TRUE(fs::is_character_file("/dev/full")) << "a device is written into, never replaced";
 }
 
 TEST_F(Files, SayThatAMissingFolderMayNotBeCreated) {
@@ -123,36 +120,17 @@ TEST_F(Files, SayThatAMissingFolderMayNotBeCreated) {
     EXPECT_EQ(error, "Permission denied");
 }
 
-TEST_P(WritingFiles, KeepTheOldBytesWhenTheDiskFillsUpMidway) {
-    const std::string path = folder.write("list", "old");
-    {
-        const SmallDisk disk(8192);
-        EXPECT_EQ(errorOf(write(path, std::string(20'000, 'x'))), "File too large");
-    }
-    EXPECT_EQ(folder.read("list"), "old");
-    EXPECT_EQ(entries(folder), 1U);
-    EXPECT_EQ(errorOf(write("/dev/full", "x")), "No space left on device");
-    EXPECT_TRUE(fs::is_character_file("/dev/full")) << "a device is written into, never replaced";
-}
-
 TEST_F(Files, AreForWhomTheUserLikesAndFoldersForTheUserAlone) {
     const mode_t before = ::umask(0027);
-    EXPECT_TRUE(createFolder(folder.path("ours/support")));
+    for (int time = 0; time < 2; ++time)
+        EXPECT_TRUE(createFolder(folder.path("ours/support")));
     EXPECT_TRUE(writeWholeFile(folder.path("plain"), "x"));
     EXPECT_TRUE(writeFileAtomically(folder.path("atomic"), "x"));
     ::umask(before);
-    EXPECT_EQ(modeOf(folder.path("ours")), 0700U);
-    EXPECT_EQ(modeOf(folder.path("ours/support")), 0700U);
-    EXPECT_EQ(modeOf(folder.path("plain")), 0640U);
-    EXPECT_EQ(modeOf(folder.path("atomic")), 0640U);
-}
-
-TEST_F(Files, CreatesFoldersWithTheirParents) {
-    for (int time = 0; time < 2; ++time)
-        EXPECT_TRUE(createFolder(folder.path("a/b/c")));
-    EXPECT_TRUE(fs::is_directory(folder.path("a/b/c")));
-    folder.write("file");
-    for (const std::string& path : {folder.path("file"), folder.path("file/below"), std::string()})
+    for (const auto& [name, mode] :
+         {std::pair("ours", 0700U), {"ours/support", 0700U}, {"plain", 0640U}, {"atomic", 0640U}})
+        EXPECT_EQ(modeOf(folder.path(name)), mode) << name;
+    for (const std::string& path : {folder.path("plain"), folder.path("plain/below"), std::string()})
         EXPECT_FALSE(createFolder(path)) << path;
 }
 

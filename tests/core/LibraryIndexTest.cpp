@@ -4,7 +4,6 @@
 #include "core/LibraryIndexBuilder.h"
 #include "core/Text.h"
 #include "support/Builders.h"
-#include "support/MadeLibrary.h"
 
 #include <gmock/gmock.h>
 #include <random>
@@ -118,7 +117,6 @@ TEST(LibraryIndex, CountsUnderAFolderByText) {
 
 /// The counts by looking at every path, for comparison with the table of folders.
 TEST(LibraryIndex, CountsUnderAFolderAsALoopWould) {
-    MadeLibrary made(9);
     LibraryIndexBuilder builder;
     std::mt19937 random(9);
     const std::vector<std::string> pieces = {"a", "b", "/", "/", "e", "\u0301", "\u00E9", "\u00E8", "\u65E5"};
@@ -132,7 +130,6 @@ TEST(LibraryIndex, CountsUnderAFolderAsALoopWould) {
     for (int i = 0; i < 800; ++i) {
         if (i % 9 == 0)
             last = path(4);
-        builder.fileTrack(made.nextTrack());
         builder.fileTrack(track("x", std::to_string(i % 500), {}, i % 3 == 0 ? path(6) : last + path(1)));
     }
     LibraryIndex index = builder.finish();
@@ -149,7 +146,7 @@ TEST(LibraryIndex, CountsUnderAFolderAsALoopWould) {
         ASSERT_EQ(countTracksUnderFolder(index, folder), expected) << folder;
         counted += expected;
     }
-    EXPECT_GT(counted, 5'000);
+    EXPECT_GT(counted, 2'000);
 }
 
 } // namespace

@@ -140,8 +140,6 @@ protected:
                                 [](const QWidget* widget) { return widget->inherits("QDialog"); });
         })) << "a dialog was never deleted";
     }
-    QtDialogsTest(const QtDialogsTest&) = delete;
-    QtDialogsTest& operator=(const QtDialogsTest&) = delete;
 
     std::vector<std::string> open(const OpenOptions& options, std::function<void(QDialog*)> act) {
         whileOpen(std::move(act));
@@ -177,53 +175,68 @@ private:
     std::unique_ptr<QtDialogs> dialogs_;
 };
 
+using Act = std::function<void(QDialog*)>;
+
 void confirm(QDialog* dialog, const char* prompt = "Add Music") {
     QPushButton* confirming = button(dialog, prompt);
     ASSERT_TRUE(confirming && confirming->isEnabled());
     QTest::mouseClick(confirming, Qt::LeftButton);
 }
 
-/// The last path leads into a folder, where the next dialog opens.
-TEST_F(QtDialogsTest, AnswersWithWhatWasMarked) {
-    const struct {
-        const char* quirk;
-        std::function<void(QDialog*)> act;
-        std::vector<std::string> chosen;
-    } cases[] = {
-        {"files and folders together",
-         [](QDialog* dialog) {
-             click(dialog, "House");
-             EXPECT_EQ(nameField(dialog)->text(), "House");
-             click(dialog, "Slow.MP3", Qt::ControlModifier);
-             click(dialog, "Live.mp3", Qt::ControlModifier);
-             confirm(dialog);
-         },
-         {path("House"), path("Live.mp3"), path("Slow.MP3")}},
-        {"typed last",
-         [&](QDialog* dialog) { click(dialog, "Slow.MP3"), type(dialog, text("House")); },
-         {path("House")}},
-        {"marked last",
-         [](QDialog* dialog) {
-             nameField(dialog)->setFocus();
-             QTest::keyClicks(nameField(dialog), "nonsense");
-             click(dialog, "House");
-             confirm(dialog);
-         },
-         {path("House")}},
-        {"a double click enters a folder, which is chosen when nothing is marked",
-         [](QDialog* dialog) {
-             click(dialog, "House", {}, true);
-             EXPECT_TRUE(
-                 turnUntil([&] { return names(dialog) == QStringList{"Night Band - Last Train Home.mp3"}; }));
-             confirm(dialog);
-         },
-         {path("House")}},
-        {"the next dialog opens where the last one ended",
-         [](QDialog* dialog) { click(dialog, "Night Band - Last Train Home.mp3"), confirm(dialog); },
-         {path("House/Night Band - Last Train Home.mp3")}},
+Act typing(const QString& text) {
+    return [=](QDialog* dialog) { type(dialog, text); };
+}
+
+Act marking(const QStringList& marked) {
+    return [=](QDialog* dialog) {
+        for (const QString& name : marked)
+            click(dialog, name, name == marked.front() ? Qt::NoModifier : Qt::ControlModifier);
+        confirm(dialog);
     };
-    for (const auto& row : cases)
-        EXPECT_THAT(add(row.act), testing::UnorderedElementsAreArray(row.chosen)) << row.quirk;
+}
+
+/// Types what cannot be taken; a plain text over the dialog says why, and the dialog stays.
+Act typingInVain(const QString& text, const QString& mentioned) {
+    return [=](QDialog* dialog) {
+        bool explained = false;
+        whileAsked(explained, [&](QMessageBox& box) {
+            EXPECT_TRUE(box.text().contains(mentioned)) << box.text().toStdString();
+            if (QAbstractButton* no = box.button(QMessageBox::No))
+                return no->click();
+            EXPECT_EQ(box.textFormat(), Qt::PlainText);
+            box.reject();
+        });
+        type(dialog, text);
+        EXPECT_TRUE(explained && dialog->isVisible()) << text.toStdString();
+    };
+}
+
+TEST_F(QtDialogsTest, AnswersWithWhatWasMarkedOrTypedLast) {
+    EXPECT_THAT(add(marking({"House", "Slow.MP3", "Live.mp3"})),
+                testing::UnorderedElementsAre(path("House"), path("Slow.MP3"), path("Live.mp3")));
+    EXPECT_THAT(add([&](QDialog* dialog) {
+                    click(dialog, "Slow.MP3");
+                    EXPECT_EQ(nameField(dialog)->text(), "Slow.MP3");
+                    type(dialog, text("House"));
+                }),
+                ElementsAre(path("House")));
+    EXPECT_THAT(add([](QDialog* dialog) {
+                    nameField(dialog)->setFocus();
+                    QTest::keyClicks(nameField(dialog), "nonsense");
+                    marking({"House"})(dialog);
+                }),
+                ElementsAre(path("House")));
+    EXPECT_THAT(add([](QDialog* dialog) {
+                    click(dialog, "House", {}, true);
+                    EXPECT_TRUE(turnUntil(
+                        [&] { return names(dialog) == QStringList{"Night Band - Last Train Home.mp3"}; }));
+                    confirm(dialog);
+                }),
+                ElementsAre(path("House")))
+        << "a double click enters a folder, which is chosen when nothing is marked";
+    EXPECT_THAT(add(marking({"Night Band - Last Train Home.mp3"})),
+                ElementsAre(path("House/Night Band - Last Train Home.mp3")))
+        << "the next dialog opens where the last one ended";
 }
 
 TEST_F(QtDialogsTest, TakesTypedPaths) {
@@ -245,28 +258,10 @@ TEST_F(QtDialogsTest, TakesTypedPaths) {
         {"home", "~/House", {path("House")}},
     };
     for (const auto& row : cases)
-        EXPECT_EQ(add([&](QDialog* dialog) { type(dialog, row.typed); }), row.chosen) << row.quirk;
+        EXPECT_EQ(add(typing(row.typed)), row.chosen) << row.quirk;
 }
 
-TEST_F(QtDialogsTest, ExplainsWhatCannotBeChosenAndStaysOpen) {
-    for (const char* name : {"Notes <b>bold.txt", "missing.mp3"}) {
-        EXPECT_THAT(add([&](QDialog* dialog) {
-                        bool explained = false;
-                        whileAsked(explained, [&](QMessageBox& box) {
-                            EXPECT_TRUE(box.text().startsWith(text(name)));
-                            EXPECT_EQ(box.textFormat(), Qt::PlainText);
-                            box.reject();
-                        });
-                        type(dialog, text(name));
-                        EXPECT_TRUE(explained && dialog->isVisible());
-                    }),
-                    IsEmpty());
-    }
-    EXPECT_THAT(open({}, [&](QDialog* dialog) { type(dialog, text("House")); }), IsEmpty())
-        << "a folder is no file";
-}
-
-TEST_F(QtDialogsTest, HidesWhatTheTypesLeaveOut) {
+TEST_F(QtDialogsTest, HidesWhatTheTypesLeaveOutAndExplainsWhatCannotBeChosen) {
     EXPECT_THAT(open({.types = {{}, {"mp3"}}},
                      [](QDialog* dialog) {
                          EXPECT_TRUE(turnUntil([&] {
@@ -276,6 +271,9 @@ TEST_F(QtDialogsTest, HidesWhatTheTypesLeaveOut) {
                          confirm(dialog, "Open");
                      }),
                 ElementsAre(path("Slow.MP3")));
+    for (const char* name : {"Notes <b>bold.txt", "missing.mp3"})
+        EXPECT_THAT(add(typingInVain(text(name), text(name))), IsEmpty());
+    EXPECT_THAT(open({}, typing(text("House"))), IsEmpty()) << "a folder is no file";
 }
 
 TEST_F(QtDialogsTest, AnswersANonBlockingDialogLaterAndOnce) {
@@ -310,10 +308,13 @@ TEST_F(QtDialogsTest, ReadsTheNameToSaveUnderAsOneName) {
         {"a folder is entered", text("House"), "none"},
     };
     for (const auto& row : cases)
-        EXPECT_EQ(save({.proposedName = "playlist.m3u", .types = {{}, row.extensions}},
-                       [&](QDialog* dialog) { type(dialog, row.typed); }),
+        EXPECT_EQ(save({.proposedName = "playlist.m3u", .types = {{}, row.extensions}}, typing(row.typed)),
                   row.chosen)
             << row.quirk;
+    for (const auto& [typed, mentioned] :
+         {std::pair("Fast.wav", "Fast.wav"), {"missing/evening.m3u", "missing"}})
+        EXPECT_EQ(save({.proposedName = "playlist.m3u"}, typingInVain(text(typed), mentioned)), "none")
+            << "asked before a file is replaced, and told of a missing folder";
     EXPECT_EQ(
         save(
             {.proposedName = "evening.m3u", .title = "Save <b>Playlist</b>", .message = "Pick a <i>name</i>"},
@@ -330,28 +331,6 @@ TEST_F(QtDialogsTest, ReadsTheNameToSaveUnderAsOneName) {
         path("House/evening.m3u"));
 }
 
-TEST_F(QtDialogsTest, AsksBeforeItReplacesAFileAndExplainsAMissingFolder) {
-    const struct {
-        const char* typed;
-        QString mentioned;
-    } cases[] = {{"Fast.wav", "Fast.wav"}, {"missing/evening.m3u", text("missing")}};
-    for (const auto& row : cases)
-        EXPECT_EQ(save({.proposedName = "playlist.m3u"},
-                       [&](QDialog* dialog) {
-                           bool asked = false;
-                           whileAsked(asked, [&](QMessageBox& box) {
-                               EXPECT_TRUE(box.text().contains(row.mentioned)) << box.text().toStdString();
-                               if (QAbstractButton* no = box.button(QMessageBox::No))
-                                   no->click();
-                               else
-                                   box.reject();
-                           });
-                           type(dialog, text(row.typed));
-                           EXPECT_TRUE(asked && dialog->isVisible());
-                       }),
-                  "none");
-}
-
 TEST_F(QtDialogsTest, RemembersAFolderForEachKindOfFileAcrossRestarts) {
     const std::string memory = folder.path("dialogs.ini");
     folder.makeFolder("Lists");
@@ -364,9 +343,9 @@ TEST_F(QtDialogsTest, RemembersAFolderForEachKindOfFileAcrossRestarts) {
         restarted.chooseToSave({.kind = kind});
         return place;
     };
-    whileOpen([&](QDialog* dialog) { type(dialog, text("House/Night Band - Last Train Home.mp3")); });
+    whileOpen(typing(text("House/Night Band - Last Train Home.mp3")));
     EXPECT_EQ(QtDialogs(memory).chooseToOpen({.kind = FileKind::music}).size(), 1U);
-    whileOpen([&](QDialog* dialog) { type(dialog, text("Lists/a.m3u")); });
+    whileOpen(typing(text("Lists/a.m3u")));
     EXPECT_TRUE(QtDialogs(memory).chooseToSave({.kind = FileKind::playlist}));
     EXPECT_EQ(shown(FileKind::music), path("House"));
     EXPECT_EQ(shown(FileKind::playlist), path("Lists"));
@@ -391,17 +370,15 @@ TEST_F(QtDialogsTest, OpensInTheFirstFolderThatExistsUnderTheTitleAsked) {
     });
 }
 
-TEST_F(QtDialogsTest, AnswersAQuestionWithCancelUnlessItIsAccepted) {
-    const auto ask = [&](std::function<void(QDialog*)> act) {
+TEST_F(QtDialogsTest, AnswersAQuestionWithCancelUnlessItIsAcceptedAndShowsPlainText) {
+    const auto ask = [&](Act act) {
         whileOpen(std::move(act));
         return dialogs().confirm("Load the library?", "It replaces <b>everything</b>.", "Load Library");
     };
     EXPECT_TRUE(ask([](QDialog* dialog) { button(dialog, "Load Library")->click(); }));
-    EXPECT_FALSE(ask([](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Return); }));
-    EXPECT_FALSE(ask([](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); }));
-}
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape})
+        EXPECT_FALSE(ask([=](QDialog* dialog) { QTest::keyClick(dialog, key); }));
 
-TEST_F(QtDialogsTest, ShowsAMessageAsPlainTextUntilOk) {
     bool seen = false;
     whileOpen([&](QDialog* dialog) {
         QStringList lines;
@@ -411,9 +388,8 @@ TEST_F(QtDialogsTest, ShowsAMessageAsPlainTextUntilOk) {
         }
         EXPECT_TRUE(lines.contains("Library <b>Refreshed</b>"));
         EXPECT_TRUE(lines.contains("One & two"));
-        ASSERT_NE(button(dialog, "OK"), nullptr);
         EXPECT_EQ(dialog->findChildren<QPushButton*>().size(), 1);
-        QTest::mouseClick(button(dialog, "OK"), Qt::LeftButton);
+        confirm(dialog, "OK");
         seen = !dialog->isVisible();
     });
     dialogs().showMessage("Library <b>Refreshed</b>", "One & two");

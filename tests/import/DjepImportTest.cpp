@@ -60,7 +60,12 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(DjepFile, ReplacesTheWantedTextAndShowsTheList) {
+TEST_F(DjepFile, ReplacesTheWantedTextAndShowsTheListUnlessItIsNoText) {
+    parseDJEPCSV(test.view, {folder.write("latin1.csv", "h\nx,F\xFC\xFCr,A")});
+    EXPECT_EQ(test.view.matchInput.get(), "typed");
+    EXPECT_EQ(test.view.inputMode.get(), InputMode::djep);
+    EXPECT_THAT(test.console.lines(), ElementsAre("Failed to parse DJEP CSV: The file is not UTF-8 text."));
+
     parseDJEPCSV(test.view, {folder.write("requests.csv", "h\nDo Not Play,T,A\nx,U,B\n")});
     EXPECT_EQ(test.view.matchInput.get(), "B - U");
     EXPECT_EQ(test.view.inputMode.get(), InputMode::textList);
@@ -69,13 +74,6 @@ TEST_F(DjepFile, ReplacesTheWantedTextAndShowsTheList) {
     test.view.ignoreDoNotPlay.set(false);
     parseDJEPCSV(test.view, {folder.path("requests.csv")});
     EXPECT_EQ(test.view.matchInput.get(), "A - T\nB - U");
-}
-
-TEST_F(DjepFile, ThatIsNoTextChangesNothing) {
-    parseDJEPCSV(test.view, {folder.write("latin1.csv", "h\nx,F\xFC\xFCr,A")});
-    EXPECT_EQ(test.view.matchInput.get(), "typed");
-    EXPECT_EQ(test.view.inputMode.get(), InputMode::djep);
-    EXPECT_THAT(test.console.lines(), ElementsAre("Failed to parse DJEP CSV: The file is not UTF-8 text."));
 }
 
 TEST_F(DjepFile, IsAskedForWithoutBlocking) {

@@ -100,17 +100,13 @@ TEST_F(SpotifyImport, AsksForATokenThenThePlaylistThenMatches) {
     EXPECT_THAT(test.console.lines(), Not(Contains(HasSubstr("import"))));
 }
 
-TEST_F(SpotifyImport, IgnoresATextThatNamesNoPlaylist) {
+TEST_F(SpotifyImport, RefusesAnAddressThatNamesNoPlaylist) {
     for (const char* address : {"", "no address", "https://open.example", "spotify:playlist:ID"})
         start(address);
     EXPECT_THAT(http.requests, IsEmpty());
     EXPECT_THAT(test.console.lines(), IsEmpty());
     EXPECT_EQ(test.view.matchProgress.get(), 0.5);
-    expectUntouched();
-}
-
-TEST_F(SpotifyImport, FailsOnAnIdentifierThatReachesBeyondItsPlace) {
-    start("https://open.example/playlist/..%2F..%2Fme");
+    start("https://open.example/playlist/..%2F..%2Fme"); // reaches beyond its place
     http.answer(goodToken);
     EXPECT_THAT(http.requests, SizeIs(1));
     EXPECT_THAT(test.console.lines(),
@@ -119,41 +115,33 @@ TEST_F(SpotifyImport, FailsOnAnIdentifierThatReachesBeyondItsPlace) {
 }
 
 TEST_F(SpotifyImport, TellsWhyThereIsNoToken) {
-    struct Case {
+    const std::string refusal = R"({"error":"invalid_client"})";
+    const struct {
         Expected<HttpResponse> answer;
         std::vector<std::string> lines;
+        int code; ///< the status of a refused token, as the error names it
+    } cases[] = {
+        {failure("no route to host"), {"Spotify import error: no route to host"}, 0},
+        {HttpResponse{201, refusal},
+         {"Spotify token fetch failed, HTTP 201: " + refusal, "Spotify import error: HTTP 201: " + refusal},
+         201},
+        {HttpResponse{503, "<p>\xFF"},
+         {"Spotify token fetch failed, HTTP 503: <non-text response>",
+          "Spotify import error: HTTP 503: <non-text response>"},
+         503},
     };
-    const std::string refusal = R"({"error":"invalid_client"})";
-    for (const Case& c : {Case{failure("no route to host"), {"Spotify import error: no route to host"}},
-                          {HttpResponse{201, refusal},
-                           {"Spotify token fetch failed, HTTP 201: " + refusal,
-                            "Spotify import error: HTTP 201: " + refusal}},
-                          {HttpResponse{503, "<p>\xFF"},
-                           {"Spotify token fetch failed, HTTP 503: <non-text response>",
-                            "Spotify import error: HTTP 503: <non-text response>"}}}) {
+    for (const auto& c : cases) {
         test.console.clear();
         start("ID");
         http.answer(c.answer);
         EXPECT_EQ(test.console.lines(), c.lines);
         expectUntouched();
-    }
-}
-
-TEST_F(SpotifyImport, NamesTheStatusOfARefusedToken) {
-    struct Case {
-        Expected<HttpResponse> answer;
-        std::string domain;
-        int code;
-    };
-    for (const Case& c : {Case{HttpResponse{429, "later"}, "SpotifyTokenError", 429},
-                          {HttpResponse{200, "no token"}, "", 0},
-                          {failure("no route to host"), "", 0}}) {
         std::optional<SpotifyTokenFailure> error;
         fetchSpotifyToken(http, test.console, SpotifyService{}, "identifier:secret",
                           [&](const auto& token) { error = token.error(); });
         http.answer(c.answer);
         ASSERT_TRUE(error);
-        EXPECT_EQ(error->domain, c.domain);
+        EXPECT_EQ(error->domain, c.code == 0 ? "" : "SpotifyTokenError");
         EXPECT_EQ(error->code, c.code);
     }
 }
@@ -223,26 +211,29 @@ TEST_F(SpotifyImport, WritesOneLineAnEntry) {
     }
 }
 
-TEST_F(SpotifyImport, OfAnEmptyPlaylistEmptiesTheTextAndMatchesNothing) {
-    test.view.trackDict.set(buildIndex(std::vector{track("A", "T")}));
-    start("ID");
-    http.answer(goodToken);
-    http.answer(HttpResponse{404, R"({"items":[]})"}); // the status of this answer is not looked at
-    EXPECT_EQ(test.view.matchInput.get(), "");
-    EXPECT_EQ(test.view.inputMode.get(), InputMode::textList);
-    EXPECT_FALSE(test.view.isMatching.get());
-    EXPECT_EQ(test.matchQueue.pending(), 0U);
-}
-
-TEST_F(SpotifyImport, KeepsItsLinesWhenTheLibraryWasEmptiedMeanwhile) {
-    test.view.trackDict.set(buildIndex(std::vector{track("A", "T")}));
-    start("ID");
-    http.answer(goodToken);
-    test.view.trackDict.set({});
-    http.answer(playlist(entry(R"([{"name":"A"}])", "T")));
-    EXPECT_EQ(test.view.matchInput.get(), "A - T");
-    EXPECT_FALSE(test.view.isMatching.get());
-    EXPECT_EQ(test.matchQueue.pending(), 0U);
+TEST_F(SpotifyImport, MatchesNothingWithoutLinesOrWithoutALibrary) {
+    const struct {
+        const char* quirk;
+        HttpResponse answer;
+        bool isEmptied; ///< the library, meanwhile
+        const char* text;
+    } cases[] = {
+        {"an empty playlist, whose status is not looked at", {404, R"({"items":[]})"}, false, ""},
+        {"the library was emptied meanwhile", playlist(entry(R"([{"name":"A"}])", "T")), true, "A - T"},
+    };
+    for (const auto& c : cases) {
+        test.view.inputMode.set(InputMode::spotify);
+        test.view.trackDict.set(buildIndex(std::vector{track("A", "T")}));
+        start("ID");
+        http.answer(goodToken);
+        if (c.isEmptied)
+            test.view.trackDict.set({});
+        http.answer(c.answer);
+        EXPECT_EQ(test.view.matchInput.get(), c.text) << c.quirk;
+        EXPECT_EQ(test.view.inputMode.get(), InputMode::textList) << c.quirk;
+        EXPECT_FALSE(test.view.isMatching.get()) << c.quirk;
+        EXPECT_EQ(test.matchQueue.pending(), 0U) << c.quirk;
+    }
 }
 
 } // namespace

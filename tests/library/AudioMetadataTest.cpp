@@ -139,25 +139,20 @@ TEST_F(AttachBrowsedFile, MakesTheFileTheRowsChoiceUnderTheWantedNames) {
     EXPECT_THAT(second().options, ElementsAre(browsed, browsed)) << "the same file twice is two options";
 }
 
-TEST_F(AttachBrowsedFile, TheDialogAsksForOneAudioOrMovieFile) {
+TEST_F(AttachBrowsedFile, TheDialogAsksForOneFileNamesTheWantedLineAndOpensBesideItsCandidates) {
+    test.view.musicFolderURLs.set({Location{"/Music"}, Location{"/More"}});
     attachBrowsedFile(test.view, 1);
     test.settle();
     ASSERT_EQ(test.dialogs.opened.size(), 1U);
-    const OpenOptions& options = test.dialogs.opened.front();
+    const OpenOptions options = test.dialogs.opened.front();
     EXPECT_TRUE(options.files && !options.folders && !options.several);
     EXPECT_THAT(options.types.families, ElementsAre(TypeFamily::mp3Audio, TypeFamily::mpeg4Audio,
                                                     TypeFamily::wavAudio, TypeFamily::movie));
     EXPECT_THAT(options.types.extensions, ElementsAre("aiff", "aif"));
+    EXPECT_EQ(options.title, "Browse for file: Night Band – Last Train Home");
+    EXPECT_THAT(options.openIn, ElementsAre(Location{"/Music"}, Location{"/"}));
     EXPECT_FALSE(second().found) << "a cancelled dialog changes nothing";
-    EXPECT_TRUE(test.view.trackDict.get().empty());
     EXPECT_THAT(test.mediaAssets.opened, IsEmpty());
-}
-
-TEST_F(AttachBrowsedFile, TheDialogNamesTheWantedLineAndOpensBesideItsCandidates) {
-    test.view.musicFolderURLs.set({Location{"/Music"}, Location{"/More"}});
-    attachBrowsedFile(test.view, 1);
-    EXPECT_EQ(test.dialogs.opened.back().title, "Browse for file: Night Band – Last Train Home");
-    EXPECT_THAT(test.dialogs.opened.back().openIn, ElementsAre(Location{"/Music"}, Location{"/"}));
 
     MatchedTrack row = second();
     row.options = {{"T", "A", "", "/USB/House/1.mp3", {}}, {"T", "A", "", "/USB/2.mp3", {}}};
@@ -168,37 +163,28 @@ TEST_F(AttachBrowsedFile, TheDialogNamesTheWantedLineAndOpensBesideItsCandidates
                 ElementsAre(Location{"/USB"}, Location{"/USB/House"}, Location{"/Music"}, Location{"/"}));
 }
 
-TEST_F(AttachBrowsedFile, AFileWithoutReadableTempoIsAttachedWithoutOne) {
+TEST_F(AttachBrowsedFile, LandsInWhateverRowHasItsPositionByThen) {
     test.mediaAssets.tags["/USB/x.mp3"].formats = failure("damaged");
     test.dialogs.willOpen({"/USB/x.mp3"});
-    attachBrowsedFile(test.view, 1);
-    test.settle();
-    EXPECT_THAT(second().options, ElementsAre(Track{"Last Train Home", "Night Band", "", "/USB/x.mp3", {}}));
-    EXPECT_THAT(test.console.lines(), ElementsAre("Failed to load BPM from ID3 metadata: damaged"));
-}
-
-TEST_F(AttachBrowsedFile, LandsInWhateverRowStandsThereWhenAMatchRunEndedMeanwhile) {
-    test.dialogs.willOpen({"/USB/x.mp3"});
-    test.dialogs.whileOpen = [this] {
+    test.dialogs.whileOpen = [this] { // a match run ends meanwhile
         test.view.matchedTracks.set({row("A", "1"), row("Night Band", "Another Song")});
     };
     attachBrowsedFile(test.view, 1);
     test.settle();
     EXPECT_EQ(second().title, "Another Song");
-    EXPECT_EQ(second().selectedTrack, browsed) << "under the name it was picked for";
+    EXPECT_EQ(second().selectedTrack, (Track{"Last Train Home", "Night Band", "", "/USB/x.mp3", {}}))
+        << "under the name it was picked for, without the tempo that could not be read";
     EXPECT_EQ(test.view.trackDict.get().positionsUnder("night band last train home").size(), 1U);
-}
+    EXPECT_THAT(test.console.lines(), ElementsAre("Failed to load BPM from ID3 metadata: damaged"));
 
-TEST_F(AttachBrowsedFile, IsDroppedWhenNoRowStandsThereAnyMore) {
+    test.dialogs.whileOpen = {};
     test.dialogs.willOpen({"/USB/x.mp3"});
     attachBrowsedFile(test.view, 1);
     test.view.matchedTracks.set({row("A", "1")});
     test.settle();
-    EXPECT_FALSE(test.view.matchedTracks.get().front().found);
-    EXPECT_TRUE(test.view.trackDict.get().empty());
-
+    EXPECT_FALSE(test.view.matchedTracks.get().front().found) << "no such row any more";
     attachBrowsedFile(test.view, 1);
-    EXPECT_EQ(test.dialogs.opened.size(), 1U) << "no row, no dialog";
+    EXPECT_EQ(test.dialogs.opened.size(), 2U) << "no row, no dialog";
 }
 
 } // namespace

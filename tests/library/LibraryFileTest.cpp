@@ -6,14 +6,17 @@
 #include "support/OtherProgram.h"
 #include "support/TestPlatform.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 
 namespace orvalen::test {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
+using testing::StartsWith;
 using testing::UnorderedElementsAre;
 
 class LibraryFile : public testing::Test {
@@ -164,16 +167,6 @@ TEST_F(LibraryFile, FoldersAreAppendedWhenTheyCanBeReadAndAllAreTexts) {
     EXPECT_FALSE(test.support().exists("Orvalen/folders.json"));
 }
 
-TEST_F(LibraryFile, WithoutASupportFolderNothingIsSavedOrSaid) {
-    test.userFolders.folder.reset();
-    savePersistentLibrary(test.view);
-    saveFolderBookmarks(test.view);
-    loadPersistentLibrary(test.view);
-    removeSavedLibrary(test.view);
-    test.settle();
-    EXPECT_THAT(test.console.lines(), IsEmpty());
-}
-
 TEST_F(LibraryFile, TheStartRestoresTheLibraryAndThenTheSavedFolders) {
     fill();
     savePersistentLibrary(test.view);
@@ -187,6 +180,30 @@ TEST_F(LibraryFile, TheStartRestoresTheLibraryAndThenTheSavedFolders) {
     EXPECT_THAT(folders(), ElementsAre("/kept")) << "the file's folders, until the queued list arrives";
     test.settle();
     EXPECT_THAT(folders(), IsEmpty());
+}
+
+TEST_F(LibraryFile, AFailedSaveIsOneErrorLineAndTheNextSaveWorks) {
+    test.support().makeFolder("Orvalen/library.orvl");
+    test.support().makeFolder("Orvalen/folders.json/inside");
+    savePersistentLibrary(test.view);
+    EXPECT_THAT(test.console.lines(), ElementsAre("❌ Failed to save persistent library: Is a directory",
+                                                  "Error saving folder bookmarks: Is a directory"));
+    std::filesystem::remove_all(test.support().path("Orvalen"));
+    savePersistentLibrary(test.view);
+    EXPECT_TRUE(test.support().exists("Orvalen/library.orvl") &&
+                test.support().exists("Orvalen/folders.json"));
+
+    test.console.clear();
+    test.userFolders.folder = test.support().write("a file") + "/below";
+    savePersistentLibrary(test.view);
+    EXPECT_THAT(test.console.lines(), Contains(StartsWith("❌ Failed to save persistent library: ")));
+    test.console.clear();
+    test.userFolders.folder.reset();
+    savePersistentLibrary(test.view);
+    loadPersistentLibrary(test.view);
+    removeSavedLibrary(test.view);
+    test.settle();
+    EXPECT_THAT(test.console.lines(), IsEmpty()) << "no support folder, nothing to save or to say";
 }
 
 TEST_F(LibraryFile, BackupAndLoadAskWhere) {
@@ -214,18 +231,35 @@ TEST_F(LibraryFile, BackupAndLoadAskWhere) {
     test.dialogs.willOpen({copy});
     loadScannedLibrary(test.view);
     EXPECT_THAT(tracks(), ElementsAre(kept));
+
+    OtherProgram other(test.support().path("orvalen.sqlite"));
+    other.run("BEGIN EXCLUSIVE");
+    test.dialogs.willSaveTo(copy);
+    test.console.clear();
+    backupScannedLibrary(test.view);
+    EXPECT_THAT(test.console.lines(),
+                ElementsAre("✅ Library backup saved to " + copy,
+                            "The preferred matches could not be read and are not in the backup."));
 }
 
 TEST_F(LibraryFile, RemovingDeletesTheFileAndEmptiesIndexAndChoicesOnly) {
-    fill();
-    savePersistentLibrary(test.view);
-    removeSavedLibrary(test.view);
-    EXPECT_FALSE(test.support().exists("Orvalen/library.orvl"));
-    EXPECT_TRUE(test.view.trackDict.get().empty());
-    EXPECT_EQ(test.view.trackCount.get(), 0);
-    EXPECT_THAT(test.database().allPreferredMatches(), IsEmpty());
-    EXPECT_THAT(folders(), ElementsAre("/kept"));
-    EXPECT_TRUE(test.support().exists("Orvalen/folders.json"));
+    for (const bool canDelete : {true, false}) {
+        fill();
+        savePersistentLibrary(test.view);
+        if (!canDelete) {
+            std::filesystem::remove(test.support().path("Orvalen/library.orvl"));
+            test.support().makeFolder("Orvalen/library.orvl/inside");
+        }
+        test.console.clear();
+        removeSavedLibrary(test.view);
+        EXPECT_EQ(test.support().exists("Orvalen/library.orvl"), !canDelete);
+        EXPECT_TRUE(test.view.trackDict.get().empty());
+        EXPECT_EQ(test.view.trackCount.get(), 0);
+        EXPECT_THAT(test.database().allPreferredMatches(), IsEmpty());
+        EXPECT_THAT(folders(), ElementsAre("/kept"));
+        EXPECT_TRUE(test.support().exists("Orvalen/folders.json"));
+        EXPECT_THAT(test.console.lines(), IsEmpty());
+    }
 }
 
 TEST_F(LibraryFile, AnAutomaticBackupLoadsItsTracks) {
@@ -237,18 +271,6 @@ TEST_F(LibraryFile, AnAutomaticBackupLoadsItsTracks) {
     EXPECT_THAT(tracks(), UnorderedElementsAre(track("No", "Tempo", 0), kept));
     EXPECT_THAT(test.database().allPreferredMatches(), ElementsAre(Pair("kept", "/kept.mp3")));
     EXPECT_THAT(folders(), IsEmpty());
-}
-
-TEST_F(LibraryFile, ABackupWithoutTheChoicesSaysSo) {
-    fill();
-    const std::string copy = test.support().path("copy.orvl");
-    OtherProgram other(test.support().path("orvalen.sqlite"));
-    other.run("BEGIN EXCLUSIVE");
-    test.dialogs.willSaveTo(copy);
-    backupScannedLibrary(test.view);
-    EXPECT_THAT(test.console.lines(),
-                ElementsAre("✅ Library backup saved to " + copy,
-                            "The preferred matches could not be read and are not in the backup."));
 }
 
 } // namespace

@@ -8,7 +8,6 @@
 namespace orvalen::test {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// A small library whose tracks are easily confused.
@@ -92,28 +91,27 @@ TEST_F(TrackSearch, FindsEqualTracksOnceAndNoMoreThanAsked) {
     EXPECT_THAT(findTracks(LibraryCatalog(LibraryIndex()), "robyn"), IsEmpty());
 }
 
-TEST_F(TrackSearch, SuggestsWhatALineProbablyMeans) {
-    EXPECT_THAT(suggested("Robin", "Dancing on my own"),
-                ElementsAre("Robyn - Dancing On My Own", "Calum Scott - Dancing On My Own"));
-    EXPECT_THAT(suggested("Beyonce and JayZ", "Crasy in love"),
-                ElementsAre("Beyoncé feat. JAY-Z - Crazy In Love"));
-    EXPECT_THAT(suggested("Waterlo", "Abba"), ElementsAre("ABBA - Waterloo")) << "exchanged";
-    EXPECT_THAT(suggested("The Foundation", "Build me up butter cup"),
-                ElementsAre("The Foundations - Build Me Up Buttercup"));
-}
-
-TEST_F(TrackSearch, SuggestsNoOtherSong) {
-    EXPECT_THAT(suggested("Robyn", "With Every Heartbeat"), IsEmpty());
-    EXPECT_THAT(suggested("Queen", "Somebody to love"), IsEmpty());
-    EXPECT_THAT(suggested("Michael Bublé", "Everything"), IsEmpty());
-    EXPECT_THAT(suggested("Prince", "1998"), IsEmpty());
-    EXPECT_THAT(suggested("!!!", "???"), IsEmpty());
-}
-
-TEST_F(TrackSearch, SuggestsEachNameOnce) {
+TEST_F(TrackSearch, SuggestsWhatALineProbablyMeansAndNoOtherSong) {
+    const struct {
+        const char* artist;
+        const char* title;
+        std::vector<std::string> tracks;
+    } cases[] = {
+        {"Robin", "Dancing on my own", {"Robyn - Dancing On My Own", "Calum Scott - Dancing On My Own"}},
+        {"Beyonce and JayZ", "Crasy in love", {"Beyoncé feat. JAY-Z - Crazy In Love"}},
+        {"Waterlo", "Abba", {"ABBA - Waterloo"}}, // exchanged
+        {"The Foundation", "Build me up butter cup", {"The Foundations - Build Me Up Buttercup"}},
+        {"Robyn", "With Every Heartbeat", {}},
+        {"Queen", "Somebody to love", {}},
+        {"Michael Bublé", "Everything", {}},
+        {"Prince", "1998", {}},
+        {"!!!", "???", {}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(suggested(c.artist, c.title), c.tracks) << c.artist << " - " << c.title;
     const LibraryCatalog twice(buildIndex(std::vector{track("Robyn", "Dancing On My Own", {}, "/a.mp3"),
                                                       track("Robyn", "Dancing On My Own", {}, "/b.mp3")}));
-    EXPECT_EQ(suggestTracks(twice, {"Robin", "Dancing On My Own"}).size(), 1U);
+    EXPECT_EQ(suggestTracks(twice, {"Robin", "Dancing On My Own"}).size(), 1U) << "each name once";
     EXPECT_EQ(findTracks(twice, "Robin dancing").size(), 2U);
 }
 

@@ -56,12 +56,12 @@ TEST(PosixFolderAccess, GrantsADriveThatDoesNotAnswerAndWaitsForItOnlyOnce) {
                                             "/asleep/2", "/asleep/3", "/asleep/4"};
     const auto start = Clock::now();
     EXPECT_EQ(paths(access.startAll(locations)), expected);
-    EXPECT_LT(Clock::now() - start, 1500ms);
+    EXPECT_LT(Clock::now() - start, 4s) << "one second for all";
     const auto again = Clock::now();
     EXPECT_EQ(paths(access.startAll(locations)), expected);
     EXPECT_TRUE(access.start({"/asleep/0"}));
     EXPECT_FALSE(access.start({"/gone"}));
-    EXPECT_LT(Clock::now() - again, 400ms);
+    EXPECT_LT(Clock::now() - again, 900ms) << "waited once more";
 
     std::vector<Location> many;
     for (int i = 5; i < 20; ++i)
@@ -72,17 +72,6 @@ TEST(PosixFolderAccess, GrantsADriveThatDoesNotAnswerAndWaitsForItOnlyOnce) {
     while (access.start({"/asleep/0"}) && Clock::now() < limit)
         std::this_thread::yield();
     EXPECT_LT(Clock::now(), limit) << "an answer counts when it comes";
-}
-
-TEST(PosixFolderAccess, ABookmarkBringsItsLocationBackEvenWhileTheDiskIsAway) {
-    PosixFolderAccess access;
-    for (const char* path : {"/", "/Music/Größe 日本", "/media/stick/that is not plugged in"}) {
-        const auto bookmark = access.makeBookmark({path});
-        ASSERT_TRUE(bookmark.has_value()) << path;
-        const auto location = access.resolveBookmark(*bookmark);
-        ASSERT_TRUE(location.has_value()) << path;
-        EXPECT_EQ(location->path, path);
-    }
 }
 
 TEST(PosixFolderAccess, OnlyWhatIsMissingBelowAMountRootIsAway) {
@@ -103,14 +92,17 @@ TEST(PosixFolderAccess, OnlyWhatIsMissingBelowAMountRootIsAway) {
         EXPECT_EQ(access.isAway({path}), away) << path;
 }
 
-TEST(PosixFolderAccess, MakesNoBookmarkOfWhatIsNoAbsolutePath) {
+TEST(PosixFolderAccess, BookmarksBringAbsolutePathsBackAndNothingElse) {
     PosixFolderAccess access;
+    for (const char* path : {"/", "/Music/Größe 日本", "/media/stick/that is not plugged in"}) {
+        const auto bookmark = access.makeBookmark({path});
+        ASSERT_TRUE(bookmark.has_value()) << path;
+        const auto location = access.resolveBookmark(*bookmark);
+        ASSERT_TRUE(location.has_value()) << path;
+        EXPECT_EQ(location->path, path);
+    }
     for (const std::string_view path : {""sv, "Music"sv, "./Music"sv, "/Music\0"sv, "/M\xFCsik"sv})
         EXPECT_FALSE(access.makeBookmark({std::string(path)}).has_value()) << path;
-}
-
-TEST(PosixFolderAccess, ResolvesNoForeignOrDamagedBookmark) {
-    PosixFolderAccess access;
     const std::string mark = "orvalen-location-1:";
     ASSERT_EQ(access.makeBookmark({"/Music"}), mark + "/Music") << "an earlier version's are to be read";
     for (const std::string& bookmark :

@@ -44,7 +44,6 @@ struct Pipe {
         }
         return text;
     }
-    /// What is there up to and with the text.
     std::string readUntil(std::string_view end) {
         std::string text = read(1);
         while (text.find(end) == std::string::npos)
@@ -138,7 +137,7 @@ TEST(StandardConsole, WritesTheQueueAtTheEndButNeverWaitsLongForIt) {
     console->line("stuck");
     const auto start = Clock::now();
     console.reset();
-    EXPECT_LT(Clock::now() - start, 1500ms);
+    EXPECT_LT(Clock::now() - start, 10s);
     pipe.readUntil("stuck\n"); // the writer thread still uses the pipe
 }
 

@@ -83,19 +83,16 @@ TEST_F(PreviewPlayer, AsksTheFirstFolderWhosePathBeginsTheTracks) {
     }
 }
 
-TEST_F(PreviewPlayer, ARefusedFolderLeavesTheRunningPreviewAlone) {
+TEST_F(PreviewPlayer, StopsTheOldPlayerOnlyOnceTheNewMayBeOpened) {
     playPreview(view, one);
     test.folderAccess.refused = {"/Music"};
     playPreview(view, two);
     EXPECT_EQ(opened(), 1U);
-    EXPECT_TRUE(playback().playing);
-    EXPECT_TRUE(view.playbackTimer.get());
+    EXPECT_TRUE(playback().playing && view.playbackTimer.get()) << "a refused folder";
     EXPECT_EQ(view.selectedTrack.get(), one);
     EXPECT_THAT(test.console.lines(), IsEmpty());
-}
 
-TEST_F(PreviewPlayer, StopsTheOldPlayerBeforeTheNewIsOpened) {
-    playPreview(view, one);
+    test.folderAccess.refused = {};
     test.audioPlayers.whenOpening = [&](const std::string&) {
         EXPECT_EQ(playback().calls.back(), "stop");
         EXPECT_FALSE(view.playbackTimer.get());
@@ -185,31 +182,26 @@ TEST_F(PreviewPlayer, TheTickWritesThePlayedFraction) {
     EXPECT_DOUBLE_EQ(tick(), 0.0);
 }
 
-TEST_F(PreviewPlayer, TheProgressStaysAFractionForAPlayerThatLies) {
+TEST_F(PreviewPlayer, StaysSoundWithAPlayerThatLies) {
     struct Case {
         double time, length, fraction;
     };
     const Case cases[] = {{0, 0, 0},    {5, 0, 0},          {150, 100, 1},
                           {-1, 100, 0}, {5, notANumber, 0}, {5, infinite, 0}};
+    view.playbackProgress.set(0.5);
+    seekPreview(view); // nothing is loaded
     playPreview(view, one);
     for (const Case& c : cases) {
         playback().time = c.time;
         playback().length = c.length;
         EXPECT_DOUBLE_EQ(tick(), c.fraction) << c.time << " of " << c.length;
     }
-}
-
-TEST_F(PreviewPlayer, SeeksToTheSlidersPlace) {
-    view.playbackProgress.set(0.5);
-    seekPreview(view); // nothing is loaded
-    playPreview(view, one);
-    playback().length = 240;
-    view.playbackProgress.set(0.25);
-    seekPreview(view);
-    EXPECT_DOUBLE_EQ(playback().time, 60);
-    playback().length = infinite;
-    seekPreview(view);
-    EXPECT_DOUBLE_EQ(playback().time, 60);
+    for (const double length : {240.0, infinite}) {
+        playback().length = length;
+        view.playbackProgress.set(0.25);
+        seekPreview(view);
+        EXPECT_DOUBLE_EQ(playback().time, 60) << "a seek needs a length";
+    }
 }
 
 TEST_F(PreviewPlayer, LabelsOnlyThePreviewedTrack) {

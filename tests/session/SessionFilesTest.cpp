@@ -6,6 +6,7 @@
 #include "support/Builders.h"
 #include "support/TestPlatform.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -92,17 +93,13 @@ TEST_F(SessionFiles, BringsBackWhatWasSavedAndTouchesNothingElse) {
     EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 
-TEST_F(SessionFiles, CancelledDialogsChangeNothing) {
+TEST_F(SessionFiles, CancelledDialogsAndFilesThatAreNoSessionKeepTheState) {
+    const std::string good = R"({"matchInput":"in","matchedTracks":[]})";
     workOn("work");
     saveSession(view);
     loadSession(view);
     EXPECT_TRUE(stillOn("work"));
     EXPECT_THAT(test.console.lines(), IsEmpty());
-}
-
-TEST_F(SessionFiles, RefusesWhatIsNoSessionAndKeepsTheState) {
-    const std::string good = R"({"matchInput":"in","matchedTracks":[]})";
-    workOn("work");
     for (const std::string& bytes :
          {std::string(), std::string("/Music/a.mp3"), good + "x", "[" + good + "]"}) {
         test.console.clear();
@@ -111,6 +108,20 @@ TEST_F(SessionFiles, RefusesWhatIsNoSessionAndKeepsTheState) {
         EXPECT_TRUE(stillOn("work")) << bytes;
         EXPECT_THAT(test.console.lines(), ElementsAre(MatchesRegex("Failed to load session: .+"))) << bytes;
     }
+}
+
+TEST_F(SessionFiles, AFailedSaveIsOneErrorLineAndTheNextSaveWorks) {
+    workOn("work");
+    test.dialogs.willSaveTo(folder.makeFolder("a folder"));
+    saveSession(view);
+    test.support().makeFolder("Orvalen/session.orvs");
+    autoSaveSession(view);
+    test.settle();
+    EXPECT_THAT(test.console.lines(), ElementsAre("Failed to save session: Is a directory",
+                                                  "Auto-save session failed: Is a directory"));
+    std::filesystem::remove(autoSaveFile());
+    autoSaveSession(view);
+    EXPECT_EQ(decodeSession(autoSaved())->matchInput, "work");
 }
 
 TEST_F(SessionFiles, AutoSaveTurnsItsSymbolForTwoSeconds) {
@@ -140,17 +151,7 @@ TEST_F(SessionFiles, AutoSaveWithoutRowsKeepsTheLastOne) {
     EXPECT_THAT(test.console.lines(), ElementsAre(savingLine()));
 }
 
-TEST_F(SessionFiles, WithoutASupportFolderThereIsNoAutoSave) {
-    workOn("work");
-    test.userFolders.folder = std::nullopt;
-    autoSaveSession(view);
-    loadLastSession(view);
-    EXPECT_TRUE(stillOn("work"));
-    EXPECT_THAT(test.console.lines(), IsEmpty());
-    EXPECT_EQ(test.mainQueue.pending(), 0U);
-}
-
-TEST_F(SessionFiles, LoadLastBringsBackTheAutoSave) {
+TEST_F(SessionFiles, LoadLastBringsBackTheAutoSaveOrSaysNothing) {
     workOn("auto");
     autoSaveSession(view);
     test.console.clear();
@@ -158,16 +159,18 @@ TEST_F(SessionFiles, LoadLastBringsBackTheAutoSave) {
     loadLastSession(view);
     EXPECT_EQ(view.matchInput.get(), "auto");
     EXPECT_TRUE(view.showResultsPage.get());
-    EXPECT_THAT(test.console.lines(), IsEmpty());
-}
 
-TEST_F(SessionFiles, LoadLastSaysNothingWhenThereIsNothingToLoad) {
     workOn("work");
-    loadLastSession(view);
-    EXPECT_TRUE(stillOn("work"));
     test.support().write("Orvalen/session.orvs", "/a.mp3");
     loadLastSession(view);
-    EXPECT_TRUE(stillOn("work"));
+    EXPECT_TRUE(stillOn("work")) << "no session";
+    std::filesystem::remove(autoSaveFile());
+    loadLastSession(view);
+    EXPECT_TRUE(stillOn("work")) << "no file";
+    test.userFolders.folder = std::nullopt;
+    autoSaveSession(view);
+    loadLastSession(view);
+    EXPECT_TRUE(stillOn("work")) << "no support folder";
     EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 

@@ -8,9 +8,6 @@
 namespace orvalen::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 TEST(LineCheck, NamesEachLineThatIsLeftOut) {
     const std::string text =
         "ABBA - Waterloo\r\n\n  Ceremony:\nA \u2013 B \u2014 C\nRobyn\u00A0- Call\n\u3000Air \u2013 La";
