@@ -1,8 +1,8 @@
 #pragma once
 
+#include "MadeLibrary.h"
 #include "core/LibraryIndexBuilder.h"
 #include "matching/LibraryCatalog.h"
-#include "MadeLibrary.h"
 
 #include <ctime>
 #include <map>

@@ -1,4 +1,5 @@
 #include "LoopProbe.h"
+#include "MadeLibrary.h"
 #include "MadeMp3.h"
 #include "Program.h"
 #include "ReviewedRows.h"
@@ -11,7 +12,6 @@
 #include "matching/WantedList.h"
 #include "preview/PreviewPlayer.h"
 #include "session/SessionFiles.h"
-#include "MadeLibrary.h"
 #include "support/TemporaryFolder.h"
 
 #include <QDialog>

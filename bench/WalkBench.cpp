@@ -1,6 +1,6 @@
+#include "MadeLibrary.h"
 #include "library/FolderWalk.h"
 #include "support/Fakes.h"
-#include "MadeLibrary.h"
 #include "support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>

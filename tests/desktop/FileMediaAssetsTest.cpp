@@ -2,17 +2,21 @@
 
 #include "desktop/TagBytes.h"
 #include "library/AudioMetadata.h"
+#include "platform/tags/ReadAhead.h"
 #include "support/Fakes.h"
 #include "support/TemporaryFolder.h"
 
+#include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <thread>
 
 namespace orvalen::test {
 namespace {
 
 using namespace std::string_literals;
+using namespace std::chrono_literals;
 
 class FileMediaAssetsTest : public testing::Test {
 protected:
@@ -215,6 +219,27 @@ TEST_F(FileMediaAssetsTest, NamesTheFormatAndTheId3Frames) {
     EXPECT_EQ(asset->availableFormats().value(), std::vector<std::string>{std::string(id3Format)});
     const auto other = assets.open(folder.write("b.m4a", mpeg4(mpeg4Text("\251nam", "x"))));
     EXPECT_EQ(other->availableFormats().value(), std::vector<std::string>{"mp4"});
+}
+
+/// Files that cannot be read are passed over. The files of a test are in the page cache, because they have
+/// just been written.
+TEST(ReadAhead, ReadsTheHeadsOfTheFirstFilesAndRestsWhenTheyAreCached) {
+    TemporaryFolder folder;
+    folder.makeFolder("Live.mp3");
+    ReadAhead ahead;
+    ahead.passOne(); // also more than was expected
+    for (const char* unreadable : {"missing.mp3", "Live.mp3"})
+        ahead.expect(folder.path(unreadable));
+    const double before = bytesReadByThisProcess();
+    for (int i = 0; i < 400; ++i)
+        ahead.expect(folder.write(std::to_string(i) + ".mp3",
+                                  id3(3, textFrame(3, "TIT2", 0, "Song")) + std::string(8192, '\0')));
+    const auto filesRead = [&] { return (bytesReadByThisProcess() - before) / 4096; };
+    for (int tries = 0; tries < 500 && filesRead() < 64; ++tries)
+        std::this_thread::sleep_for(10ms);
+    EXPECT_GE(filesRead(), 64);
+    std::this_thread::sleep_for(50ms);
+    EXPECT_LE(filesRead(), 300);
 }
 
 } // namespace

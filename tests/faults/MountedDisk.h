@@ -1,28 +1,55 @@
 #pragma once
 
+#include "core/Files.h"
 #include "support/TemporaryFolder.h"
 
-#include <cstddef>
+#include <cstdlib>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sched.h>
 #include <string>
+#include <sys/mount.h>
+#include <unistd.h>
 
 namespace orvalen::test {
 
-/// Lets this process mount what no other sees. To be called at the start, as one thread; not every system
-/// allows it.
-void takeMountsOfOurOwn();
-bool canMount();
+/// Lets this process mount what no other sees; returns whether the system allows it. The first call is made
+/// at the start, while there is one thread.
+inline bool canMount() {
+    // As a user of its own namespace one may mount; the user stays who he is.
+    const auto enterUserNamespace = [user = std::to_string(::geteuid()),
+                                     group = std::to_string(::getegid())] {
+        return ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 &&
+               writeWholeFile("/proc/self/setgroups", "deny") &&
+               writeWholeFile("/proc/self/uid_map", user + " " + user + " 1") &&
+               writeWholeFile("/proc/self/gid_map", group + " " + group + " 1");
+    };
+    static const bool can = (::unshare(CLONE_NEWNS) == 0 || enterUserNamespace()) &&
+                            ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    return can;
+}
 
-/// A disk of one megabyte, in memory. While it stands, temporary folders are made on it.
+/// A disk of one megabyte, in memory. While it is mounted, temporary folders are made on it.
 class MountedDisk {
 public:
-    MountedDisk();
-    ~MountedDisk();
+    MountedDisk() : temporaryBefore_(std::filesystem::temp_directory_path()) {
+        EXPECT_EQ(::mount("none", place_.path().c_str(), "tmpfs", 0, "size=1m"), 0);
+        ::setenv("TMPDIR", place_.path().c_str(), 1);
+    }
+    ~MountedDisk() {
+        ::setenv("TMPDIR", temporaryBefore_.c_str(), 1);
+        EXPECT_EQ(::umount(place_.path().c_str()), 0);
+    }
     MountedDisk(const MountedDisk&) = delete;
     MountedDisk& operator=(const MountedDisk&) = delete;
 
     /// Fills it with something else.
-    void fillBut(std::size_t bytes);
-    void makeRoom();
+    void fillBut(std::size_t bytes) {
+        const std::size_t free = std::filesystem::space(place_.path()).available;
+        ASSERT_GT(free, bytes);
+        place_.write("something else", std::string(free - bytes, 'x'));
+    }
+    void makeRoom() { std::filesystem::remove(place_.path("something else")); }
 
 private:
     TemporaryFolder place_;

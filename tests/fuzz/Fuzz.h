@@ -4,16 +4,13 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <string_view>
-
-/// What every fuzzer defines: one input, fed again and again.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace orvalen::fuzz {
 
-inline std::string_view text(const std::uint8_t* data, std::size_t size) {
-    return {reinterpret_cast<const char*>(data), size};
-}
+/// What every fuzzer defines: reads one input and checks what the reader promises.
+void tryInput(std::string_view bytes);
 
 /// Stops the fuzzer, which keeps the input, when a promise does not hold.
 inline void require(bool holds, const char* promise) {
@@ -24,3 +21,8 @@ inline void require(bool holds, const char* promise) {
 }
 
 } // namespace orvalen::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    orvalen::fuzz::tryInput({reinterpret_cast<const char*>(data), size});
+    return 0;
+}

@@ -47,17 +47,17 @@ void clear(test::TestPlatform& platform) {
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void fuzz::tryInput(std::string_view bytes) {
     static test::TestPlatform platform;
     static const LibraryIndex before =
         buildIndex(std::vector{test::track("Night Band", "Last Train Home", 123)});
     replaceIndex(platform.view, before);
 
-    applyLibraryFile(platform.view, std::string(fuzz::text(data, size)));
+    applyLibraryFile(platform.view, std::string(bytes));
     const Library read = libraryOf(platform);
     if (platform.view.trackDict.get().sharesTracksWith(before)) {
         require(read.preferred.empty() && read.folders == 0, "a failed load changes nothing");
-        return 0;
+        return;
     }
 
     const Location copy{platform.support().path("copy.orvl")};
@@ -69,5 +69,4 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     require(sameChoices(again.preferred, read.preferred), "the choices read back equal");
     require(again.folders == read.folders, "the folders read back");
     clear(platform);
-    return 0;
 }

@@ -16,17 +16,15 @@ int order(std::string_view left, std::string_view right) {
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view bytes = fuzz::text(data, size);
+void fuzz::tryInput(std::string_view bytes) {
     decodeLatestInfo(bytes);
 
     // Three texts of one input.
-    const std::string_view first = bytes.substr(0, size / 3);
-    const std::string_view second = bytes.substr(size / 3, size / 3);
-    const std::string_view third = bytes.substr(size / 3 * 2);
+    const std::string_view first = bytes.substr(0, bytes.size() / 3);
+    const std::string_view second = bytes.substr(bytes.size() / 3, bytes.size() / 3);
+    const std::string_view third = bytes.substr(bytes.size() / 3 * 2);
     require(order(first, first) == 0, "a version equals itself");
     require(order(first, second) == -order(second, first), "an order read backwards is the other one");
     if (order(first, second) <= 0 && order(second, third) <= 0)
         require(order(first, third) <= 0, "the order carries over");
-    return 0;
 }

@@ -5,8 +5,7 @@
 using namespace orvalen;
 using fuzz::require;
 
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view bytes = fuzz::text(data, size);
+void fuzz::tryInput(std::string_view bytes) {
     normalize(bytes);
 
     const std::string text = toValidUtf8(bytes);
@@ -28,5 +27,4 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     require(canonicallyEqual(text, composed(text)), "the composed form is equal");
     require(canonicalHash(text) == canonicalHash(composed(text)), "equal texts hash alike");
     require(hasCanonicalPrefix(text, text), "a text begins with itself");
-    return 0;
 }

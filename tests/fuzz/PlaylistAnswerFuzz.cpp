@@ -18,8 +18,7 @@ void checkAddress(std::string_view address) {
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view bytes = fuzz::text(data, size);
+void fuzz::tryInput(std::string_view bytes) {
     checkAddress(bytes);
     if (isPathSegment(bytes)) {
         const auto url = parseUrl("https://host/" + std::string(bytes));
@@ -30,5 +29,4 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (const auto tracks = decodePlaylistTracks(bytes))
         for (const auto& item : tracks->items)
             require(importedLine(item).size() >= item.track.name.size(), "a line holds its title");
-    return 0;
 }

@@ -86,9 +86,8 @@ void readAsFile(const std::string& bytes) {
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string bytes(fuzz::text(data, size));
+void fuzz::tryInput(std::string_view input) {
+    const std::string bytes(input);
     readAsContainer(bytes);
     readAsFile(bytes);
-    return 0;
 }

@@ -74,37 +74,28 @@ TEST(WantedLine, OfAnotherFormIsRefused) {
 class StartMatching : public testing::Test {
 protected:
     StartMatching() { view.matchInput.set("Night Band - Last Train"); }
-    void fillLibrary() {
-        replaceIndex(view, buildIndex(std::vector{track("Night Band", "Last Train")}));
-        test.settle();
-    }
-
     TestPlatform test;
     ContentView& view = test.view;
 };
 
-TEST_F(StartMatching, RunsOnTheMatchQueue) {
-    fillLibrary();
+TEST_F(StartMatching, RunsOnTheMatchQueueWithALibraryAndATextAndLeavesAnAddressToItsImporter) {
+    startMatching(view);
+    EXPECT_FALSE(view.isMatching.get()) << "no library";
+    replaceIndex(view, buildIndex(std::vector{track("Night Band", "Last Train")}));
+    test.settle();
+    view.matchInput.set("");
+    startMatching(view);
+    EXPECT_FALSE(view.isMatching.get()) << "no text";
+    EXPECT_EQ(test.matchQueue.pending(), 0U);
+
+    view.matchInput.set("Night Band - Last Train");
     startMatching(view);
     EXPECT_TRUE(view.isMatching.get());
     EXPECT_EQ(test.matchQueue.pending(), 1U);
     test.settle();
     EXPECT_FALSE(view.isMatching.get());
     EXPECT_EQ(view.matchedTracks.get().size(), 1U);
-}
 
-TEST_F(StartMatching, DoesNothingWithoutALibraryOrAText) {
-    startMatching(view);
-    EXPECT_FALSE(view.isMatching.get());
-    fillLibrary();
-    view.matchInput.set("");
-    startMatching(view);
-    EXPECT_FALSE(view.isMatching.get());
-    EXPECT_EQ(test.matchQueue.pending(), 0U);
-}
-
-TEST_F(StartMatching, LeavesAPlaylistAddressToItsImporter) {
-    fillLibrary();
     view.inputMode.set(InputMode::spotify);
     view.spotifyURLInput.set("https://open.spotify.com/playlist/abc");
     startMatching(view);

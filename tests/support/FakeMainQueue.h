@@ -2,8 +2,8 @@
 
 #include "platform/MainQueue.h"
 
+#include <algorithm>
 #include <deque>
-#include <functional>
 #include <list>
 #include <memory>
 #include <mutex>
@@ -13,19 +13,66 @@ namespace orvalen::test {
 /// A main queue with a hand-turned clock. Posts may come from any thread; everything runs where it is turned.
 class FakeMainQueue : public MainQueue {
 public:
-    void post(Function function) override;
-    void after(std::chrono::milliseconds delay, Function function) override;
-    TimerHandle every(std::chrono::milliseconds interval, Function function) override;
+    void post(Function function) override {
+        const std::lock_guard lock(mutex_);
+        posts_.push_back(std::move(function));
+    }
+    void after(std::chrono::milliseconds delay, Function function) override {
+        scheduled_.push_back({now_ + delay, std::chrono::milliseconds(0), std::move(function), {}});
+    }
+    TimerHandle every(std::chrono::milliseconds interval, Function function) override {
+        auto handle = std::make_shared<Timer>();
+        scheduled_.push_back({now_ + interval, interval, std::move(function), handle});
+        return handle;
+    }
 
     /// Runs everything posted, and what that posts.
-    void run();
+    void run() {
+        while (runOne()) {
+        }
+    }
     /// Runs the one next post; false when there is none.
-    bool runOne();
+    bool runOne() {
+        Function next;
+        {
+            const std::lock_guard lock(mutex_);
+            if (posts_.empty())
+                return false;
+            next = std::move(posts_.front());
+            posts_.pop_front();
+        }
+        next();
+        return true;
+    }
     /// Turns the clock, running timers and posts as they fall due.
-    void advance(std::chrono::milliseconds time);
-    std::size_t pending() const;
+    void advance(std::chrono::milliseconds time) {
+        const auto end = now_ + time;
+        run();
+        for (;;) {
+            scheduled_.remove_if([](const Scheduled& timer) { return timer.repeats() && !timer.isHeld(); });
+            const auto next = std::ranges::min_element(scheduled_, {}, &Scheduled::due);
+            if (next == scheduled_.end() || next->due > end)
+                break;
+            now_ = next->due;
+            const Function function = next->function;
+            if (next->repeats())
+                next->due += next->interval;
+            else
+                scheduled_.erase(next);
+            function();
+            run();
+        }
+        now_ = end;
+    }
+    std::size_t pending() const {
+        const std::lock_guard lock(mutex_);
+        return posts_.size();
+    }
     /// How many repeating timers have a living handle.
-    std::size_t repeatingTimers() const;
+    std::size_t repeatingTimers() const {
+        return static_cast<std::size_t>(std::ranges::count_if(
+            scheduled_, [](const Scheduled& timer) { return timer.repeats() && timer.isHeld(); }));
+    }
 
 private:
     struct Scheduled {
@@ -33,6 +80,9 @@ private:
         std::chrono::milliseconds interval; ///< zero: once
         Function function;
         std::weak_ptr<Timer> handle;
+
+        bool repeats() const { return interval.count() > 0; }
+        bool isHeld() const { return !handle.expired(); }
     };
 
     mutable std::mutex mutex_;

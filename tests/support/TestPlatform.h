@@ -11,18 +11,28 @@
 
 namespace orvalen::test {
 
-/// The whole outer world, faked, with a state over it. The application-support folder is a real temporary one
-/// and the database in it is real.
+/// Every interface of the platform, faked, with a state over it. The application-support folder is a real
+/// temporary one and the database in it is real.
 class TestPlatform {
 public:
-    TestPlatform();
-    ~TestPlatform();
+    TestPlatform() {
+        becomeMainThread();
+        userFolders.folder = support_.path();
+    }
 
     /// Runs posts and jobs until nothing is left of either.
-    void settle();
+    void settle() {
+        do {
+            mainQueue.run();
+        } while (matchQueue.runOne() || tagQueue.runOne() || mainQueue.pending() > 0);
+    }
     /// The application-support folder, with "Orvalen" in it once somebody asked for it.
     const TemporaryFolder& support() const { return support_; }
-    PlaylistDatabaseManager& database();
+    PlaylistDatabaseManager& database() {
+        if (!database_)
+            database_ = std::make_unique<PlaylistDatabaseManager>(userFolders, console);
+        return *database_;
+    }
 
     FakeConsole console;
     FakeMainQueue mainQueue;
@@ -40,8 +50,10 @@ public:
     FakeBundle bundle;
     FakeDriveWatch driveWatch;
 
-    Platform platform;
-    ContentView view;
+    Platform platform{console,     mainQueue,    matchQueue,   tagQueue,    dialogs,
+                      mediaAssets, audioPlayers, folderAccess, userFolders, notifications,
+                      httpSession, sound,        browser,      bundle,      driveWatch};
+    ContentView view{platform, [this]() -> PlaylistDatabaseManager& { return database(); }};
 
 private:
     TemporaryFolder support_;

@@ -40,17 +40,11 @@ TEST_F(Alerts, DeleteTheLibraryOnlyWhenToldTo) {
 }
 
 TEST_F(Alerts, AnnounceANewerVersion) {
-    view.showUpdateAlert.set(true);
-    window.settle();
-    EXPECT_FALSE(window.shows("Update Available")) << "no manifest yet";
-
-    const LatestInfo withNotes{"2.0", "https://orvalen.example/get", "Faster."};
-    const LatestInfo bare{"2.0", "https://orvalen.example/get", {}};
     const std::vector<std::string> none;
-    for (const auto& [info, message, button, opened] :
-         {std::tuple{withNotes, "Faster.", "Later", none},
-          {bare, "A new version is available.", "Download", {"https://orvalen.example/get"}}}) {
-        view.remoteInfo.set(info);
+    for (const auto& [notes, message, button, opened] :
+         {std::tuple{std::optional<std::string>("Faster."), "Faster.", "Later", none},
+          {{}, "A new version is available.", "Download", {"https://orvalen.example/get"}}}) {
+        view.remoteInfo.set(LatestInfo{"2.0", "https://orvalen.example/get", notes});
         view.showUpdateAlert.set(true);
         window.expectShown("Update Available");
         EXPECT_TRUE(window.shows(message)) << message;

@@ -39,7 +39,6 @@ TEST(LogPage, ShowsTheLinesOfThisRunAndCountsThoseThatWereNotSeen) {
     ui.expectShown("Log");
     ui.log.line("later");
     ui.expectShown("Log (1)");
-
     for (int i = 0; i < 6000; ++i)
         ui.log.line("line " + std::to_string(i));
     ui.click("Log (6001)");

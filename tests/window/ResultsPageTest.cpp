@@ -184,6 +184,9 @@ TEST_F(ResultsPage, IncludesRowsAndExportsThemSayingWhatIsMissing) {
     EXPECT_EQ(window.platform.dialogs.messages.size(), 1U);
     window.click("Deselect All");
     window.expectShown("0 tracks selected");
+    view.isAutoSaving.set(true);
+    window.settle();
+    EXPECT_EQ(window.control("Auto-save enabled", QAccessible::Graphic).description(), "saving");
 }
 
 TEST_F(ResultsPage, GoesByEscapeAndGivesTheKeysBack) {

@@ -1,13 +1,19 @@
 #include "core/LibraryIndexBuilder.h"
+
 #include "library/LibraryIndexState.h"
 #include "support/Builders.h"
 #include "window/WindowHarness.h"
 
+#include <QColor>
 #include <QFont>
 #include <QGuiApplication>
+#include <QPalette>
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 
@@ -140,6 +146,82 @@ TEST(Layout, ScrollsToWhatTheKeysReach) {
     const QRectF place = window.control("Wanted list").sceneRect();
     EXPECT_GE(place.top(), 0);
     EXPECT_LE(place.bottom(), 300);
+}
+
+constexpr auto marked = "<b>x</b><img src='http://a.example/x.png'>&amp;";
+
+/// Text from outside is shown as it is: no view may take any of it for markup, fetch a picture for it or
+/// guess.
+TEST(PlainText, IsWhatEveryViewShows) {
+    WindowHarness window;
+    window.view.musicFolderURLs.set({{std::string("/Music/") + marked}});
+    window.view.scanProgress.set(0.5);
+    window.view.scanningFileName.set(marked);
+    window.view.matchInput.set(marked);
+    window.view.matchedTracks.set(
+        {row(marked, marked, {track(marked, marked, 120), track(marked, "other", {})}), row(marked, "none")});
+    window.openResults();
+    EXPECT_TRUE(window.shows(QString("File: /Music/%1 - %1.mp3").arg(marked)));
+    window.click(window.inRow(QString("%1 – %1").arg(marked), "Choose match"));
+    window.expectShown("Choose match", QAccessible::List);
+
+    int texts = 0;
+    int withMarkup = 0;
+    window.eachItem([&](const QQuickItem& item) {
+        const QVariant format = item.property("textFormat");
+        if (!format.isValid())
+            return;
+        const QString text = item.property("text").toString();
+        ++texts;
+        withMarkup += text.contains(marked);
+        EXPECT_EQ(format.toInt(), int(Qt::PlainText)) << text.toStdString();
+    });
+    EXPECT_GT(texts, 40) << "the whole window was looked at";
+    EXPECT_GE(withMarkup, 6) << "and the texts from outside are in it";
+}
+
+constexpr auto leastContrast = R"(
+import QtQuick
+import Orvalen
+QtObject {
+    readonly property var pairs: [
+        [["text", "secondary"], ["controlHovered", "track"]],
+        [["text", "secondary", "accentText", "danger", "success"], ["window", "panel", "inset", "control"]],
+        [["accentInk"], ["accent", "accentHovered", "accentPressed"]]]
+    readonly property real blackOnWhite: Theme.contrast(Qt.rgba(0, 0, 0, 1), Qt.rgba(1, 1, 1, 1))
+    readonly property real least: {
+        let least = 21
+        for (const [texts, surfaces] of pairs)
+            for (const text of texts)
+                for (const surface of surfaces)
+                    least = Math.min(least, Theme.contrast(Theme[text], Theme[surface]))
+        return least
+    }
+})";
+
+TEST(Theme, CanBeReadUnderEveryPalette) {
+    WindowHarness window;
+    QQmlComponent component(qmlEngine(window.window()));
+    component.setData(leastContrast, QUrl());
+    const std::unique_ptr<QObject> theme(component.create());
+    ASSERT_NE(theme, nullptr) << component.errorString().toStdString();
+    EXPECT_NEAR(theme->property("blackOnWhite").toDouble(), 21, 0.01);
+    const QColor palettes[][2] = {
+        {"#000000", "#efefef"},                         // the toolkit's own light
+        {"#555555", "#f6f2ea"},                         // grey on a warm light
+        {"#ffffff", "#000000"}, {"#8fa3bf", "#0b1020"}, // a blue night
+        {"#ffffff", "#4a4a4a"},                         // a middling grey
+    };
+    for (const auto& [ink, paper] : palettes) {
+        QPalette palette;
+        palette.setColor(QPalette::Window, paper);
+        palette.setColor(QPalette::WindowText, ink);
+        QGuiApplication::setPalette(palette);
+        window.settle();
+        EXPECT_EQ(window.window()->color(), paper) << "the change was not followed at once";
+        EXPECT_GE(theme->property("least").toDouble(), 4.5) << paper.name().toStdString();
+    }
+    QGuiApplication::setPalette(QPalette());
 }
 
 } // namespace

@@ -1,9 +1,13 @@
 #include "export/ExportTargets.h"
 
 #include "core/Uuid.h"
+#include "export/PlaylistCounts.h"
+#include "export/PlaylistFile.h"
 #include "support/Builders.h"
+#include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -34,38 +38,21 @@ protected:
     const std::string playlist = "/Müsik/1.mp3\n/Müsik/3.mp3";
 };
 
-constexpr std::string_view plainFailure = "Failed to write playlist file:";
-constexpr ExportTarget choices[] = {
-    {"M3U", "m3u", "playlist.m3u", "", "", "", plainFailure, ""},
-    {"M3U8", "m3u8", "playlist.m3u8", "", "", "", plainFailure, ""},
-    {"PLS", "pls", "playlist.pls", "", "", "", plainFailure, ""},
-    {"Rekordbox (M3U8)", "rekordbox", "playlist.m3u8", "", "",
-     "Tip: In Rekordbox, use File > Import Playlist and choose your exported M3U.", plainFailure, ""},
-    {"VirtualDJ (M3U)", "virtualdj", "playlist.m3u", "Export for VirtualDJ",
-     "Choose a folder where VirtualDJ will pick up the playlist.",
-     "Tip: Choose a folder where VirtualDJ picks up playlists. Then drag the file into VirtualDJ.",
-     "❌ Failed to export VirtualDJ playlist:", "✅ Exported VirtualDJ playlist to: "},
-    {"Serato M3U", "serato", "serato-playlist.m3u", "Export Serato M3U",
-     "Choose where to save the M3U file for Serato.",
-     "Tip: Open Serato and drag in your exported M3U file from the Finder.",
-     "❌ Failed to export Serato M3U:", "✅ Exported Serato M3U to: "},
-};
-
-TEST_F(ExportTargets, StandInPickerOrderAskWriteAndTell) {
+TEST_F(ExportTargets, AskWriteAndTellInPickerOrder) {
     const std::string unwritable = folder.makeFolder("a folder");
-    ASSERT_EQ(exportTargets().size(), std::size(choices));
-    for (std::size_t i = 0; i < std::size(choices); ++i) {
-        const ExportTarget& choice = choices[i];
+    const std::pair<const char*, const char*> expected[] = {
+        {"m3u", "playlist.m3u"},        {"m3u8", "playlist.m3u8"},     {"pls", "playlist.pls"},
+        {"rekordbox", "playlist.m3u8"}, {"virtualdj", "playlist.m3u"}, {"serato", "serato-playlist.m3u"}};
+    ASSERT_EQ(exportTargets().size(), std::size(expected));
+    for (std::size_t i = 0; i < std::size(expected); ++i) {
+        const ExportTarget& choice = exportTargets()[i];
         SCOPED_TRACE(choice.value);
-        EXPECT_EQ(exportTargets()[i].label, choice.label);
-        EXPECT_EQ(exportTargets()[i].value, choice.value);
-        EXPECT_EQ(exportTargets()[i].tip, choice.tip);
+        EXPECT_EQ(choice.value, expected[i].first);
         view.showExportSuccessBanner.set(false);
-
         exportAs(choice.value); // cancelled
         EXPECT_THAT(test.console.lines(), ElementsAre(exportingLine(choice.value)));
         const SaveOptions& asked = test.dialogs.saved.back();
-        EXPECT_EQ(asked.proposedName, choice.proposedName);
+        EXPECT_EQ(asked.proposedName, expected[i].second);
         EXPECT_EQ(asked.title, choice.dialogTitle);
         EXPECT_EQ(asked.message, choice.dialogMessage);
         EXPECT_TRUE(asked.types.anything());
@@ -140,21 +127,74 @@ TEST_F(ExportTargets, HideTheBannerTwoSecondsAfterEachExport) {
 }
 
 TEST_F(ExportTargets, HowToAlertsTellTheSteps) {
-    const HowTo alerts[] = {
-        {"How to use in Serato", "Import into Serato",
-         "1. Open Serato DJ software.\n2. Drag the M3U file into the left menu pane of Serato.\n3. Your "
-         "playlist is now ready to use in Serato DJ."},
-        {"How to use in Rekordbox", "Import into Rekordbox",
-         "1. Open Rekordbox software.\n2. Click File, then Import Playlist.\n3. Select the M3U file, and "
-         "click Open.\n4. Your playlist is now ready to use in Rekordbox."},
-    };
-    ASSERT_EQ(howTos().size(), std::size(alerts));
-    for (std::size_t i = 0; i < std::size(alerts); ++i) {
-        EXPECT_EQ(howTos()[i].button, alerts[i].button);
-        showHowToAlert(view, howTos()[i]);
-        EXPECT_EQ(test.dialogs.messages.at(i).title, alerts[i].title);
-        EXPECT_EQ(test.dialogs.messages.at(i).text, alerts[i].text);
+    for (const HowTo& howTo : howTos()) {
+        showHowToAlert(view, howTo);
+        EXPECT_EQ(test.dialogs.messages.back().title, howTo.title);
+        EXPECT_EQ(test.dialogs.messages.back().text, howTo.text);
     }
+    EXPECT_EQ(test.dialogs.messages.size(), 2U);
+}
+
+TEST(PlaylistCounts, SayWhatAnExportLacksAndRepeats) {
+    const auto included = [](const char* title, const char* path) {
+        return row("A", title, {track("A", title, {}, path)}, true);
+    };
+    std::vector<MatchedTrack> rows{included("1", "/1.mp3"), included("2", "/caf\u00E9.mp3"),
+                                   row("A", "not included", {track("A", "T", {}, "/1.mp3")})};
+    const auto caption = [&] { return playlistCaption(playlistCounts(rows)); };
+    EXPECT_EQ(caption(), "");
+    rows.push_back(included("3", "/cafe\u0301.mp3"));
+    EXPECT_EQ(caption(), "3 files will be written; 1 file is written twice or more");
+    rows.push_back(row("B", "missing", {}, true));
+    EXPECT_EQ(caption(),
+              "3 files will be written; 1 selected row has no file; 1 file is written twice or more");
+    rows.push_back(row("B", "missing, not included"));
+    EXPECT_EQ(missingList(rows), "B – missing\nB – missing, not included\n");
+}
+
+MatchedTrack rowOf(std::string path, bool include = true) {
+    MatchedTrack result = row("A", "T", {track("A", "T")}, include);
+    result.selectedTrack->path = std::move(path);
+    return result;
+}
+
+TEST(PlaylistFile, HoldsThePathsOfTheIncludedRows) {
+    const MatchedTrack withoutSelection = row("A", "T", {}, true);
+    MatchedTrack notFound = rowOf("/b.mp3");
+    notFound.found = false;
+    struct Case {
+        const char* quirk;
+        std::vector<MatchedTrack> rows;
+        std::string bytes;
+    };
+    const Case cases[] = {
+        {"other alphabets, accents in both forms",
+         {rowOf("/Müsik/Владивосток.mp3"), rowOf("/音楽/😀.m4a"), rowOf("/Cafe\u0301.mp3")},
+         "/M\xC3\xBCsik/"
+         "\xD0\x92\xD0\xBB\xD0\xB0\xD0\xB4\xD0\xB8\xD0\xB2\xD0\xBE\xD1\x81\xD1\x82\xD0\xBE\xD0\xBA.mp3\n"
+         "/\xE9\x9F\xB3\xE6\xA5\xBD/\xF0\x9F\x98\x80.m4a\n/Cafe\xCC\x81.mp3"},
+        {"list order, not name order", {rowOf("/b.mp3"), rowOf("/a.mp3")}, "/b.mp3\n/a.mp3"},
+        {"an excluded row between",
+         {rowOf("/a.mp3"), rowOf("/b.mp3", false), rowOf("/c.mp3")},
+         "/a.mp3\n/c.mp3"},
+        {"a row without a selection", {withoutSelection, rowOf("/a.mp3"), withoutSelection}, "/a.mp3"},
+        {"one file twice", {rowOf("/a.mp3"), rowOf("/a.mp3")}, "/a.mp3\n/a.mp3"},
+        {"a browsed file of a line that was not found", {notFound}, "/b.mp3"},
+        {"nothing is rewritten", {rowOf("/100% #1 \\ \"x\".mp3"), rowOf("")}, "/100% #1 \\ \"x\".mp3\n"},
+        {"no rows", {}, ""},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(playlistFileText(c.rows), c.bytes) << c.quirk;
+}
+
+/// A kill or a full disk in the middle must not cost the old playlist.
+TEST(PlaylistFile, TakesTheOldOnesPlaceInOneStep) {
+    const TemporaryFolder folder;
+    const Location file{folder.write("плейлист 🎧.m3u", "/a longer old playlist.mp3")};
+    std::filesystem::create_hard_link(file.path, folder.path("as it was"));
+    ASSERT_TRUE(writePlaylistFile("/new.mp3", file));
+    EXPECT_EQ(folder.read("плейлист 🎧.m3u"), "/new.mp3");
+    EXPECT_EQ(folder.read("as it was"), "/a longer old playlist.mp3");
 }
 
 } // namespace

@@ -1,18 +1,27 @@
 #include "platform/system/PosixFolderAccess.h"
 
+#include "platform/system/InstanceLock.h"
+#include "platform/system/XdgUserFolders.h"
 #include "support/TemporaryFolder.h"
 
 #include <chrono>
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <future>
 #include <gtest/gtest.h>
+#include <optional>
+#include <pwd.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 namespace orvalen::test {
 namespace {
 
 using namespace std::chrono_literals;
 using namespace std::string_view_literals;
+
 using Clock = std::chrono::steady_clock;
 
 TEST(PosixFolderAccess, StartsOnWhatIsThereAndCanBeRead) {
@@ -109,6 +118,75 @@ TEST(PosixFolderAccess, BookmarksBringAbsolutePathsBackAndNothingElse) {
          {std::string("/Music"), mark.substr(1) + "/Music", mark, mark + "Music", mark + "/M\xFCsik",
           std::string("orvalen-location-9:/Music")})
         EXPECT_FALSE(access.resolveBookmark(bookmark).has_value()) << bookmark;
+}
+
+std::optional<std::string> variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
+void setVariable(const char* name, const std::optional<std::string>& value) {
+    if (value)
+        ::setenv(name, value->c_str(), 1);
+    else
+        ::unsetenv(name);
+}
+
+TEST(XdgUserFolders, PrefersTheDataFolderThenTheHomeThenTheUserList) {
+    const passwd* user = ::getpwuid(::getuid());
+    ASSERT_NE(user, nullptr);
+    const std::string listed = std::string(user->pw_dir) + "/.local/share";
+    struct Case {
+        std::optional<std::string> dataHome;
+        std::optional<std::string> home;
+        std::string expected;
+    };
+    const Case cases[] = {
+        {"/data/dj", "/home/dj", "/data/dj"},
+        {"/data/dj//", "/home/dj", "/data/dj"},
+        {{}, "/home/dj", "/home/dj/.local/share"},
+        {{}, "/home/dj/", "/home/dj/.local/share"},
+        {"", "/home/dj", "/home/dj/.local/share"},
+        {"data/dj", "/home/dj", "/home/dj/.local/share"}, // a relative one is to be ignored
+        {{}, "dj", listed},
+    };
+    const auto dataHomeBefore = variable("XDG_DATA_HOME");
+    const auto homeBefore = variable("HOME");
+    for (const auto& [dataHome, home, expected] : cases) {
+        setVariable("XDG_DATA_HOME", dataHome);
+        setVariable("HOME", home);
+        EXPECT_EQ(XdgUserFolders().applicationSupport(), expected)
+            << dataHome.value_or("none") << ", " << home.value_or("none");
+    }
+    setVariable("XDG_DATA_HOME", dataHomeBefore);
+    setVariable("HOME", homeBefore);
+}
+
+TEST(InstanceLock, IsFreeAgainWhenItsOwnerIsKilled) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path("lock");
+    int ready[2];
+    ASSERT_EQ(::pipe(ready), 0);
+    const pid_t owner = ::fork();
+    if (owner == 0) {
+        const InstanceLock lock(file);
+        const char state = lock.heldByAnother() ? 'h' : 'f';
+        while (::write(ready[1], &state, 1) == 1)
+            ::pause();
+    }
+    char state = 0;
+    ASSERT_EQ(::read(ready[0], &state, 1), 1);
+    EXPECT_EQ(state, 'f');
+    EXPECT_TRUE(InstanceLock(file).heldByAnother());
+    ::kill(owner, SIGKILL);
+    ::waitpid(owner, nullptr, 0);
+    EXPECT_FALSE(InstanceLock(file).heldByAnother());
+    ::close(ready[0]);
+    ::close(ready[1]);
+}
+
+TEST(InstanceLock, LetsTheProgramGoOnWhereNoFileCanBeMade) {
+    EXPECT_FALSE(InstanceLock("/proc/missing/lock").heldByAnother());
 }
 
 } // namespace

@@ -1,11 +1,16 @@
 #include "app/window/bridge/MatchedTracksModel.h"
 
+#include "app/window/bridge/MusicFoldersModel.h"
+#include "app/window/bridge/TextDirection.h"
+#include "core/LibraryIndexBuilder.h"
+#include "library/LibraryIndexState.h"
 #include "matching/MatchReview.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
+#include <QStringList>
 #include <gtest/gtest.h>
 
 namespace orvalen::test {
@@ -77,6 +82,69 @@ TEST_F(MatchedTracksModelTest, BecomesAnotherListOnlyWhenItIsOne) {
         << "asked before it was told";
     EXPECT_TRUE(model.refresh());
     EXPECT_EQ(model.rowCount(), 0);
+}
+
+QStringList shown(const MusicFoldersModel& model) {
+    QStringList rows;
+    for (int i = 0; i < model.rowCount(); ++i)
+        rows.append(model.data(model.index(i), MusicFoldersModel::path).toString() + ":" +
+                    model.data(model.index(i), MusicFoldersModel::countText).toString());
+    return rows;
+}
+
+TEST(MusicFoldersModel, FollowsTheListAndTheCounts) {
+    TestPlatform platform;
+    ContentView& view = platform.view;
+    MusicFoldersModel model(view);
+    // The tester dies on a row that is inserted or removed otherwise than announced.
+    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    const auto after = [&](std::vector<Location> folders) {
+        view.musicFolderURLs.set(std::move(folders));
+        model.refresh();
+        return shown(model);
+    };
+    EXPECT_EQ(after({{"/a"}, {"/b"}, {"/c"}}), (QStringList{"/a:", "/b:", "/c:"}));
+    replaceIndex(view,
+                 buildIndex(std::vector{track("x", "y", {}, "/a/1.mp3"), track("x", "z", {}, "/ab/2.mp3")}));
+    EXPECT_EQ(after({{"/a"}, {"/c"}}), (QStringList{"/a:2 tracks", "/c:"}));
+    EXPECT_EQ(after({{"/ab"}, {"/a"}, {"/c"}, {"/d"}}),
+              (QStringList{"/ab:1 track", "/a:2 tracks", "/c:", "/d:"}));
+    clearIndex(view);
+    EXPECT_EQ(after({{"/d"}, {"/a"}, {"/a"}}), (QStringList{"/d:", "/a:", "/a:"}));
+    EXPECT_EQ(after({}), QStringList());
+}
+
+TEST(MusicFoldersModel, HintsAtFoldersWhoseDriveIsNotConnected) {
+    TestPlatform platform;
+    MusicFoldersModel model(platform.view);
+    platform.view.musicFolderURLs.set({{"/a"}, {"/media/stick"}});
+    model.refresh();
+    const auto hints = [&] {
+        std::vector<bool> shown;
+        for (int i = 0; i < model.rowCount(); ++i)
+            shown.push_back(model.data(model.index(i), MusicFoldersModel::notConnected).toBool());
+        return shown;
+    };
+    EXPECT_EQ(platform.driveWatch.watched, platform.view.musicFolderURLs.get());
+    EXPECT_EQ(hints(), (std::vector{false, false}));
+    platform.driveWatch.observer({{"/media/stick"}});
+    EXPECT_EQ(hints(), (std::vector{false, true}));
+    platform.driveWatch.observer({});
+    EXPECT_EQ(hints(), (std::vector{false, false}));
+}
+
+TEST(TextDirection, IsolatesRightToLeftNames) {
+    for (const auto& [text, expected] : {
+             std::pair{u"ABBA – SOS (120 BPM)", u"ABBA – SOS (120 BPM)"},
+             {u"عمرو – نور (128 BPM)", u"\u200e\u2068عمرو – نور\u2069 (128 BPM)"},
+             {u"שלום", u"\u200e\u2068שלום\u2069"},
+         })
+        EXPECT_EQ(directedSong(QString::fromUtf16(text)), QString::fromUtf16(expected));
+    for (const auto& [text, expected] : {
+             std::pair{u"File: /Music/a.mp3", u"File: /Music/a.mp3"},
+             {u"File: /M/عمرو/نور.mp3", u"\u200eFile: /\u2068M\u2069/\u2068عمرو\u2069/\u2068نور.mp3\u2069"},
+         })
+        EXPECT_EQ(directedPath(QString::fromUtf16(text)), QString::fromUtf16(expected));
 }
 
 } // namespace

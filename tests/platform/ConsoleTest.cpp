@@ -1,8 +1,12 @@
+#include "platform/system/ConsoleLog.h"
+
 #include "platform/system/StandardConsole.h"
+#include "support/Fakes.h"
 
 #include <algorithm>
 #include <chrono>
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
 #include <sstream>
@@ -14,7 +18,36 @@
 namespace orvalen::test {
 namespace {
 
+using testing::ElementsAre;
 using namespace std::chrono_literals;
+
+TEST(ConsoleLog, PassesLinesOnAndKeepsTheNewestShortened) {
+    FakeConsole next;
+    ConsoleLog log(next);
+    int calls = 0;
+    log.observe([&calls] { ++calls; });
+    const std::string longLine(2000, 'x');
+    log.line("first");
+    log.line(longLine);
+    log.line("title \x1B[2J");
+    log.observe({});
+    log.line("last");
+    EXPECT_THAT(next.lines(), ElementsAre("first", longLine, "title \x1B[2J", "last"));
+    EXPECT_EQ(calls, 3);
+    EXPECT_THAT(log.linesFrom(0).texts,
+                ElementsAre("first", std::string(1000, 'x') + "…", "title \\u001B[2J", "last"));
+    EXPECT_THAT(log.linesFrom(3).texts, ElementsAre("last"));
+    EXPECT_THAT(log.linesFrom(9).texts, ElementsAre());
+
+    for (std::size_t i = 0; i < ConsoleLog::mostLines; ++i)
+        log.line("line " + std::to_string(i));
+    const auto kept = log.linesFrom(2);
+    EXPECT_EQ(kept.first, 4U) << "the oldest are dropped";
+    EXPECT_EQ(kept.texts.size(), ConsoleLog::mostLines);
+    EXPECT_EQ(kept.texts.front(), "line 0");
+    EXPECT_EQ(log.count(), ConsoleLog::mostLines + 4);
+}
+
 using Clock = std::chrono::steady_clock;
 
 struct Pipe {
@@ -78,7 +111,7 @@ TEST(StandardConsole, WritesEachMessageAsOneLine) {
 }
 
 TEST(StandardConsole, LinesOfSeveralThreadsNeverMix) {
-    constexpr std::size_t lines = 200;
+    constexpr std::size_t lines = 50;    // fit into the queue together
     constexpr std::size_t length = 5000; // longer than a pipe writes in one piece
     Pipe pipe;
     StandardConsole console(pipe.writer());

@@ -1,12 +1,41 @@
+#include "core/Base64.h"
+
 #include "core/Url.h"
+#include "core/Uuid.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <set>
+#include <thread>
+#include <vector>
 
-namespace orvalen {
+namespace orvalen::test {
 namespace {
 
+using namespace std::string_view_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+TEST(Base64, WritesAndReadsBackEveryLengthAndByte) {
+    const std::pair<std::string_view, std::string_view> cases[] = {
+        {"", ""},        {"f", "Zg=="},    {"fo", "Zm8="},
+        {"foo", "Zm9v"}, {"\0"sv, "AA=="}, {"\xFB\xFF\xBF"sv, "+/+/"}};
+    for (const auto& [bytes, text] : cases) {
+        EXPECT_EQ(base64(bytes), text);
+        EXPECT_EQ(fromBase64(text), bytes) << text;
+    }
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte)
+        all += static_cast<char>(byte);
+    EXPECT_EQ(fromBase64(base64(all)), all);
+}
+
+TEST(Base64, RefusesWhatItWouldNotHaveWritten) {
+    for (const std::string_view text :
+         {"Zg"sv, "===="sv, "Zg=A"sv, "Zm9v\n"sv, "Zm-_"sv, "Zm9\xC3"sv, "Zh=="sv, "Zm9="sv, "Zm\0v"sv})
+        EXPECT_FALSE(fromBase64(text)) << text;
+}
 
 TEST(Url, TellsSchemeHostAndPath) {
     struct Case {
@@ -62,5 +91,36 @@ TEST(Url, ASegmentReachesNowhereElse) {
         EXPECT_FALSE(isPathSegment(bad)) << testing::PrintToString(bad);
 }
 
+TEST(Uuid, ReadsEitherCaseWritesUpperCaseAndTakesNoOtherText) {
+    const auto mixed = UUID::parse("00112233-4455-6677-8899-AaBbCcDdEeFf");
+    ASSERT_TRUE(mixed);
+    EXPECT_EQ(mixed->toString(), "00112233-4455-6677-8899-AABBCCDDEEFF");
+    for (const char* text : {"", "00112233-4455-6677-8899-AABBCCDDEEF",
+                             "00112233-4455-6677-8899-AABBCCDDEEFF0", "00112233-4455-6677-8899-AABBCCDDEEFG",
+                             "0011223-34455-6677-8899-AABBCCDDEEFF", "00112233 4455 6677 8899 AABBCCDDEEFF"})
+        EXPECT_FALSE(UUID::parse(text)) << text;
+}
+
+TEST(Uuid, DrawsDistinctVersion4ValuesOnEveryThread) {
+    constexpr std::size_t each = 2000;
+    std::vector<std::vector<UUID>> drawn(2, std::vector<UUID>(each));
+    {
+        std::vector<std::jthread> threads;
+        for (auto& values : drawn)
+            threads.emplace_back([&values] { std::ranges::generate(values, UUID::random); });
+    }
+    std::set<UUID> distinct;
+    std::set<char> variants;
+    for (const auto& values : drawn)
+        for (const UUID& value : values) {
+            const std::string text = value.toString();
+            ASSERT_EQ(text[14], '4') << text;
+            variants.insert(text[19]);
+            distinct.insert(value);
+        }
+    EXPECT_EQ(distinct.size(), 2 * each);
+    EXPECT_EQ(variants, (std::set<char>{'8', '9', 'A', 'B'}));
+}
+
 } // namespace
-} // namespace orvalen
+} // namespace orvalen::test

@@ -1,11 +1,19 @@
 #include "core/LibraryIndexBuilder.h"
+
 #include "faults/Flows.h"
 #include "faults/MountedDisk.h"
 #include "library/LibraryIndexState.h"
+#include "platform/system/MountWatch.h"
 #include "support/Builders.h"
+#include "support/FakeMainQueue.h"
+#include "support/TemporaryFolder.h"
 
 #include <cerrno>
+#include <chrono>
 #include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <optional>
+#include <sys/mount.h>
 #include <system_error>
 
 namespace orvalen::test {
@@ -74,6 +82,35 @@ TEST(FullDisk, KeepsPreferredMatchesThatAreReplacedByThemselves) {
                         testing::ElementsAre("Error clearing preferred matches: database or disk is full"));
         }
     }
+}
+
+TEST(MountWatch, ReportsAFolderWhoseDriveIsUnmountedAndMountedAgain) {
+    TemporaryFolder media;
+    const std::string music = media.path("stick/Music");
+    FakeMainQueue queue;
+    MountWatch watch(queue, MountRoots{{media.path()}});
+    std::optional<std::vector<Location>> reported;
+    const auto nextReport = [&] {
+        reported.reset();
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (!reported && std::chrono::steady_clock::now() < end)
+            queue.run();
+        return reported;
+    };
+    watch.watch({{"/"}, {music}},
+                [&](std::vector<Location> notConnected) { reported = std::move(notConnected); });
+    const std::vector<Location> gone{{music}};
+    EXPECT_EQ(nextReport(), gone);
+
+    if (!canMount())
+        GTEST_SKIP() << "this system does not let a test mount";
+    media.makeFolder("stick");
+    TemporaryFolder drive;
+    drive.makeFolder("Music");
+    ASSERT_EQ(::mount(drive.path().c_str(), media.path("stick").c_str(), nullptr, MS_BIND, nullptr), 0);
+    EXPECT_EQ(nextReport(), std::vector<Location>());
+    ASSERT_EQ(::umount(media.path("stick").c_str()), 0);
+    EXPECT_EQ(nextReport(), gone);
 }
 
 } // namespace

@@ -1,14 +1,19 @@
 #include "platform/system/ThreadWorkerQueue.h"
 
+#include "platform/system/DetachedQueue.h"
+
 #include <atomic>
 #include <future>
 #include <gtest/gtest.h>
 #include <memory>
 #include <numeric>
+#include <string>
 #include <vector>
 
 namespace orvalen::test {
 namespace {
+
+using namespace std::chrono_literals;
 
 TEST(ThreadWorkerQueue, RunsJobsOneAfterAnotherInOrderOnOneOtherThread) {
     std::vector<int> order;
@@ -49,6 +54,46 @@ TEST(ThreadWorkerQueue, DestructionFinishesTheRunningJobAndDropsTheOthers) {
     EXPECT_TRUE(finished);
     EXPECT_FALSE(ranDropped);
     EXPECT_EQ(held.use_count(), 1) << "a dropped job lives on";
+}
+
+using Clock = std::chrono::steady_clock;
+
+TEST(DetachedQueue, AnswersInOrderAndGoesOnAfterACallThatWasOverdue) {
+    std::promise<void> awake;
+    auto order = std::make_shared<std::string>();
+    DetachedQueue queue;
+    queue.post([order] { *order += "a"; });
+    EXPECT_EQ(queue.ask(5s, [order] { return *order += "b"; }), "ab");
+
+    EXPECT_EQ(queue.ask(20ms,
+                        [order, hung = awake.get_future().share()] {
+                            hung.wait();
+                            return *order += "c";
+                        }),
+              std::nullopt);
+    const auto start = Clock::now();
+    EXPECT_EQ(queue.ask(5s, [order] { return *order += "d"; }), std::nullopt);
+    EXPECT_LT(Clock::now() - start, 1s) << "the earlier call is still overdue";
+
+    awake.set_value();
+    std::optional<std::string> answer;
+    for (const auto limit = Clock::now() + 5s; !answer && Clock::now() < limit;)
+        answer = queue.ask(5s, [order] { return *order; });
+    EXPECT_EQ(answer, "abcd");
+}
+
+TEST(DetachedQueue, EndsWithoutWaitingAndRunsWhatIsQueued) {
+    std::promise<void> awake;
+    const auto ran = std::make_shared<std::promise<void>>();
+    const auto end = ran->get_future();
+    {
+        DetachedQueue queue;
+        queue.post([hung = awake.get_future().share()] { hung.wait(); });
+        queue.post([ran] { ran->set_value(); });
+    }
+    EXPECT_EQ(end.wait_for(0s), std::future_status::timeout);
+    awake.set_value();
+    EXPECT_EQ(end.wait_for(5s), std::future_status::ready);
 }
 
 } // namespace

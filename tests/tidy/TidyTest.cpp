@@ -1,0 +1,222 @@
+#include "tidy/TidyList.h"
+
+#include "core/LibraryIndexBuilder.h"
+#include "support/Builders.h"
+#include "tidy/LineCheck.h"
+#include "tidy/TidyRules.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace orvalen::test {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(TidyText, TidiesEveryLineAndKeepsGoodOnesAndTheBreaks) {
+    const std::string good =
+        "50 Cent - In Da Club\n22 - Taylor Swift\n#9 Dream - John Lennon\n"
+        "  *NSYNC \u2013 Bye Bye Bye\nJay-Z \u2014 99 Problems\n1. FC K\u00F6ln - Hymne\n"
+        "Bryan Adams - Summer Of '69\nA-ha - Take On Me (Live)\nU2 - \"40\" (Live)\n"
+        "Prince - 1999\n2 Unlimited - No Limit\nPlain text";
+    const std::pair<std::string, std::string> cases[] = {
+        {"Our list \U0001F496\r\n\r\n1. ABBA\u00A0-\u00A0\u201CWaterloo\u201D (please!!)\n"
+         "2.\tRobyn\tCall \U0001F389\n3) Air\u2013La",
+         "Our list\r\n\r\nABBA - Waterloo\nRobyn \u2013 Call\nAir \u2013 La"},
+        {"1. \u2022 ABBA \u2013Waterloo (first dance) \U0001F389\n2. Robyn\tCall",
+         "ABBA \u2013 Waterloo\nRobyn \u2013 Call"},
+        {"", ""},
+        {" \n", " \n"},
+        {good, good},
+        {"1. A - B\n2. C - D", "A - B\nC - D"}, // numbers go only when they count
+        {"1. FC - Song\nC - D", "1. FC - Song\nC - D"},
+        {"8. A - B\n3. C - D\n1. E - F", "8. A - B\n3. C - D\n1. E - F"},
+    };
+    for (const auto& [text, tidied] : cases) {
+        EXPECT_EQ(tidyText(text), tidied);
+        EXPECT_EQ(tidyText(tidied), tidied) << "tidied once more";
+    }
+}
+
+TEST(ProposedReadings, AreForLinesThatAreNotRead) {
+    struct Case {
+        const char* line;
+        std::vector<std::string> readings;
+    };
+    for (const Case& c : {
+             Case{"Waterloo by ABBA", {"ABBA \u2013 Waterloo"}},
+             Case{"Stand By Me by Ben E. King", {"Ben E. King \u2013 Stand By Me"}},
+             Case{"Stand by me", {}},
+             Case{"Baby", {}},
+             Case{"Queen - Radio Ga Ga - Remastered 2011",
+                  {"Queen \u2013 Radio Ga Ga", "Queen \u2013 Radio Ga Ga (Remastered 2011)"}},
+             Case{"Robyn \u2013 Call - Remix", {"Robyn \u2013 Call (Remix)", "Robyn \u2013 Call"}},
+             Case{"A - B - C - D", {}},
+             Case{"Queen-Radio Ga Ga", {"Queen \u2013 Radio Ga Ga"}},
+             Case{"Jay-Z-Encore", {}},
+             Case{"Queen - Killed by Death", {}},
+         })
+        EXPECT_EQ(proposedReadings(c.line, "artist-title"), c.readings) << c.line;
+    EXPECT_THAT(proposedReadings("Waterloo by ABBA", "title-artist"), ElementsAre("Waterloo \u2013 ABBA"));
+}
+
+TEST(TidyDecisions, AskTheLibraryAboutOtherForms) {
+    const LibraryCatalog catalog(
+        buildIndex(std::vector{track("Earth, Wind & Fire", "September"),
+                               track("Beyonc\u00E9", "Crazy In Love"), track("ABBA", "Waterloo")}));
+    const std::string text =
+        "ABBA - Waterloo\nEarth, Wind and Fire - September\nBeyonce feat. Jay-Z - Crazy in love\n"
+        "Nobody feat. Him - Nothing\nFernando by ABBA";
+    const std::vector<TidyDecision> decisions = tidyDecisions(catalog, text, "artist-title");
+    ASSERT_EQ(decisions.size(), 3U);
+    EXPECT_THAT(decisions[0].readings, ElementsAre("Earth, Wind & Fire \u2013 September"));
+    EXPECT_THAT(decisions[1].readings, ElementsAre("Beyonce \u2013 Crazy in love"));
+    EXPECT_THAT(decisions[2].readings, ElementsAre("ABBA \u2013 Fernando"));
+    for (const TidyDecision& decision : decisions)
+        EXPECT_EQ(text.substr(decision.offset, decision.line.size()), decision.line);
+}
+
+struct Case {
+    TidyRule rule;
+    const char* line;
+    const char* tidied; ///< null: stays as it is
+};
+
+TEST(TidyRules, RemoveOneFlawAndNothingElse) {
+    for (const Case& c : {
+             Case{withPlainBlanks, "ABBA\u00A0\u2013\u2009Waterloo\u200B", "ABBA \u2013 Waterloo"},
+             Case{withPlainBlanks, "ABBA - Waterloo", nullptr},
+
+             Case{withoutEmoji, "ABBA - Waterloo \U0001F389\U0001F389", "ABBA - Waterloo"},
+             Case{withoutEmoji, "\u2764\uFE0F ABBA - Waterloo", "ABBA - Waterloo"},
+             Case{withoutEmoji, "ABBA \U0001F468\u200D\U0001F469 - Waterloo", "ABBA - Waterloo"},
+             Case{withoutEmoji, "ABBA - \U0001F389", nullptr},
+             Case{withoutEmoji, "\U0001F389", nullptr},
+             Case{withoutEmoji, "Artist\u2122 - 10 \u2192 20 # * 7", nullptr},
+             Case{withoutEmoji, "\u0645\u06CC\u200C\u062E - \u0642", nullptr},
+
+             Case{withoutBullet, "\u2022 ABBA - Waterloo", "ABBA - Waterloo"},
+             Case{withoutBullet, "- ABBA - Waterloo", "ABBA - Waterloo"},
+             Case{withoutBullet, "*NSYNC - Bye Bye Bye", nullptr},
+             Case{withoutBullet, "-M- - Je dis aime", nullptr},
+             Case{withoutBullet, "+44 - When Your Heart Stops Beating", nullptr},
+             Case{withoutBullet, "- ", nullptr},
+
+             Case{withoutQuotationMarks, "\u201CABBA - Waterloo\u201D", "ABBA - Waterloo"},
+             Case{withoutQuotationMarks, "ABBA - \"Waterloo\"", "ABBA - Waterloo"},
+             Case{withoutQuotationMarks, "\u201EABBA\u201C \u2013 \u201EWaterloo\u201C",
+                  "ABBA \u2013 Waterloo"},
+             Case{withoutQuotationMarks, "'Til Tuesday - Voices Carry", nullptr},
+             Case{withoutQuotationMarks, "Queen - 'Heroes' and 'Fools'", nullptr},
+             Case{withoutQuotationMarks, "New Order - Blue Monday 12\"", nullptr},
+             Case{withoutQuotationMarks, "\"Weird Al\" Yankovic - Eat It", nullptr},
+
+             Case{withoutNote, "Etta James - At Last (first dance)", "Etta James - At Last"},
+             Case{withoutNote, "ABBA - Waterloo (Please!!)", "ABBA - Waterloo"},
+             Case{withoutNote, "ABBA - Waterloo [MUST PLAY]", "ABBA - Waterloo"},
+             Case{withoutNote, "ABBA - Waterloo ()", "ABBA - Waterloo"},
+             Case{withoutNote, "ABBA - Waterloo (Extended Mix)", nullptr},
+             Case{withoutNote, "ABBA - Waterloo (Live)", nullptr},
+             Case{withoutNote, "Beastie Boys - Fight (For Your Right)", nullptr},
+             Case{withoutNote, "Artist - First Dance", nullptr},
+             Case{withoutNote, "Artist - (Please)", nullptr},
+             Case{withoutNote, "Artist - Song (please) Remix", nullptr},
+
+             Case{withDashForTab, "ABBA\tWaterloo", "ABBA \u2013 Waterloo"},
+             Case{withDashForTab, "ABBA\t\tWaterloo", "ABBA \u2013 Waterloo"},
+             Case{withDashForTab, "1\tABBA\tWaterloo", nullptr},
+             Case{withDashForTab, "ABBA\t- Waterloo", nullptr},
+             Case{withDashForTab, "ABBA - Waterloo\t2:45", nullptr},
+
+             Case{withSpacedDash, "ABBA -Waterloo", "ABBA \u2013 Waterloo"},
+             Case{withSpacedDash, "ABBA- Waterloo", "ABBA \u2013 Waterloo"},
+             Case{withSpacedDash, "ABBA\u2013Waterloo", "ABBA \u2013 Waterloo"},
+             Case{withSpacedDash, "ABBA -- Waterloo", "ABBA \u2013 Waterloo"},
+             Case{withSpacedDash, "Jay-Z -Encore", "Jay-Z \u2013 Encore"},
+             Case{withSpacedDash, "ABBA - Waterloo", nullptr},
+             Case{withSpacedDash, "ABBA - Take-On\u2013Me", nullptr},
+             Case{withSpacedDash, "Jay-Z Encore", nullptr},
+             Case{withSpacedDash, "Hits 1990\u20131995", nullptr},
+             Case{withSpacedDash, "A - B - C", nullptr},
+             Case{withSpacedDash, "- ABBA", nullptr},
+         })
+        EXPECT_EQ(c.rule(c.line), c.tidied ? c.tidied : c.line) << c.line;
+}
+
+TEST(TidyRules, TellANumberFromAName) {
+    struct NumberCase {
+        const char* line;
+        int number;
+        const char* rest;
+    };
+    for (const NumberCase& c : {
+             NumberCase{"1. ABBA - Waterloo", 1, "ABBA - Waterloo"},
+             NumberCase{"12) ABBA - Waterloo", 12, "ABBA - Waterloo"},
+             NumberCase{"#3 ABBA - Waterloo", 3, "ABBA - Waterloo"},
+             NumberCase{"07 - ABBA - Waterloo", 7, "ABBA - Waterloo"},
+             NumberCase{"4\tABBA\tWaterloo", 4, "ABBA\tWaterloo"},
+             NumberCase{"50 Cent - In Da Club", -1, nullptr}, NumberCase{"22 - Taylor Swift", -1, nullptr},
+             NumberCase{"99 Luftballons - Nena", -1, nullptr},
+             NumberCase{"10cc - I'm Not In Love", -1, nullptr}, NumberCase{"1999", -1, nullptr},
+             NumberCase{"4.50 from Paddington", -1, nullptr},
+             NumberCase{"#9 Dream - Lennon", 9, "Dream - Lennon"}, // a list decides: see TidyText
+         }) {
+        const NumberedLine numbered = numberedLine(c.line);
+        EXPECT_EQ(numbered.number, c.number) << c.line;
+        EXPECT_EQ(numbered.rest, c.rest ? c.rest : c.line) << c.line;
+    }
+}
+
+TEST(LineCheck, NamesEachLineThatIsLeftOut) {
+    const std::string text =
+        "ABBA - Waterloo\r\n\n  Ceremony:\nA \u2013 B \u2014 C\nRobyn\u00A0- Call\n\u3000Air \u2013 La";
+    const LineCheck check = checkLines(text);
+    EXPECT_EQ(check.lineCount, 5U);
+    EXPECT_EQ(check.readCount(), 2U);
+    ASSERT_EQ(check.leftOut.size(), 3U);
+    EXPECT_EQ(check.leftOut[0].reason, LeftOutReason::noDash);
+    EXPECT_EQ(check.leftOut[1].reason, LeftOutReason::severalDashes);
+    EXPECT_EQ(check.leftOut[2].reason, LeftOutReason::unusualBlank);
+    for (const LeftOutLine& line : check.leftOut)
+        EXPECT_EQ(text.substr(line.offset, line.text.size()), line.text);
+}
+
+TEST(LineCheck, CountsInWords) {
+    EXPECT_EQ(checkCaption(checkLines("")), "");
+    EXPECT_EQ(checkCaption(checkLines(" \n\t")), "");
+    EXPECT_EQ(checkCaption(checkLines("A - B")), "1 line: 1 is read, 0 are left out");
+    EXPECT_EQ(checkCaption(checkLines("A - B\nC\nD - E")), "3 lines: 2 are read, 1 is left out");
+}
+
+class FormatCount : public testing::Test {
+protected:
+    FormatCounts count(const std::vector<std::string>& lines) const {
+        return countFormats(catalog, lines, stop).value();
+    }
+
+    LibraryCatalog catalog{buildIndex(std::vector{track("ABBA", "Waterloo"), track("ABBA", "Fernando"),
+                                                  track("Robyn", "Call"), track("Air", "La")})};
+    std::atomic<bool> stop = false;
+};
+
+TEST_F(FormatCount, HintsAtAFormatThatFindsClearlyMore) {
+    const FormatCounts counts =
+        count({"Waterloo - ABBA", "Fernando - ABBA", "Call - Robyn", "Air - La", "none"});
+    EXPECT_EQ(counts.artistFirst, 1U);
+    EXPECT_EQ(counts.titleFirst, 3U);
+    EXPECT_EQ(formatHint(counts, "artist-title"), "");
+    EXPECT_EQ(formatHint({12, 140}, "artist-title"),
+              "as Title \u2013 Artist, 140 lines would be found; as Artist \u2013 Title, 12");
+    EXPECT_EQ(formatHint({12, 140}, "title-artist"), "");
+    EXPECT_EQ(formatHint({9, 2}, "title-artist"),
+              "as Artist \u2013 Title, 9 lines would be found; as Title \u2013 Artist, 2");
+    EXPECT_EQ(formatHint({100, 120}, "artist-title"), "");
+}
+
+TEST_F(FormatCount, StopsWhenAsked) {
+    stop = true;
+    EXPECT_FALSE(countFormats(catalog, {"ABBA - Waterloo"}, stop));
+}
+
+} // namespace
+} // namespace orvalen::test
