@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Kills the program at random moments of its work and starts it again. It must always start, with a sound database, no
-playlist half written and every choice there that was on show when nothing was replacing the choices.
+"""Kills the program at random moments and starts it again. It must always start, with an intact database, no incomplete
+playlist, and all choices that were visible while no choices were being replaced.
 Usage: kill_restart.py PROGRAM FOLDER [KILLS [SEED]]"""
 
 import collections
@@ -26,7 +26,7 @@ COPIES_OF_THE_MUSIC = 100  # makes writing the library slow enough to hit
 
 
 class Evening:
-    """The work that is interrupted, and what is known about it at each moment."""
+    """The work that is interrupted, and its known state."""
 
     def __init__(self, journey, music):
         self.journey = journey
@@ -58,7 +58,7 @@ class Evening:
 
 
 def changed(path):
-    """Whether the file is another one, or was written to, since this was called."""
+    """Returns a function that says whether the file was replaced or written since this call."""
     def state():
         try:
             status = path.stat()
@@ -70,7 +70,7 @@ def changed(path):
 
 
 def random_moment(evening):
-    """What to wait for before the kill: any moment of the first seconds, or that just now a file is being written."""
+    """Returns the moment of the kill: a random time, or the start of writing a file."""
     begun = time.monotonic()
     limit = begun + random.uniform(0, 9)
     sights = {
@@ -103,7 +103,7 @@ def kill_when(reached, journey):
 
 
 def rows_of(database, scratch):
-    """What another program sees in the database as the kill left it; a copy, so that ours has to recover by itself."""
+    """Returns the rows of the database after the kill. Reads a copy, so that the program has to recover the original."""
     if not database.exists():
         return []
     shutil.rmtree(scratch, ignore_errors=True)
@@ -117,7 +117,7 @@ def rows_of(database, scratch):
 
 
 def is_whole(path):
-    """Whether the file is missing or reads as JSON."""
+    """Returns whether the file is missing or is valid JSON."""
     try:
         json.loads(path.read_text(encoding="utf-8"))
         return True
@@ -155,7 +155,7 @@ def set_up(journey, music):
 
 
 def one_life(evening, tally):
-    """Starts the program, lets it work, kills it, looks at what it left."""
+    """Starts the program, lets it work, kills it, and checks its files."""
     evening.shown = None
     begun = time.monotonic()
     user = evening.journey.start()

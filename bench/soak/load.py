@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Many evenings in one: match, review, preview, export, load and scan, over and over. Memory, open files and threads must
-stay where they were once everything has been used a few times, and nothing may be listened on.
+"""Repeats the whole job: match, review, preview, export, load, scan. Memory, open files and threads must not grow after
+the first loops, and the program must not listen for connections.
 Usage: load.py PROGRAM FOLDER [LOOPS]"""
 
 import pathlib
@@ -18,14 +18,14 @@ WARM_UP = 10  # loops; half of the loops in a shorter run
 
 
 def figures(pid):
-    """Resident kilobytes, open files and threads."""
+    """Returns the resident kilobytes, open files and threads."""
     status = dict(line.split(":", 1) for line in pathlib.Path(f"/proc/{pid}/status").read_text().splitlines())
     return {"kB": int(status["VmRSS"].split()[0]), "files": len(list(pathlib.Path(f"/proc/{pid}/fd").iterdir())),
             "threads": int(status["Threads"])}
 
 
 def listened_on(pid):
-    """The program's sockets that wait for somebody to connect."""
+    """Returns the program's sockets that listen for connections."""
     sockets = set()
     for descriptor in pathlib.Path(f"/proc/{pid}/fd").iterdir():
         try:
@@ -42,7 +42,7 @@ def listened_on(pid):
 
 
 def settled(pid):
-    """The figures, once threads that only linger have gone: a pool keeps its own for some time."""
+    """Returns the figures after idle threads have ended. Thread pools keep threads for some time."""
     looks = [figures(pid)]
     for _ in range(100):
         time.sleep(0.1)
@@ -73,8 +73,8 @@ def one_loop(user, playlist, session):
 
 
 def check(looks, warm_up):
-    """Flat: of the later loops some have no more files and threads than one of the first, as pools let idle threads go when
-    they like; and no trend in memory."""
+    """Checks that nothing grows. Some later loops must have no more files and threads than an early one, because pools end
+    idle threads at any time. Memory must show no trend."""
     late = looks[len(looks) // 2:]
     for what in ("files", "threads"):
         most_before = max(look[what] for look in looks[:warm_up])

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""A drive stops answering, at the start, on Play and while a file dialog is open: the window goes on.
+"""A drive stops answering at the start, at Play and during a file dialog. The window must continue to work.
 Usage: stalled_drive.py PROGRAM FOLDER SLOW_DRIVE_LIBRARY"""
 
 import pathlib
@@ -18,7 +18,7 @@ NO_ANSWER = "Playback error: The drive does not answer"
 
 
 class Drive:
-    """The folder that can be stalled. The ways are those of slow_drive.cpp."""
+    """A folder whose drive can be stalled. slow_drive.cpp describes the ways."""
 
     def __init__(self, journey):
         self.folder = fresh_copy(MUSIC, journey.folder / "drive")
@@ -33,7 +33,7 @@ class Drive:
 
 
 def play_in_vain(journey, user):
-    """Presses Play; returns the seconds until the error line."""
+    """Presses Play. Returns the seconds until the error line."""
     before = journey.console.count(NO_ANSWER)
     begun = time.monotonic()
     user.press_play(M4A)

@@ -17,12 +17,12 @@ TEST(UpdateCheck, ComparesRunsOfDigitsByValue) {
         {"1.9", "1.10"},
         {"1.0", "1.0.1"},
         {"", "1"},
-        {"1.0", "1.a"}, // a digit against a letter: by character
+        {"1.0", "1.a"}, // a digit and a letter are compared as characters
         {"1.0.9b", "1.0.10a"},
         {"1.0A", "1.0a"}, // capitals come first
         {"1.0z", "1.0é"},
         {"9" + std::string(400, '9'), "1" + std::string(401, '0')},
-        {"1.0", "?"}, // a program without a version is ahead of everything
+        {"1.0", "?"}, // an unknown version counts as the newest
     };
     for (const auto& [left, right] : greater) {
         EXPECT_LT(compareNumerically(left, right), 0) << left << " < " << right;

@@ -12,12 +12,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The folders of src/, "" being src/ itself. A folder includes headers of its own and of folders before it,
-/// so that there is no cycle.
+/// The folders of src/; "" is src/ itself. A folder includes only its own headers and those of earlier
+/// folders, so there is no cycle.
 const std::vector<std::string> logic = {
     "core",    "platform", "app/state", "platform/system", "platform/tags", "search", "import",
     "library", "preview",  "session",   "matching",        "export",        "tidy",   "app"};
-/// These come after the logic and may include headers of Qt and libmpv.
+/// These folders come after the logic and may include headers of Qt and libmpv.
 const std::vector<std::string> desktop = {"platform/desktop",
                                           "app/window/accessible",
                                           "app/window/style",
@@ -26,7 +26,7 @@ const std::vector<std::string> desktop = {"platform/desktop",
                                           "app/window",
                                           ""};
 
-/// The position in both lists, one behind the other.
+/// Returns the position in the two lists, joined.
 std::size_t placeOf(const std::string& folder) {
     if (const auto found = std::ranges::find(logic, folder); found != logic.end())
         return static_cast<std::size_t>(found - logic.begin());
@@ -86,7 +86,7 @@ TEST(SourceFiles, HaveAHeaderOfTheirNameOrCompleteOne) {
             continue;
         std::string name = file.stem().string();
         const auto hasHeader = [&] { return fs::exists(file.parent_path() / (name + ".h")); };
-        while (name.size() > 4 && !hasHeader()) // FileTagsMpeg.cpp completes FileTags.h
+        while (name.size() > 4 && !hasHeader()) // FileTagsMpeg.cpp belongs to FileTags.h
             name.pop_back();
         EXPECT_TRUE(hasHeader()) << file << ": no header has this name or the beginning of it";
     }

@@ -1,4 +1,4 @@
-# Which addresses the build accepts for the update manifest.
+# Tests which addresses the build accepts for the update manifest.
 include("${CMAKE_CURRENT_LIST_DIR}/../../cmake/UpdateAddress.cmake")
 
 function(expect wanted)

@@ -38,7 +38,7 @@ protected:
 };
 
 TEST_F(Files, AreReadWholeOrSayWhyNot) {
-    const auto maps = readWholeFile("/proc/self/maps"); // hides its size and is given in pieces
+    const auto maps = readWholeFile("/proc/self/maps"); // reports a size of 0 and is returned in parts
     ASSERT_TRUE(maps && maps->size() > 4096);
     EXPECT_EQ(maps->back(), '\n');
     EXPECT_EQ(readError(folder.path("gone")), "No such file or directory");
@@ -62,7 +62,7 @@ TEST_F(Files, DoNotWaitForWhatIsNoFile) {
     };
     expectRefused();
     const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
-    expectRefused(); // somebody would read from the pipe
+    expectRefused(); // now the pipe has a reader
     ::close(reader);
     EXPECT_TRUE(fs::is_fifo(pipe));
     EXPECT_EQ(entries(folder), 2U);
@@ -113,7 +113,7 @@ TEST_F(Files, SayThatAMissingFolderMayNotBeCreated) {
     folder.makeFolder("read-only");
     ASSERT_EQ(::chmod(folder.path("read-only").c_str(), 0555), 0);
     ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
-    const bool isRoot = ::geteuid() == 0; // whom no permission stops
+    const bool isRoot = ::geteuid() == 0; // root ignores permissions
     ASSERT_TRUE(!isRoot || ::seteuid(65534) == 0);
     const std::string error = errorOf(writeWholeFile(folder.path("read-only/Orvalen/library.orvl"), "x"));
     ASSERT_TRUE(!isRoot || ::seteuid(0) == 0);

@@ -60,7 +60,7 @@ TEST(LibraryIndex, KeepsEveryFieldAsItWas) {
         const Track& filed = tracks[position];
         const Track found = index.track(position).toTrack();
         EXPECT_EQ(found.title + found.artist + found.genre + found.path,
-                  filed.title + filed.artist + filed.genre + filed.path); // to the byte
+                  filed.title + filed.artist + filed.genre + filed.path); // equal byte for byte
         EXPECT_EQ(found, filed);
     }
 }
@@ -71,7 +71,7 @@ TEST(LibraryIndex, CopyDoesNotSeeWhatIsFiledLater) {
     EXPECT_TRUE(snapshot.sharesTracksWith(index));
     const std::string_view path = index.track(1).path;
 
-    fileTrack(index, track("A", "One", {}, "/3")); // a key that stands: goes into the middle
+    fileTrack(index, track("A", "One", {}, "/3")); // existing key: inserted in the middle
     fileTrack(index, track("C", "Three", {}, "/4"));
     fileTrack(index, track("A", "One", {}, "/1"));
     EXPECT_THAT(paths(index), ElementsAre("/1", "/3", "/1", "/2", "/4"));
@@ -115,7 +115,7 @@ TEST(LibraryIndex, CountsUnderAFolderByText) {
     EXPECT_EQ(countTracksUnderFolder(LibraryIndex(), "/"), 0);
 }
 
-/// The counts by looking at every path, for comparison with the table of folders.
+/// Compares the table of folders with a loop over all paths.
 TEST(LibraryIndex, CountsUnderAFolderAsALoopWould) {
     LibraryIndexBuilder builder;
     std::mt19937 random(9);

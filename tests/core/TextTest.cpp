@@ -22,10 +22,10 @@ TEST(Text, EqualityAndHashFollowCanonicalEquivalence) {
         {"\u212B", "A\u030A", true}, // Ångström sign
         {"\u212A", "K", true},       // Kelvin sign: the one form is ASCII
         {"\uAC01", "\u1100\u1161\u11A8", true},
-        {"a\u0323\u0307", "a\u0307\u0323", true},  // marks of different places in either order
-        {"a\u0302\u0301", "a\u0301\u0302", false}, // marks of one place keep theirs
+        {"a\u0323\u0307", "a\u0307\u0323", true},  // marks at different positions may be exchanged
+        {"a\u0302\u0301", "a\u0301\u0302", false}, // marks at one position keep their order
         {"Café", "Cafe", false},
-        {"ﬁ", "fi", false}, // compatibility is not equivalence
+        {"ﬁ", "fi", false}, // compatible, but not canonically equivalent
         {"\xFF", "\xFE", false},
     };
     for (const auto& [left, right, equal] : cases) {
@@ -60,8 +60,8 @@ TEST(Text, KnowsValidUtf8AndMendsTheRest) {
     const std::pair<std::string_view, std::string_view> cases[] = {
         {"größe 日本 🎵", "größe 日本 🎵"},
         {"a\xC3", "a\uFFFD"},
-        {"\xC0\xAF", "\uFFFD\uFFFD"},           // a slash written too long
-        {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"}, // half of a pair
+        {"\xC0\xAF", "\uFFFD\uFFFD"},           // a slash in an overlong encoding
+        {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"}, // half of a surrogate pair
         {"\x80ok", "\uFFFDok"},
     };
     for (const auto& [bytes, mended] : cases) {
@@ -81,7 +81,7 @@ TEST(Text, TrimsBlanksOfEveryScriptAndLineBreaksWhereAsked) {
         {"", "", ""},
         {" \t a b \t ", "a b", "a b"},
         {" \u2028 \u0085x\v\f", "x", "\u2028 \u0085x\v\f"},
-        {"\u200Bx", "\u200Bx", "\u200Bx"}, // has no width but is no space
+        {"\u200Bx", "\u200Bx", "\u200Bx"}, // has no width, but is not a space
         {"\xFF \xFF", "\xFF \xFF", "\xFF \xFF"},
         {" \n ", "", "\n"},
     };
@@ -130,25 +130,26 @@ TEST(Normalize, BringsTextsToOneForm) {
         {"S\u00F8ren \u0141", "s\u00F8ren \u0142"},
         {"\u0130stanbul", "istanbul"},
         {"\u2160\u00BD", "\u2170\u00BD"},
-        {"\u039F\u0394\u039F\u03A3 \u03A3", "\u03BF\u03B4\u03BF\u03C2 \u03C3"}, // the sigma at a word's end
+        {"\u039F\u0394\u039F\u03A3 \u03A3",
+         "\u03BF\u03B4\u03BF\u03C2 \u03C3"}, // the sigma at the end of a word
         {"\u0419\u043E\u0433", "\u0438\u043E\u0433"},
         {"\u0915\u093E\u092E", "\u0915\u093E\u092E"}, // a vowel sign stays
         {"\u65E5\u672C\u3000\u8A9E", "\u65E5\u672C \u8A9E"},
         {"\uAC00\u1100\u1161", "\uAC00\uAC00"}, // syllables are composed
         {std::string("a\0b", 3), "a b"},
-        {"\u212Bngstr\u00F6m", "angstrom"},               // the sign for the unit
-        {"a\u00A0b\u2028c\u200Bd", "a b c d"},            // spaces and breaks of every kind
+        {"\u212Bngstr\u00F6m", "angstrom"},               // the sign for the unit Ångström
+        {"a\u00A0b\u2028c\u200Bd", "a b c d"},            // all kinds of spaces and breaks
         {"\uFF21\uFF42 \uFB01n", "\uFF41\uFF42 \uFB01n"}, // wide letters and ligatures stay
         {"Vi\u1EC7t e\u0301\u0302\u0303x", "viet ex"},    // several marks on one letter
         {"\u0301 \U0001F3B5", ""},
-        {"Caf\xE9 Mar \xFF\xC3", "caf mar"}, // bytes that are no text
+        {"Caf\xE9 Mar \xFF\xC3", "caf mar"}, // invalid UTF-8
     };
     for (const Case& c : cases)
         EXPECT_EQ(normalize(c.text), c.normalized) << c.text;
 }
 
-/// The short ways for ASCII and Latin texts are left as soon as a character of another script stands in the
-/// text, and a word more must not change what comes before it.
+/// The fast paths for ASCII and Latin end at the first character of another script. Appending such a word
+/// must not change the text before it.
 TEST(Normalize, GivesTheSameTheShortWayAndTheLong) {
     std::mt19937 random(11);
     std::size_t nonEmpty = 0;

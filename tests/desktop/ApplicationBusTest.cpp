@@ -31,7 +31,7 @@ public:
     Peer(const Peer&) = delete;
     Peer& operator=(const Peer&) = delete;
 
-    /// Calls the program; turns the event loop until the answer is there.
+    /// Calls the program and runs the event loop until the reply arrives.
     bool call(const char* method, const QVariantList& arguments) const {
         QDBusMessage message =
             QDBusMessage::createMethodCall(name, path, "org.freedesktop.Application", method);
@@ -45,7 +45,7 @@ public:
     QDBusConnection bus;
 };
 
-/// What the program was asked to do, in order.
+/// The requests that reached the program, in order.
 struct Requests {
     void takeFrom(ApplicationBus& bus) {
         bus.serve([this] { done.emplace_back("raise"); },
@@ -88,7 +88,7 @@ TEST(ApplicationBus, KeepsFilesBackWhileAModalDialogIsOpen) {
     EXPECT_TRUE(turnUntil([&] { return requests.done.size() == 2; }));
 }
 
-/// Stands for the instance that was started first.
+/// Represents the instance that was started first.
 class Owner : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -108,7 +108,7 @@ TEST(ApplicationBus, HandsASecondStartToTheFirst) {
     ApplicationBus program;
     EXPECT_EQ(program.claim(), ApplicationBus::Claim::second);
     qputenv("DESKTOP_STARTUP_ID", "startup-1");
-    // The owner is another process in truth: it answers while the second start waits.
+    // In reality the owner is another process, which answers while the second start waits.
     auto activated = std::async(std::launch::async, [&] { return program.activateOwner(); });
     EXPECT_TRUE(turnUntil([&] { return activated.wait_for(0ms) == std::future_status::ready; }));
     EXPECT_TRUE(activated.get());

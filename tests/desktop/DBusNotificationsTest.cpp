@@ -10,7 +10,7 @@
 
 namespace orvalen::test {
 
-/// What a desktop's notification service is to a program.
+/// A notification service as a desktop provides it.
 class NotificationService : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
@@ -48,7 +48,7 @@ private:
 
 namespace {
 
-/// The outcome of a post; nothing while there is none.
+/// The outcome of a post, or nullopt before it arrives.
 class Posting {
 public:
     explicit Posting(const Notification& notification) {

@@ -8,7 +8,7 @@
 
 namespace orvalen::test {
 
-/// Turns the event loop until the condition holds; false when it does not within the time.
+/// Runs the event loop until the condition is true. Returns false if it is still false after `limit`.
 inline bool turnUntil(const std::function<bool()>& condition,
                       std::chrono::milliseconds limit = std::chrono::seconds(20)) {
     const QDeadlineTimer deadline(limit);
@@ -21,7 +21,7 @@ inline bool turnUntil(const std::function<bool()>& condition,
     return true;
 }
 
-/// Turns the event loop for so long.
+/// Runs the event loop for this time.
 inline void turnFor(std::chrono::milliseconds time) {
     turnUntil([] { return false; }, time);
 }

@@ -38,7 +38,7 @@ struct Case {
     std::optional<std::int64_t> bpm = {};
 };
 
-/// Title, artist and tempo behind a picture and a comment, as the version writes them.
+/// Returns a tag of this version with a picture and a comment before title, artist and tempo.
 std::string fullTag(int version) {
     const bool old = version == 2;
     return id3(version, pictureFrame(version, 3000) + frame(version, old ? "COM" : "COMM", "\0eng\0text"s) +
@@ -144,7 +144,7 @@ std::vector<Case> otherCases() {
     };
 }
 
-/// “File” and “Unknown” replace what a file's tags do not have.
+/// “File” and “Unknown” are the defaults for missing tags.
 TEST_F(FileMediaAssetsTest, ReadsTheTagsOfTheWild) {
     for (const auto& cases : {mpegCases(), otherCases()})
         for (const Case& row : cases) {
@@ -221,13 +221,13 @@ TEST_F(FileMediaAssetsTest, NamesTheFormatAndTheId3Frames) {
     EXPECT_EQ(other->availableFormats().value(), std::vector<std::string>{"mp4"});
 }
 
-/// Files that cannot be read are passed over. The files of a test are in the page cache, because they have
-/// just been written.
+/// Files that cannot be read are skipped. The files are in the page cache, because they have just been
+/// written.
 TEST(ReadAhead, ReadsTheHeadsOfTheFirstFilesAndRestsWhenTheyAreCached) {
     TemporaryFolder folder;
     folder.makeFolder("Live.mp3");
     ReadAhead ahead;
-    ahead.passOne(); // also more than was expected
+    ahead.passOne(); // may be called more often than expect()
     for (const char* unreadable : {"missing.mp3", "Live.mp3"})
         ahead.expect(folder.path(unreadable));
     const double before = bytesReadByThisProcess();

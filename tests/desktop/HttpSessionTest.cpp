@@ -30,7 +30,7 @@ HttpRequest post(const std::string& address, const std::string& body) {
     return request;
 }
 
-/// Says what reached the server.
+/// Answers with the request that reached the server.
 void describe(const httplib::Request& request, httplib::Response& response) {
     response.set_content(request.method + " " + request.target + "\n" +
                              request.get_header_value("Authorization") + "\n" +
@@ -41,7 +41,7 @@ void describe(const httplib::Request& request, httplib::Response& response) {
 
 class HttpSessionTest : public testing::Test {
 protected:
-    /// Sends the request and turns the event loop until the answer is there.
+    /// Sends the request and runs the event loop until the answer arrives.
     Expected<HttpResponse> send(const HttpRequest& request) {
         std::optional<Expected<HttpResponse>> answer;
         session->send(request, [&](Expected<HttpResponse> response) { answer = std::move(response); });
@@ -102,7 +102,8 @@ TEST_F(HttpSessionTest, GivesAnyBytesUpToItsLimit) {
     } bodies[] = {
         {"/bytes", std::string("\0\xFF\xC3\r\n\x80 <html>", 13), "application/octet-stream"},
         {"/large", "start" + std::string(50'000'000, 'x') + "end", "application/octet-stream"},
-        {"/packed", std::string(12'000'000, 'x'), "application/json"}, // is sent compressed to a thousandth
+        {"/packed", std::string(12'000'000, 'x'),
+         "application/json"}, // sent compressed to a thousandth of its size
     };
     for (const auto& each : bodies) {
         server.on(each.path, 200, each.body, each.type);
@@ -148,7 +149,7 @@ TEST_F(HttpSessionTest, TimesOutOnSilenceOnly) {
     }
     sendBytes("/slow", 200ms, 10);
     HttpRequest request = get(server.address("/slow"));
-    request.timeout = 1500ms; // less than the whole answer takes
+    request.timeout = 1500ms; // shorter than the transfer of the whole answer
     EXPECT_EQ(bodyOf(request), "xxxxxxxxxx");
 }
 
@@ -208,7 +209,7 @@ TEST_F(HttpSessionTest, TrustsOnlyASignedCertificateAndIsNeverLedAwayFromIt) {
     LocalServer secure{certificate};
     secure.on("/x", 200, "secret");
     EXPECT_THAT(errorOf(get(secure.address("/x"))), HasSubstr("certificate"));
-    session.emplace(); // a session keeps its certificates
+    session.emplace(); // a session does not reload certificates
 
     const QSslConfiguration usual = QSslConfiguration::defaultConfiguration();
     QSslConfiguration trusting = usual;

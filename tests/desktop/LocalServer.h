@@ -14,7 +14,7 @@
 
 namespace orvalen::test {
 
-/// A key with a certificate for 127.0.0.1 that no authority has signed.
+/// A key with a self-signed certificate for 127.0.0.1.
 class SelfSignedCertificate {
 public:
     SelfSignedCertificate() {
@@ -32,8 +32,8 @@ private:
     TemporaryFolder folder_;
 };
 
-/// A real HTTP server on a free port of 127.0.0.1, with its own thread. Its handlers run on threads of their
-/// own; one that hangs does so until the server ends.
+/// A real HTTP server on a free port of 127.0.0.1. Its handlers run on their own threads. A handler that
+/// blocks does so until the server ends.
 class LocalServer {
 public:
     using Handler = std::function<void(const httplib::Request&, httplib::Response&)>;
@@ -51,7 +51,7 @@ public:
     LocalServer(const LocalServer&) = delete;
     LocalServer& operator=(const LocalServer&) = delete;
 
-    /// Answers this path, whatever the method. Before the first request to it.
+    /// Answers all methods on this path. Call before the first request to the path.
     void on(const std::string& path, const Handler& handler) {
         server_->Get(path, handler);
         server_->Post(path, handler);
@@ -70,7 +70,7 @@ public:
             response.set_content("moved", "text/plain");
         });
     }
-    /// Sends so much of a body of a megabyte and then closes the connection.
+    /// Announces a body of 1 MB, sends only `start`, and closes the connection.
     void closeInTheMiddle(const std::string& path, const std::string& start) {
         on(path, [=](const httplib::Request&, httplib::Response& response) {
             response.set_content_provider(

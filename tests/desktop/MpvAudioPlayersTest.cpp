@@ -45,7 +45,7 @@ TEST_F(MpvAudioPlayersTest, PlaysEveryKindOfFile) {
         {"Wedding/The Lanterns - First Dance.wav", 1},
         {"House/Static Garden - Bloom.aiff", 1},
         {"Wedding/Νίκη Αλεξίου - Καλοκαίρι.mp3", 2},
-        {"House/Velvet Circuit - Midnight Arcade (Extended Mix).mp3", 2}, // with a cover
+        {"House/Velvet Circuit - Midnight Arcade (Extended Mix).mp3", 2}, // with a cover picture
     };
     for (const auto& file : files) {
         const auto player = open(sample(file.name));
@@ -103,7 +103,7 @@ TEST_F(MpvAudioPlayersTest, EndsByItselfAndBeginsAgain) {
 
 TEST_F(MpvAudioPlayersTest, PlaysFromThereAfterAJumpInAPause) {
     const struct {
-        double left; ///< seconds between the jump and the end; from the end it begins again
+        double left; ///< seconds between the new position and the end; at the end, playback starts again
         std::chrono::milliseconds pause;
     } cases[] = {{0, 0ms}, {0, 300ms}, {0.3, 300ms}, {0.1, 300ms}};
     for (const auto& row : cases) {
@@ -140,7 +140,7 @@ TEST_F(MpvAudioPlayersTest, GoesOnAfterAStopWhereItStood) {
     EXPECT_NEAR(player->duration(), 2, 0.1);
     player->play();
     EXPECT_TRUE(player->isPlaying());
-    EXPECT_NEAR(player->currentTime(), stopped, 0.25); // a few frames of sound
+    EXPECT_NEAR(player->currentTime(), stopped, 0.25); // tolerance: a few frames
     EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 1.2; }));
 }
 
@@ -185,7 +185,7 @@ TEST(PlayerSound, IsInTheProgramAndNeverHoldsTheWindowUp) {
     ASSERT_TRUE(loaded) << loaded.error().description;
     EXPECT_NEAR(core.number("duration").value_or(0), 1.6, 0.2);
 
-    sound.play("Glass"); // starts the player once
+    sound.play("Glass"); // creates the player
     const auto start = std::chrono::steady_clock::now();
     sound.play("Glass");
     sound.play("No such sound");

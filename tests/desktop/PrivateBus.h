@@ -8,8 +8,8 @@
 
 namespace orvalen::test {
 
-/// A message bus of our own on which nothing is started by itself, as this process's session bus. Made before
-/// anybody asks for that bus.
+/// Starts a private message bus without services and makes it the session bus of this process. Create it
+/// before the first use of the session bus.
 class PrivateBus {
 public:
     PrivateBus() {

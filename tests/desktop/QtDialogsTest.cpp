@@ -24,7 +24,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// The visible dialog on top, as soon as there is one.
+/// Waits for a visible dialog and returns the topmost one.
 QDialog* openDialog() {
     QDialog* dialog = nullptr;
     turnUntil([&] {
@@ -49,7 +49,7 @@ QPushButton* button(QDialog* dialog, const QString& text) {
     return nullptr;
 }
 
-/// The names in the dialog's list of files, sorted.
+/// Returns the names in the dialog's list of files, sorted.
 QStringList names(QDialog* dialog) {
     const auto* list = dialog->findChild<QAbstractItemView*>("treeView");
     QStringList result;
@@ -83,13 +83,13 @@ void type(QDialog* dialog, const QString& text) {
     QTest::keyClick(nameField(dialog), Qt::Key_Return);
 }
 
-/// What a user does to the dialog that the next modal call opens. A dialog that is still open afterwards is
-/// cancelled, so that a fault shows as a missing answer and not as a hang.
+/// Runs `act` on the dialog that the next modal call opens. Cancels a dialog that is still open afterwards,
+/// so that a failure does not block the test.
 void whileOpen(std::function<void(QDialog*)> act) {
     QTimer::singleShot(0, [act = std::move(act)] {
         QDialog* dialog = openDialog();
         ASSERT_NE(dialog, nullptr);
-        // A question that nobody expected would wait for ever.
+        // An unexpected question would block for ever.
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, [] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -104,7 +104,7 @@ void whileOpen(std::function<void(QDialog*)> act) {
     });
 }
 
-/// What a user does to the message that comes up over the dialog; it has to.
+/// Runs `act` on the message that must appear over the dialog.
 void whileAsked(bool& asked, std::function<void(QMessageBox&)> act) {
     QTimer::singleShot(0, [&asked, act = std::move(act)] {
         auto* box = qobject_cast<QMessageBox*>(openDialog());
@@ -145,7 +145,7 @@ protected:
         whileOpen(std::move(act));
         return paths(dialogs().chooseToOpen(options));
     }
-    /// The add dialog: files and folders together.
+    /// Opens the dialog for music folders, which accepts files and folders.
     std::vector<std::string> add(std::function<void(QDialog*)> act) {
         return open({.files = true,
                      .folders = true,
@@ -195,7 +195,7 @@ Act marking(const QStringList& marked) {
     };
 }
 
-/// Types what cannot be taken; a plain text over the dialog says why, and the dialog stays.
+/// Types a path that the dialog rejects: a plain text says why, and the dialog stays open.
 Act typingInVain(const QString& text, const QString& mentioned) {
     return [=](QDialog* dialog) {
         bool explained = false;

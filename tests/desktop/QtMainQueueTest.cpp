@@ -42,7 +42,7 @@ TEST(QtMainQueue, LetsTheWindowBreatheUnderALongLineOfPosts) {
             std::this_thread::sleep_for(2ms);
             ++done;
         });
-    // Represents painting and input: something else that wants its turn every few milliseconds.
+    // Represents painting and input, which need the event loop every few milliseconds.
     int turns = 0;
     QTimer other;
     QObject::connect(&other, &QTimer::timeout, [&] { turns += done < 100; });
@@ -51,9 +51,9 @@ TEST(QtMainQueue, LetsTheWindowBreatheUnderALongLineOfPosts) {
     EXPECT_GE(turns, 5) << "within 200 ms of posts";
 }
 
-/// A post that opens a modal dialog: the posts behind it run under the dialog, each once and in order.
+/// If a post opens a modal dialog, later posts run during the dialog, each once and in order.
 TEST(QtMainQueue, GoesOnInsideADialogThatAPostOpens) {
-    // The first event opens it, or a later one after posts that used up their slice.
+    // The dialog is opened by the first event, or by a later one after a full slice of posts.
     for (const int postsBefore : {0, 20}) {
         QtMainQueue queue;
         std::vector<int> seen;
@@ -98,7 +98,7 @@ TEST(QtMainQueue, LetsAHandleGoInsideItsOwnCall) {
     QtMainQueue queue;
     int calls = 0;
     TimerHandle handle;
-    // The captured text shows a use after the function's end to the sanitizer.
+    // The captured text lets the sanitizer detect a use after the function was destroyed.
     handle = queue.every(1ms, [&, text = std::string(100, 'x')] {
         handle.reset();
         turnFor(5ms);

@@ -12,7 +12,7 @@
 
 namespace orvalen::test {
 
-// Tags and containers written by hand, byte by byte, right or wrong as a test wishes.
+// Tags and containers written byte by byte, valid or invalid.
 
 inline std::string padded(std::string_view text, std::size_t length) {
     std::string result(text.substr(0, length));
@@ -32,7 +32,7 @@ inline std::string littleEndian(std::uint64_t number, int bytes) {
     return {reversed.rbegin(), reversed.rend()};
 }
 
-/// Seven bits a byte, as ID3 writes lengths.
+/// Returns the number with seven bits per byte, as ID3 writes lengths.
 inline std::string synchSafe(std::uint64_t number) {
     std::string result;
     for (int shift = 21; shift >= 0; shift -= 7)
@@ -40,7 +40,7 @@ inline std::string synchSafe(std::uint64_t number) {
     return result;
 }
 
-/// One ID3 frame of the version, its length as that version writes it.
+/// Returns an ID3 frame of this version.
 inline std::string frame(int version, std::string_view name, std::string_view content) {
     const std::string head(name);
     if (version == 2)
@@ -49,12 +49,12 @@ inline std::string frame(int version, std::string_view name, std::string_view co
     return head + length + std::string(2, '\0') + std::string(content);
 }
 
-/// A text frame; the encoding 0 is Latin-1, 1 UTF-16 with a mark, 2 UTF-16 big-endian, 3 UTF-8.
+/// Returns a text frame. Encodings: 0 Latin-1, 1 UTF-16 with a byte-order mark, 2 UTF-16 big-endian, 3 UTF-8.
 inline std::string textFrame(int version, std::string_view name, int encoding, std::string_view bytes) {
     return frame(version, name, static_cast<char>(encoding) + std::string(bytes));
 }
 
-/// A frame of version 3 or 4 whose content is compressed with zlib.
+/// Returns a frame of version 3 or 4 with content compressed by zlib.
 inline std::string compressedFrame(int version, std::string_view name, std::string_view content) {
     uLongf length = ::compressBound(content.size());
     std::string compressed(length, '\0');
@@ -74,7 +74,7 @@ inline std::string pictureFrame(int version, std::size_t length) {
     return frame(version, version == 2 ? "PIC" : "APIC", head + std::string(length, '\xA5'));
 }
 
-/// An ID3 header that claims so many bytes.
+/// Returns an ID3 header that claims this length.
 inline std::string id3Header(int version, std::uint64_t length, int flags = 0) {
     return "ID3" + bigEndian(static_cast<std::uint64_t>(version), 1) + '\0' + static_cast<char>(flags) +
            synchSafe(length);
@@ -84,7 +84,7 @@ inline std::string id3(int version, std::string_view frames, int flags = 0) {
     return id3Header(version, frames.size(), flags) + std::string(frames);
 }
 
-/// With a zero byte behind every 0xFF.
+/// Returns the bytes with a zero byte after every 0xFF.
 inline std::string unsynchronised(std::string_view bytes) {
     std::string result;
     for (const char byte : bytes) {
@@ -109,7 +109,7 @@ inline std::string ape(std::string_view title, std::string_view artist) {
            littleEndian(2, 4) + littleEndian(0, 4) + std::string(8, '\0');
 }
 
-/// By its own calls, up to now.
+/// Returns the number of bytes that this process has read with system calls.
 inline double bytesReadByThisProcess() {
     std::ifstream stream("/proc/self/io");
     std::string name;
@@ -118,7 +118,7 @@ inline double bytesReadByThisProcess() {
     return name == "rchar:" ? value : throw std::runtime_error("no count of the bytes read");
 }
 
-/// A tenth of a second of real MPEG audio without any tag.
+/// Returns 0.1 s of real MPEG audio without tags.
 inline std::string mpegAudio() {
     const auto bytes = readWholeFile(std::string(ORVALEN_SAMPLES_DIR) + "/Wedding/Speech Intro.mp3");
     if (!bytes)
@@ -148,12 +148,12 @@ inline std::string aiff(std::string_view chunks) {
     return "FORM" + bigEndian(4 + chunks.size(), 4) + "AIFF" + std::string(chunks);
 }
 
-/// One box of an MPEG-4 file.
+/// Returns one box of an MPEG-4 file.
 inline std::string box(std::string_view name, std::string_view content) {
     return bigEndian(content.size() + 8, 4) + std::string(name) + std::string(content);
 }
 
-/// So many boxes, each the only content of the one before.
+/// Returns boxes nested `depth` times.
 inline std::string nestedBoxes(std::string_view name, std::size_t depth) {
     std::string result;
     for (; depth > 0; --depth)
@@ -165,7 +165,7 @@ inline std::string mpeg4Text(std::string_view name, std::string_view text) {
     return box(name, box("data", bigEndian(1, 4) + bigEndian(0, 4) + std::string(text)));
 }
 
-/// An MPEG-4 file with these items in its list.
+/// Returns an MPEG-4 file with these items in its list.
 inline std::string mpeg4(std::string_view items) {
     const std::string handler = box("hdlr", bigEndian(0, 8) + "mdirappl" + std::string(9, '\0'));
     return box("ftyp", "M4A " + bigEndian(0, 4)) +

@@ -122,7 +122,7 @@ TEST_F(ExportTargets, HideTheBannerTwoSecondsAfterEachExport) {
     exportOnce();
     test.mainQueue.advance(999ms);
     EXPECT_TRUE(view.showExportSuccessBanner.get());
-    test.mainQueue.advance(1ms); // two seconds after the first: its hiding is not called off
+    test.mainQueue.advance(1ms); // two seconds after the first banner, whose timer is not cancelled
     EXPECT_FALSE(view.showExportSuccessBanner.get());
 }
 
@@ -187,7 +187,7 @@ TEST(PlaylistFile, HoldsThePathsOfTheIncludedRows) {
         EXPECT_EQ(playlistFileText(c.rows), c.bytes) << c.quirk;
 }
 
-/// A kill or a full disk in the middle must not cost the old playlist.
+/// A kill or a full disk during the write must not lose the old playlist.
 TEST(PlaylistFile, TakesTheOldOnesPlaceInOneStep) {
     const TemporaryFolder folder;
     const Location file{folder.write("плейлист 🎧.m3u", "/a longer old playlist.mp3")};

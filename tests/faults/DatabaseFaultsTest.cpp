@@ -41,7 +41,7 @@ const Use read{"read",
                },
                oldRows};
 
-/// A database with the old rows, in a folder of its own.
+/// A database with the old rows, in its own folder.
 class DatabaseFile {
 public:
     DatabaseFile() {
@@ -71,11 +71,11 @@ public:
     FakeUserFolders folders;
     FakeConsole console;
     std::optional<PlaylistDatabaseManager> database;
-    std::vector<int> counts; ///< of the calls that were made last
+    std::vector<int> counts; ///< calls of the last operation
 };
 
-/// Replacing has no transaction: rows may be missing after an error, each with an error line, but none is
-/// wrong.
+/// Replacing is not one transaction: after an error, rows may be missing, each with an error line. No row may
+/// be wrong.
 void expectOldRowsOrNewOnes(DatabaseFile& file, const Use& use) {
     const auto lines = file.console.lines();
     EXPECT_THAT(lines, testing::Each(testing::MatchesRegex("Error (saving|clearing|preparing).*: .+")));

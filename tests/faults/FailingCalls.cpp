@@ -15,8 +15,8 @@
 #include <system_error>
 #include <unistd.h>
 
-// The functions below replace those of the C library, in this program and in every library that it loads.
-// They call the kernel directly, so that a sanitizer's own functions of these names do not matter.
+// The functions below replace those of the C library in this program and in all its libraries. They call the
+// kernel directly, so that the sanitizer's replacements of these functions do not interfere.
 
 namespace orvalen::test {
 namespace {
@@ -35,7 +35,7 @@ std::mutex mutex;
 Watch watch;
 std::atomic<bool> isWatching = false;
 
-/// What happens to the call that is about to be made.
+/// The effect of the fault on the next call.
 struct Effect {
     bool fails = false;
     bool half = false;
@@ -78,13 +78,13 @@ Effect effectOf(Call call, int file) {
     return length > 0 ? effectOnPath(call, {path.data(), static_cast<std::size_t>(length)}) : Effect{};
 }
 
-/// Makes the call in the kernel, of the file or path that it is on, unless it is to fail.
+/// Makes the system call on this file or path, unless it must fail.
 template <typename File, typename... Arguments>
 int callOrFail(Call call, File file, Arguments... arguments) {
     return effectOf(call, file).fails ? -1 : static_cast<int>(::syscall(arguments...));
 }
 
-/// The same for a call that reads or writes `length` bytes.
+/// Makes a system call that reads or writes `length` bytes, unless it must fail.
 template <typename Bytes, typename... Offset>
 ssize_t transferOrFail(Call call, long number, int file, Bytes bytes, std::size_t length, Offset... offset) {
     const Effect effect = effectOf(call, file);
@@ -199,7 +199,7 @@ int fdatasync(int file) {
 }
 
 int close(int file) {
-    // Like the kernel: the descriptor is closed even when an error is returned.
+    // Like the kernel, closes the descriptor even if it returns an error.
     const bool fails = effectOf(Call::close, file).fails;
     const int error = errno;
     const int result = static_cast<int>(::syscall(SYS_close, file));
@@ -222,7 +222,7 @@ DIR* opendir(const char* path) {
     return effectOf(Call::openFolder, path).fails ? nullptr : next(path);
 }
 
-// Files may be as long as the address space here, so the names for long files mean the same functions.
+// On this system, the functions for large files are the same.
 int open64(const char* path, int flags, ...) __attribute__((alias("open")));
 int openat64(int folder, const char* path, int flags, ...) __attribute__((alias("openat")));
 int fstat64(int file, struct stat64* status) noexcept __attribute__((alias("fstat")));

@@ -11,7 +11,7 @@ using testing::AnyOf;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-/// Before the first byte is written, nothing of an old file is lost.
+/// Returns whether the fault happens before the first byte is written. The old file must then be unchanged.
 bool precedesWriting(const Fault& fault) {
     return fault.call < Call::write ||
            (fault.call == Call::write && fault.number == 0 && fault.way == Fault::Way::error);
@@ -19,7 +19,7 @@ bool precedesWriting(const Fault& fault) {
 
 class FileFaults : public testing::TestWithParam<Flow> {
 protected:
-    /// Compares a run with a fault, and the attempt after it, with the run that met none.
+    /// Compares a run with a fault, and the attempt after it, with a run without faults.
     void failAndTryAgain(const Fault& fault, bool hasOldFile, const FlowRun& whole,
                          const std::string& after) {
         SCOPED_TRACE(describe(fault) + (hasOldFile ? ", over an old file" : ""));
@@ -48,7 +48,8 @@ protected:
         run.act();
         EXPECT_EQ(run.lines(), whole.lines()) << "the second attempt";
         EXPECT_EQ(run.content(), whole.content());
-        const bool isLoadedTwice = flow.reads() && state != run.stateBefore; // adds its folders twice
+        const bool isLoadedTwice =
+            flow.reads() && state != run.stateBefore; // a second load adds its folders again
         if (!isLoadedTwice) {
             EXPECT_EQ(run.program.state(), after);
         }

@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The same rows, with the same identifiers, in every program.
+/// Rows with equal identifiers in every program.
 const std::vector<MatchedTrack>& rows() {
     static const std::vector<MatchedTrack> all{
         row("Night Band", "Last Train Home", {track("Night Band", "Last Train Home", 123)}, true),
@@ -25,7 +25,7 @@ const std::vector<MatchedTrack>& rows() {
     return all;
 }
 
-/// Runs the operation; a dialog that it opens is answered with this file.
+/// Runs the operation and answers its dialog with this file.
 auto running(void (*operation)(ContentView&), const char* file = nullptr) {
     return [=](PreparedProgram& program) {
         if (file != nullptr) {
@@ -124,7 +124,7 @@ std::string nameOfTest(const testing::TestParamInfo<Flow>& info) {
 }
 
 FlowRun::FlowRun(const Flow& flow, bool hasOldFile) : flow_(flow) {
-    const std::string old(20'000, 'o'); // longer than what a prepared program writes
+    const std::string old(20'000, 'o'); // longer than the content that a prepared program writes
     if (flow.reads() || hasOldFile) {
         EXPECT_TRUE(writeWholeFile(path(), flow.reads() ? flow.content : old));
     }

@@ -11,25 +11,25 @@
 
 namespace orvalen::test {
 
-/// The program with a library, a list, rows, preferred matches and folders.
+/// A program with a library, a list, rows, preferred matches and folders.
 struct PreparedProgram : TestPlatform {
     PreparedProgram();
-    /// Everything that a flow may change, as one text.
+    /// Returns everything that a flow may change, as one text.
     std::string state();
 
-    TemporaryFolder userFolder; ///< where the user's own files are
+    TemporaryFolder userFolder; ///< the folder of the user's own files
 };
 
-/// One thing that the program does with one file.
+/// One use of one file by the program.
 struct Flow {
     const char* name;
-    const char* file; ///< in the user's folder, or below "support/" in the application-support folder
+    const char* file; ///< in the user's folder; "support/…" is in the application-support folder
     std::function<void(PreparedProgram&)> act;
-    /// What the error line begins with; empty: no message.
+    /// Start of the error line; empty if no line is written.
     std::string failure;
-    /// Of a flow that reads: what is in the file. Empty for one that writes.
+    /// Content of the file, if the flow reads it; else empty.
     std::string content = {};
-    bool isAtomic = false; ///< an export, which announces itself with one line
+    bool isAtomic = false; ///< an export, which first writes a line with its format
 
     bool reads() const { return !content.empty(); }
 };
@@ -37,26 +37,25 @@ struct Flow {
 std::vector<Flow> flows();
 std::string nameOfTest(const testing::TestParamInfo<Flow>& info);
 
-/// One run of a flow in a program of its own.
+/// One run of a flow in its own program.
 class FlowRun {
 public:
-    /// Before the run, the file that is to be read exists. Of a flow that writes, a long old file exists or
-    /// none.
+    /// Prepares the file: the content to read, or for a writing flow a long old file or none.
     FlowRun(const Flow& flow, bool hasOldFile);
 
     void act(const std::optional<Fault>& fault = {});
 
     std::string path() const;
     std::optional<std::string> content() const;
-    /// The console lines, with {} for the path.
+    /// Returns the console lines, with {} for the path.
     std::vector<std::string> lines() const;
-    /// The names of the temporary files beside the flow's own.
+    /// Returns the names of temporary files beside the file of the flow.
     std::vector<std::string> temporaryFiles() const;
 
     PreparedProgram program;
     std::string stateBefore;
     std::optional<std::string> contentBefore;
-    std::vector<int> counts; ///< of the calls in act()
+    std::vector<int> counts; ///< numbers of calls in act()
 
 private:
     const Flow& flow_;

@@ -13,10 +13,10 @@
 
 namespace orvalen::test {
 
-/// Lets this process mount what no other sees; returns whether the system allows it. The first call is made
-/// at the start, while there is one thread.
+/// Lets this process mount file systems that no other process sees. Returns whether the system allows it. The
+/// first call must come at the start, with one thread.
 inline bool canMount() {
-    // As a user of its own namespace one may mount; the user stays who he is.
+    // In a user namespace of its own, the process may mount. User and group stay the same.
     const auto enterUserNamespace = [user = std::to_string(::geteuid()),
                                      group = std::to_string(::getegid())] {
         return ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 &&
@@ -29,7 +29,7 @@ inline bool canMount() {
     return can;
 }
 
-/// A disk of one megabyte, in memory. While it is mounted, temporary folders are made on it.
+/// A disk of 1 MB in memory. While this object exists, temporary folders are created on it.
 class MountedDisk {
 public:
     MountedDisk() : temporaryBefore_(std::filesystem::temp_directory_path()) {
@@ -43,7 +43,7 @@ public:
     MountedDisk(const MountedDisk&) = delete;
     MountedDisk& operator=(const MountedDisk&) = delete;
 
-    /// Fills it with something else.
+    /// Fills the disk except for `bytes`.
     void fillBut(std::size_t bytes) {
         const std::size_t free = std::filesystem::space(place_.path()).available;
         ASSERT_GT(free, bytes);

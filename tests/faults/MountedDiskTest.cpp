@@ -19,7 +19,7 @@
 namespace orvalen::test {
 namespace {
 
-/// Makes what the flow writes longer than the room that is left, and than an old file.
+/// Makes the written data longer than the free space and than the old file.
 void lengthen(const Flow& flow, PreparedProgram& program) {
     std::vector<Track> tracks;
     std::vector<MatchedTrack> rows;
@@ -32,8 +32,7 @@ void lengthen(const Flow& flow, PreparedProgram& program) {
     }
     replaceIndex(program.view, buildIndex(tracks));
     program.view.matchedTracks.set(rows);
-    if (flow.file ==
-        std::string_view("support/folders.json")) // saving the library must find room for the list
+    if (flow.file == std::string_view("support/folders.json")) // saving the library also writes this file
         program.view.musicFolderURLs.set(folders);
 }
 
@@ -62,8 +61,8 @@ TEST(FullDisk, KeepsTheOldFileAndTheStateUntilThereIsRoom) {
         }
 }
 
-/// A scan ends like this. Rows that were deleted and could not be inserted again would be missing from the
-/// library file that is written next.
+/// As at the end of a scan. Deleted rows that could not be inserted again would be missing in the next
+/// library file.
 TEST(FullDisk, KeepsPreferredMatchesThatAreReplacedByThemselves) {
     if (!canMount())
         GTEST_SKIP() << "no disk can be mounted here";

@@ -4,6 +4,6 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
-    orvalen::test::canMount(); // possible only while there is one thread
+    orvalen::test::canMount(); // needs a process with one thread
     return RUN_ALL_TESTS();
 }

@@ -9,10 +9,10 @@
 
 namespace orvalen::fuzz {
 
-/// What every fuzzer defines: reads one input and checks what the reader promises.
+/// Each fuzzer defines this function: it reads one input and checks the promises of the reader.
 void tryInput(std::string_view bytes);
 
-/// Stops the fuzzer, which keeps the input, when a promise does not hold.
+/// Stops the fuzzer if a promise is broken. The fuzzer saves the input.
 inline void require(bool holds, const char* promise) {
     if (holds)
         return;

@@ -11,7 +11,7 @@ using fuzz::require;
 
 namespace {
 
-/// Everything a library file can change.
+/// The state that a library file can change.
 struct Library {
     std::vector<Track> tracks;
     PreferredMatches preferred;

@@ -19,7 +19,7 @@ int order(std::string_view left, std::string_view right) {
 void fuzz::tryInput(std::string_view bytes) {
     decodeLatestInfo(bytes);
 
-    // Three texts of one input.
+    // Splits the input into three texts.
     const std::string_view first = bytes.substr(0, bytes.size() / 3);
     const std::string_view second = bytes.substr(bytes.size() / 3, bytes.size() / 3);
     const std::string_view third = bytes.substr(bytes.size() / 3 * 2);

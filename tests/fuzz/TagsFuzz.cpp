@@ -13,7 +13,7 @@ using fuzz::require;
 
 namespace {
 
-/// Counts what is asked for.
+/// Counts the bytes that are read.
 class CountedSource : public ByteSource {
 public:
     explicit CountedSource(std::string bytes) : bytes_(std::move(bytes)) {}
@@ -44,12 +44,12 @@ void checkTags(const FileTags& tags) {
         require(item.commonKey == "title" || item.commonKey == "artist", "a common item has a key");
 }
 
-/// The bytes as a file of this container, whatever their head says.
+/// Reads the bytes as a file of this container, even if their header says something else.
 void readAsContainer(const std::string& bytes) {
     const CountedSource source(bytes);
     if (const auto tags = READ_TAGS(source))
         checkTags(*tags);
-    // Eight kilobytes: what is looked at round every byte of a tiny file.
+    // 8 kB: the bytes read around every byte of a very small file.
     require(source.count() <= 64 * source.size() + 8192, "no file is read over and over");
 }
 
@@ -62,7 +62,7 @@ bool same(const std::vector<MetadataItem>& left, const std::vector<MetadataItem>
                       });
 }
 
-/// The bytes as a file that a scan comes across.
+/// Reads the bytes as a scan would.
 void readAsFile(const std::string& bytes) {
     static FileMediaAssets assets;
     static const int file = ::memfd_create("fuzz", MFD_CLOEXEC);

@@ -24,7 +24,7 @@ using testing::StartsWith;
 const HttpResponse goodToken{
     200, R"({"access_token":"granted","token_type":"Bearer","expires_in":3600,"scope":""})"};
 
-/// One entry of a playlist's answer.
+/// Returns one entry of a playlist answer.
 std::string entry(const std::string& artists, const std::string& title) {
     return R"({"added_at":null,"track":{"artists":)" + artists + R"(,"name":")" + title + R"("}})";
 }
@@ -106,7 +106,7 @@ TEST_F(SpotifyImport, RefusesAnAddressThatNamesNoPlaylist) {
     EXPECT_THAT(http.requests, IsEmpty());
     EXPECT_THAT(test.console.lines(), IsEmpty());
     EXPECT_EQ(test.view.matchProgress.get(), 0.5);
-    start("https://open.example/playlist/..%2F..%2Fme"); // reaches beyond its place
+    start("https://open.example/playlist/..%2F..%2Fme"); // would reach another path of the service
     http.answer(goodToken);
     EXPECT_THAT(http.requests, SizeIs(1));
     EXPECT_THAT(test.console.lines(),
@@ -119,7 +119,7 @@ TEST_F(SpotifyImport, TellsWhyThereIsNoToken) {
     const struct {
         Expected<HttpResponse> answer;
         std::vector<std::string> lines;
-        int code; ///< the status of a refused token, as the error names it
+        int code; ///< HTTP status of the refusal, in the error
     } cases[] = {
         {failure("no route to host"), {"Spotify import error: no route to host"}, 0},
         {HttpResponse{201, refusal},
@@ -215,7 +215,7 @@ TEST_F(SpotifyImport, MatchesNothingWithoutLinesOrWithoutALibrary) {
     const struct {
         const char* quirk;
         HttpResponse answer;
-        bool isEmptied; ///< the library, meanwhile
+        bool isEmptied; ///< whether the library is emptied meanwhile
         const char* text;
     } cases[] = {
         {"an empty playlist, whose status is not looked at", {404, R"({"items":[]})"}, false, ""},

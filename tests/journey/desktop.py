@@ -1,6 +1,6 @@
-"""A desktop of our own: a display in memory, a window manager, and a session bus with the accessibility service.
+"""A private desktop: a virtual display, a window manager, and a session bus with the accessibility service.
 
-Everything started here is ended by its process id when the desktop closes; nothing of the user's session is touched.
+When the desktop closes, it ends all processes that it started, by their ids. It does not touch the user's session.
 """
 
 import os
@@ -13,14 +13,14 @@ import time
 
 SIZE = (1400, 1200)
 
-# What would tie the program, or us, to the session that we were started from.
+# Variables that would connect the program to the session that started the test.
 FOREIGN = ("DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "AT_SPI_BUS_ADDRESS", "SESSION_MANAGER",
            "XAUTHORITY", "DESKTOP_SESSION", "GTK_MODULES")
 FOREIGN_PREFIXES = ("XDG_", "QT_", "QML")
 
 
 class VirtualDesktop:
-    """Use as a context manager. `environment` is what a program needs to appear on it."""
+    """Use as a context manager. `environment` has the variables that a program needs to appear on this desktop."""
 
     def __init__(self, log_folder):
         self.log_folder = pathlib.Path(log_folder)
@@ -30,7 +30,7 @@ class VirtualDesktop:
 
     def __enter__(self):
         self.log_folder.mkdir(parents=True, exist_ok=True)
-        # Sockets live here: their paths must be short, so not under a build folder.
+        # Contains sockets, whose paths must be short; a path in the build folder is too long.
         self._runtime = tempfile.mkdtemp(prefix="orvalen-journey-")
         self.environment = {name: value for name, value in os.environ.items()
                             if name not in FOREIGN and not name.startswith(FOREIGN_PREFIXES)}
@@ -58,7 +58,7 @@ class VirtualDesktop:
         shutil.rmtree(self._runtime, ignore_errors=True)
 
     def screenshot(self, path):
-        """A picture of the whole screen, once two looks at it are the same; what blinks may spoil some of them."""
+        """Takes a picture of the whole screen when two pictures in a row are equal. Tries again if something blinks."""
         before = None
         for _ in range(12):
             look = self.run("import", "-silent", "-window", "root", "-depth", "8", "rgb:-", capture_output=True).stdout
@@ -69,7 +69,7 @@ class VirtualDesktop:
         self.run("convert", "-size", "{}x{}".format(*SIZE), "-depth", "8", "rgb:-", str(path), input=look)
 
     def run(self, *command, **options):
-        """Runs a command on this desktop to its end; raises when it fails."""
+        """Runs a command on this desktop and waits for it. Raises an exception if it fails."""
         return subprocess.run(command, env=self.environment, check=True, timeout=30, **options)
 
     def _start(self, name, *command, **options):
@@ -95,7 +95,7 @@ class VirtualDesktop:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = _line_of(bus.stdout, "the session bus")
 
     def _wait_for_window_manager(self):
-        # xdotool waits by itself, but only for windows; a manager is there once it answers for the desktops.
+        # xdotool waits for windows only. The window manager is ready when it reports the desktops.
         from waiting import wait_until
         wait_until(lambda: subprocess.run(["xdotool", "get_num_desktops"], env=self.environment, timeout=30,
                                           stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0,

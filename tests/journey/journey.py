@@ -1,5 +1,5 @@
-"""One journey: the shipped program on a desktop of its own with a home of its own. When it fails, the tree, the
-console and a picture of the screen tell where it stood."""
+"""One journey: the real program on its own desktop with its own home. On failure, prints the accessibility tree and the
+console and takes a picture of the screen."""
 
 import os
 import pathlib
@@ -14,7 +14,7 @@ from waiting import wait_until
 
 
 class Journey:
-    """Use as a context manager. `home` holds everything that the program keeps; it starts empty."""
+    """Use as a context manager. `home` contains all files of the program. It is empty at first."""
 
     def __init__(self, program, folder):
         self.program = pathlib.Path(program).resolve(strict=True)
@@ -22,7 +22,7 @@ class Journey:
         self.home = self.folder / "home"
         self.data = self.home / "data"
         self.screen = None
-        self.environment = {}  # of the program, beside that of the desktop
+        self.environment = {}  # variables of the program, in addition to those of the desktop
         self._desktop = VirtualDesktop(self.folder / "logs")
         self._process = None
         self._starts = 0
@@ -44,7 +44,7 @@ class Journey:
             self._desktop.__exit__()
 
     def start(self):
-        """Starts the program and returns its user, once the window stands."""
+        """Starts the program, waits for its window, and returns its user."""
         self._starts += 1
         self._desktop.environment.update(
             HOME=str(self.home), XDG_DATA_HOME=str(self.data), XDG_CONFIG_HOME=str(self.home / "config"),
@@ -58,7 +58,7 @@ class Journey:
         return Orvalen(self.screen)
 
     def quit(self):
-        """Closes the window as its user would; returns the exit code."""
+        """Closes the window with a key. Returns the exit code."""
         self.screen.press("alt+F4")
         return self._process.wait(30)
 
@@ -76,16 +76,16 @@ class Journey:
 
     @property
     def exit_code(self):
-        """How the program ended; a negated signal number when one ended it."""
+        """Returns the exit code, or the negated number of the signal that ended the program."""
         return self._process.wait(10)
 
     @property
     def console(self):
-        """The lines of the program's standard output since its last start."""
+        """Returns the lines of standard output since the last start."""
         return self._console_file().read_text(encoding="utf-8").splitlines()
 
     def screenshot(self, name):
-        """Takes a picture of the screen; returns its path."""
+        """Takes a picture of the screen. Returns its path."""
         path = self.folder / f"{name}.png"
         self._desktop.screenshot(path)
         return path
@@ -98,7 +98,7 @@ class Journey:
         try:
             print(self.screen.tree() if self.screen else "(nothing: it was not started)")
             print("--- screen:", self.screenshot("failure"))
-        except Exception as second:  # the first failure is the one to report
+        except Exception as second:  # the first failure is reported
             print("(could not look:", repr(second) + ")")
         print("--- logs:")
         for log in sorted((self.folder / "logs").iterdir()):
@@ -108,6 +108,6 @@ class Journey:
 
 
 def fresh_copy(source, destination):
-    """A copy of a folder of sample files for a journey to add, so that the originals cannot come to harm."""
+    """Copies a folder of samples, so that a journey cannot damage the originals."""
     shutil.copytree(source, destination)
     return pathlib.Path(os.path.realpath(destination))

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The main job from end to end: a music folder in, a playlist file out. Usage: main_job.py PROGRAM FOLDER"""
+"""The main job: adds a music folder and exports a playlist. Usage: main_job.py PROGRAM FOLDER"""
 
 import json
 import sqlite3
@@ -16,12 +16,12 @@ def fill_library(user, music):
 
 
 def other_copy(path):
-    """Of the two copies of one song, the one that this path is not."""
+    """Returns the path of the other copy of the same song."""
     return next(str(path).replace(here, there) for here, there in (COPIES, COPIES[::-1]) if str(path).endswith(here))
 
 
 def choose_other_copy(user):
-    """Picks the candidate that was not proposed; returns its path."""
+    """Chooses the candidate that was not proposed. Returns its path."""
     proposed = user.chosen_file(TWO_COPIES)
     wanted = other_copy(proposed)
     for position in (0, 1):
@@ -32,7 +32,7 @@ def choose_other_copy(user):
 
 
 def carry_out(user, music, playlist, picture=lambda name: None):
-    """Does the main job; returns the playlist's expected lines."""
+    """Does the main job. Returns the expected lines of the playlist."""
     picture("1-empty")
     fill_library(user, music)
     user.paste_list(sample_list.LIST)
@@ -51,7 +51,7 @@ def carry_out(user, music, playlist, picture=lambda name: None):
 
 
 def check_files(journey, music, chosen):
-    """That each file is written with what was on show; other tests check the formats."""
+    """Checks that each file has the visible data. Other tests check the formats."""
     library = json.loads((journey.data / "Orvalen/library.orvl").read_text(encoding="utf-8"))
     assert library["folders"] == [str(music)], library["folders"]
     tempo = {track["path"]: track.get("bpm") for track in library["tracks"]}
@@ -62,7 +62,7 @@ def check_files(journey, music, chosen):
     assert [row["artist"] + " – " + row["title"] for row in session["matchedTracks"]] == ROWS, session
     with sqlite3.connect(journey.data / "orvalen.sqlite") as database:
         rows = database.execute("SELECT key, preferred_path FROM preferred_matches").fetchall()
-    # The entry tried first may have been the proposed one; the last choice stands.
+    # The first entry may have been the proposed one. The last choice is stored.
     assert rows == [("night band last train home", chosen)], rows
 
 

@@ -1,4 +1,4 @@
-"""What a user does with Orvalen, step by step. Each step returns once its effect can be seen."""
+"""The actions of a user. Each returns when its effect is visible."""
 
 import pathlib
 import re
@@ -7,7 +7,7 @@ from waiting import wait_until
 
 
 class Orvalen:
-    """The running program at the hands of its user."""
+    """The running program, as a user operates it."""
 
     def __init__(self, screen):
         self.screen = screen
@@ -16,7 +16,7 @@ class Orvalen:
     # The main page
 
     def tracks_indexed(self):
-        """The number beside "Tracks Indexed: "; None while it cannot be seen."""
+        """Returns the number beside "Tracks Indexed: ", or None if it is not visible."""
         return self._number(r"Tracks Indexed: (\d+)")
 
     def add_location(self, path):
@@ -52,20 +52,20 @@ class Orvalen:
         return self._number(r"(\d+) tracks? selected")
 
     def choose(self, row, position):
-        """Picks the entry at the position, counted from 0, in the row's picker."""
+        """Chooses the entry at the position, counted from 0, in the row's picker."""
         self.screen.click(self._in_row(row, "Choose match"))
         entries = wait_until(lambda: self._picker_entries(), "the picker's list")
         self.screen.click(entries[position])
         wait_until(lambda: not self._picker_entries(), "the picker's list to close")
 
     def chosen_file(self, row):
-        """The path in the row's details box; None when it has none."""
+        """Returns the path of the row's selected track, or None."""
         names = (it.name for it in self._row(row).walk() if it.name.startswith("File: ") and it.visible)
         return next((name.removeprefix("File: ") for name in names), None)
 
     def has_picker(self, row):
         self._row(row)
-        # A picker that is scrolled out of sight does not count as visible: the whole row must be in sight.
+        # A picker that is scrolled out of sight does not count as visible, so the whole row must be visible.
         self.screen.scroll_into(self.screen.wait_for("list", "Results"), lambda: self._first_label(row))
         return any(it.name == "Choose match" and it.visible for it in self._row(row).walk())
 
@@ -83,7 +83,7 @@ class Orvalen:
         wait_until(lambda: self._in_row(row, "Include in playlist").checked != before, f"the box of {row!r} to turn")
 
     def export(self, choice, path):
-        """Exports under one of the choices' labels to the path, where a file may exist already. Waits for the playlist:
+        """Exports with the labelled choice to the path, which may exist already. Waits for the playlist:
         the banner disappears after two seconds, which a busy machine can miss."""
         self.screen.click_on(choice)
         self.screen.click_on("Export Playlist")
@@ -98,11 +98,11 @@ class Orvalen:
         wait_until(pathlib.Path(path).exists, f"the playlist {path}")
 
     def press_play(self, row):
-        """Presses the button of the row's choice; whether it plays is another matter."""
+        """Presses the play button of the row. Does not wait for the preview."""
         self.screen.click(self._in_row(row, "Play"))
 
     def play(self, row):
-        """Starts the preview of the row's choice."""
+        """Starts the preview of the row and waits for it."""
         self.press_play(row)
         wait_until(lambda: self._in_row(row, "Pause"), "the preview to play")
 
@@ -125,16 +125,16 @@ class Orvalen:
         return [it for it in opened.children if it.name and it.on_screen] if opened else []
 
     def _row(self, label):
-        """The row's group, its include box scrolled into view."""
+        """Returns the row's group, scrolled so that its include box is visible."""
         self._in_row(label, "Include in playlist")
         return self._find_row(self.screen.wait_for("list", "Results"), label)
 
     def _find_row(self, rows, label):
-        """None when the list has not been scrolled near it yet."""
+        """Returns the row, or None if the list has not created it yet."""
         return next((it for it in rows.children if it.name == label), None)
 
     def _in_row(self, label, name):
-        """The row's control of this name, scrolled into view."""
+        """Returns the row's control with this name, scrolled into view."""
         rows = self.screen.wait_for("list", "Results")
 
         def control():
@@ -143,13 +143,13 @@ class Orvalen:
         return self.screen.scroll_into(rows, control)
 
     def _answer_file_dialog(self, button, path):
-        """Types the path into the file dialog and confirms."""
+        """Types the path into the file dialog and confirms it."""
         field = wait_until(lambda: self.screen.find("text", "File name:") or self.screen.find("text", "Directory:"),
                            "the file dialog")
         self.screen.replace_text(field, str(path))
 
         def confirmed():
-            # The first click may only close the list of suggestions under the field.
+            # The first click may only close the list of completions below the field.
             accept = self.screen.find("push button", button)
             if accept and accept.enabled:
                 self.screen.click(accept)

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""What comes back after the program has been closed, and after it has been killed: the library, the folders, the
-preferred match, which wins in later runs, and the session. Usage: restart.py PROGRAM FOLDER"""
+"""Checks what is restored after the program was closed or killed: library, music folders, preferred match and session.
+Usage: restart.py PROGRAM FOLDER"""
 
 import sys
 

@@ -1,11 +1,11 @@
-"""The wanted list that the journeys paste, and what it finds in the sample music."""
+"""The wanted list of the journeys, and the tracks that it finds in the sample music."""
 
 import pathlib
 
 MUSIC = pathlib.Path(__file__).resolve().parents[2] / "samples" / "music"
 FILES = sorted(path for path in MUSIC.rglob("*") if path.is_file())
 
-# Dashes, case and accents as people type them; one line that is no wish, and one wish that nothing meets.
+# Typical dashes, case and accents; one line that is left out, and one line without a candidate.
 LIST = """Night Band – Last Train Home
 zoe & les etoiles — CREME BRULEE
 Velvet Circuit - Midnight Arcade
@@ -26,7 +26,7 @@ M4A = "Marlow Quay – Paper Boats"
 WAV = "The Lanterns – First Dance"
 ROWS = [TWO_COPIES, ACCENTS, LONGER_TITLE, MISSING, OTHER_SCRIPT, M4A, WAV]
 
-# The file under the copied music folder that each row with one candidate stands for.
+# The selected track of each row with one candidate, as a path below the copied music folder.
 FILE_OF = {
     ACCENTS: "Wedding/Zoé & les Étoiles - Crème Brûlée.mp3",
     LONGER_TITLE: "House/Velvet Circuit - Midnight Arcade (Extended Mix).mp3",

@@ -1,5 +1,5 @@
-"""The program as a person sees it: elements found by role and name in its accessibility tree, clicked and typed into
-through the display. Nothing here calls into the program: every click and key is a real one."""
+"""The visible program: finds elements by role and name in the accessibility tree, and clicks and types through the
+display. Never calls the program directly."""
 
 import os
 import subprocess
@@ -9,7 +9,7 @@ from waiting import wait_until
 
 
 class Element:
-    """One element of the tree. One that has vanished reads as an element without name, role, state or children."""
+    """An element of the accessibility tree. After it disappeared, it has no name, role, state or children."""
 
     def __init__(self, accessible):
         self._accessible = accessible
@@ -42,7 +42,7 @@ class Element:
 
     @property
     def text(self):
-        """What stands in an editor or a field, with line feeds between its lines."""
+        """Returns the text of an editor or field, with line feeds between its lines."""
         from gi.repository import Atspi
         text = self._read(lambda it: Atspi.Text.get_text(it, 0, Atspi.Text.get_character_count(it)), "")
         return text.replace("\u2029", "\n").replace("\u2028", "\n")
@@ -54,14 +54,14 @@ class Element:
         return [Element(child) for child in found if child is not None]
 
     def walk(self):
-        """This element and all below it, from the top down."""
+        """Yields this element and all its descendants, from the top down."""
         yield self
         for child in self.children:
             yield from child.walk()
 
     @property
     def visible(self):
-        """Shown, but perhaps scrolled out of view."""
+        """Returns whether the element is shown. It may be scrolled out of view."""
         return "visible" in self.states
 
     @property
@@ -87,12 +87,12 @@ class Element:
 
 
 class Screen:
-    """The windows of one running program."""
+    """The windows of a running program."""
 
     def __init__(self, desktop, process):
         self._desktop = desktop
         self._process = process
-        # The accessibility library reads these when it is loaded.
+        # The accessibility library reads these variables when it is loaded.
         os.environ.update(desktop.environment)
         import gi
         gi.require_version("Atspi", "2.0")
@@ -101,13 +101,13 @@ class Screen:
 
     @property
     def application(self):
-        """The program's tree; None before it has one. Raises when the program has ended."""
+        """Returns the program's tree, or None if it has none yet. Raises an exception if the program has ended."""
         if self._process.poll() is not None:
             raise RuntimeError(f"the program has ended with code {self._process.returncode}")
         registry = Element(self._atspi.get_desktop(0))
         for candidate in registry.children:
             if candidate._read(lambda it: it.get_process_id(), 0) == self._process.pid:
-                # Nothing may be remembered: we run no event loop that would be told of changes.
+                # Disables caching, because no event loop runs here that would receive changes.
                 candidate._accessible.set_cache_mask(self._atspi.Cache.NONE)
                 return candidate
         return None
@@ -117,12 +117,12 @@ class Screen:
         return application.tree() if application else "(no accessibility tree)"
 
     def seen(self, role=None, name=None, within=None):
-        """Every such element on screen, from the top down."""
+        """Yields all such elements on the screen, from the top down."""
         root = within or self.application
         return (it for it in root.walk() if it.matches(role, name) and it.on_screen) if root else iter(())
 
     def find(self, role=None, name=None, within=None):
-        """The first such element on screen, or None."""
+        """Returns the first such element on the screen, or None."""
         return next(self.seen(role, name, within), None)
 
     def wait_for(self, role=None, name=None, within=None, seconds=30):
@@ -132,7 +132,7 @@ class Screen:
         wait_until(lambda: not self.find(role, name), f"{role or 'element'} {name!r} to go", seconds)
 
     def click(self, element, button=1):
-        """Clicks in its middle, once it is enabled and has come to rest."""
+        """Waits until the element is enabled and does not move, and clicks its centre."""
         x, y, width, height = self._resting_place(element)
         self.click_at(x + width // 2, y + height // 2, button)
 
@@ -140,7 +140,7 @@ class Screen:
         self._xdotool("mousemove", str(x), str(y), "click", str(button))
 
     def click_on(self, name, role=None, within=None, seconds=30):
-        """Finds it, waits until it can be clicked, clicks it."""
+        """Waits until the element exists and can be clicked, and clicks it."""
         def ready():
             element = self.find(role, name, within)
             return element if element and element.enabled else None
@@ -150,8 +150,8 @@ class Screen:
         self._xdotool("key", "--clearmodifiers", *keys)
 
     def paste(self, text):
-        """Through the clipboard: any text."""
-        # xclip stays behind to serve the clipboard until another program takes it over; it may return before it does so.
+        """Pastes any text through the clipboard."""
+        # xclip keeps running to serve the clipboard until another program owns it, and may return before it serves.
         def xclip(way, given=None):
             return subprocess.run(["xclip", "-selection", "clipboard", way], input=given, timeout=30,
                                   env=self._desktop.environment, stderr=subprocess.DEVNULL,
@@ -161,7 +161,7 @@ class Screen:
         self.press("ctrl+v")
 
     def replace_text(self, field, text):
-        """What a person does: into the field, everything marked, the new text pasted over it."""
+        """Replaces the text as a user does: clicks the field, selects all, pastes."""
         self.click(field)
         wait_until(lambda: "focused" in field.states, f"{field.name!r} to take the keys")
         self.press("ctrl+a")
@@ -169,8 +169,8 @@ class Screen:
         wait_until(lambda: field.text == text, f"{field.name!r} to hold what was pasted")
 
     def scroll_into(self, area, find, seconds=60):
-        """Turns the wheel over the list until what find() gives lies wholly inside it; returns that. A list makes only
-        the rows near what it shows, so what find() does not give is looked for downwards, then upwards."""
+        """Scrolls the list until the result of find() is completely visible. Returns it. A list creates only rows near the
+        visible ones, so this searches downwards first, then upwards."""
         x, y, width, height = area.rectangle
         self._xdotool("mousemove", str(x + width // 2), str(y + height // 2))
         limit = time.monotonic() + seconds
@@ -184,13 +184,13 @@ class Screen:
             if place:
                 down = place[1] >= y
             elif rows == before:
-                down = not down  # the end of the list
+                down = not down  # reached the end of the list
             before = rows
             self._xdotool("click", "--repeat", "1" if place else "5", "--delay", "5", "5" if down else "4")
         raise TimeoutError(f"waited {seconds} s for an element to come into view")
 
     def _rows_at_rest(self, area):
-        """The places of the rows, once they stand still: a list rolls on after the wheel."""
+        """Waits until the list stops scrolling. Returns the positions of its rows."""
         looks = [None]
 
         def rested():

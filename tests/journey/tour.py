@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The main job on the sample music, with pictures; what ./run shows where there is no display.
+"""The main job on the sample music, with screenshots. ./run starts it if there is no display.
 Usage: tour.py PROGRAM FOLDER"""
 
 import sys

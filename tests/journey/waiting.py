@@ -4,7 +4,7 @@ import time
 
 
 def wait_until(condition, what, seconds=30):
-    """Returns the first true value of the condition; raises TimeoutError naming what was waited for."""
+    """Returns the first true value of the condition. Raises TimeoutError with `what` if there is none in time."""
     limit = time.monotonic() + seconds
     while True:
         value = condition()

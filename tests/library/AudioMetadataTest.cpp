@@ -166,7 +166,7 @@ TEST_F(AttachBrowsedFile, TheDialogAsksForOneFileNamesTheWantedLineAndOpensBesid
 TEST_F(AttachBrowsedFile, LandsInWhateverRowHasItsPositionByThen) {
     test.mediaAssets.tags["/USB/x.mp3"].formats = failure("damaged");
     test.dialogs.willOpen({"/USB/x.mp3"});
-    test.dialogs.whileOpen = [this] { // a match run ends meanwhile
+    test.dialogs.whileOpen = [this] { // a match run ends while the dialog is open
         test.view.matchedTracks.set({row("A", "1"), row("Night Band", "Another Song")});
     };
     attachBrowsedFile(test.view, 1);

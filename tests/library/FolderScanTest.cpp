@@ -52,7 +52,7 @@ TEST_F(FolderScan, FilesAudioByItsExtensionAlone) {
     for (const char* file : {"a.mp3", "b.M4A", "c.Wav", "d.mp4", "e.aiff", "f.AIF", "g.flac", "h.ogg",
                              "i.mp3.part", "mp3", "j.", "l.\u212Aav", "m.m.mp3"})
         music.write(file);
-    music.makeFolder("Live.mp3"); // a folder that is named like a file
+    music.makeFolder("Live.mp3"); // a folder named like a file
     music.write("Live.mp3/inside.wav");
     scan();
     EXPECT_THAT(titles(), ElementsAre("Live", "inside", "a", "b", "c", "d", "e", "f", "m.m"));
@@ -188,7 +188,7 @@ TEST_F(FolderScan, KeepsTheLibraryOfBeforeWhenAFolderVanishes) {
 
 class FolderWalkTest : public testing::Test {
 protected:
-    /// What the walk lists, relative to the folder.
+    /// Returns the listed paths, relative to the folder.
     std::vector<std::string> walk(std::vector<std::string> entries) {
         FolderWalk folderWalk(std::move(entries), console);
         while (folderWalk.step()) {

@@ -36,7 +36,7 @@ protected:
             paths.push_back(location.path);
         return paths;
     }
-    /// A library that stands before something else is loaded.
+    /// Sets a library before another one is loaded.
     void fill() {
         test.view.trackDict.set(buildIndex(std::vector<Track>{kept}));
         test.view.trackCount.set(1);
@@ -277,7 +277,7 @@ TEST_F(LibraryFile, AnAutomaticBackupLoadsItsTracks) {
 
 class EarlierChoices : public testing::Test {
 protected:
-    /// What the program remembers after its next start.
+    /// Returns the choices after the next start.
     const PreferredMatches& afterStart() {
         test.view.earlierChoices.set({});
         loadPersistentLibrary(test.view);

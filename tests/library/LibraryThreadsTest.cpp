@@ -16,7 +16,7 @@
 namespace orvalen::test {
 namespace {
 
-/// The fake test with real threads behind both queues.
+/// A test platform with real threads for both queues.
 struct ThreadedPlatform : TestPlatform {
     ThreadedPlatform() { database(); }
 

@@ -21,7 +21,7 @@ protected:
         return paths;
     }
     std::string saved() { return test.support().read("Orvalen/folders.json"); }
-    /// The file of bookmarks of these paths.
+    /// Returns the content of "folders.json" for these paths.
     static std::string fileOf(std::vector<std::string> paths) {
         for (std::string& path : paths)
             path = base64("bookmark:" + path);
@@ -49,7 +49,7 @@ TEST_F(MusicFolders, TheDialogAsksForFoldersAndAudioFilesTogether) {
 TEST_F(MusicFolders, AddingListsEachLocationOnceAndSavesTheList) {
     add({"/Music/House", "/Music/Café", "/Music/House"});
     EXPECT_THAT(listed(), ElementsAre("/Music/House", "/Music/Café"));
-    add({"/Music/Cafe\u0301", "/Music/Intro.wav"}); // the same folder with its accent apart
+    add({"/Music/Cafe\u0301", "/Music/Intro.wav"}); // the same folder with a decomposed accent
     EXPECT_THAT(listed(), ElementsAre("/Music/House", "/Music/Café", "/Music/Intro.wav"));
     EXPECT_EQ(saved(), fileOf(listed()));
     EXPECT_THAT(test.console.lines(), IsEmpty());

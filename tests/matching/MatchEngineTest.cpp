@@ -11,7 +11,7 @@
 namespace orvalen::test {
 namespace {
 
-/// The plain way: every track is looked at afresh for every strategy, and what was seen is not taken twice.
+/// The plain implementation: compares all tracks for each strategy and skips repeated ones.
 std::vector<std::size_t> plainOptions(const LibraryIndex& index, const Request& request) {
     const std::string key = libraryKey(request.artist, request.title);
     std::vector<std::size_t> options;
@@ -29,8 +29,8 @@ std::vector<std::size_t> plainOptions(const LibraryIndex& index, const Request& 
     return options;
 }
 
-/// Short texts of few letters, so that everything meets: containment, equal keys from unequal halves, empty
-/// halves, accents in both forms.
+/// Generates short texts of few letters, so that all cases occur: containment, equal keys from different
+/// halves, empty halves, accents in both forms.
 class SmallTexts {
 public:
     explicit SmallTexts(std::uint32_t seed) : random_(seed) {}
@@ -60,7 +60,7 @@ std::string described(const Request& request, std::uint32_t seed) {
     return "seed " + std::to_string(seed) + ": '" + request.artist + "' - '" + request.title + "'";
 }
 
-/// Small libraries, and one in which lines find so many candidates that the search goes by titles.
+/// Uses small libraries, and one with so many candidates that the search uses the titles first.
 TEST(FindOptions, AgreesWithThePlainLoop) {
     std::size_t found = 0;
     std::size_t most = 0;

@@ -135,7 +135,7 @@ TEST_F(MatchReview, RemembersAChoiceAtOnce) {
     EXPECT_FALSE(shown(1).include);
     EXPECT_EQ(preferred("die arzte", "schrei nach liebe"), two.path);
 
-    chooseOption(view, 1, shown(1).options.front().path); // a view into the row itself
+    chooseOption(view, 1, shown(1).options.front().path); // a path inside the changed row
     EXPECT_EQ(shown(1).selectedTrack, one);
     EXPECT_EQ(preferred("Die Ärzte", "Schrei, nach Liebe!"), one.path);
     EXPECT_EQ(test.database().allPreferredMatches().size(), 1U);

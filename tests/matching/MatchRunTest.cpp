@@ -51,7 +51,7 @@ TEST_F(MatchRun, SelectsByTheRememberedChoice) {
         const char* rule;
         std::size_t options;
         std::string preferred; ///< empty: none
-        int selected;          ///< -1: none
+        int selected;          ///< -1: no selected track
     };
     const std::vector<Case> cases = {
         {"no choice: the first", 3, "", 0},

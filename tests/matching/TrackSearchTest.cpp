@@ -10,7 +10,7 @@ namespace {
 
 using testing::IsEmpty;
 
-/// A small library whose tracks are easily confused.
+/// A small library of tracks with similar names.
 std::vector<Track> tracks() {
     return {
         track("Robyn", "Dancing On My Own"),
@@ -99,7 +99,7 @@ TEST_F(TrackSearch, SuggestsWhatALineProbablyMeansAndNoOtherSong) {
     } cases[] = {
         {"Robin", "Dancing on my own", {"Robyn - Dancing On My Own", "Calum Scott - Dancing On My Own"}},
         {"Beyonce and JayZ", "Crasy in love", {"Beyoncé feat. JAY-Z - Crazy In Love"}},
-        {"Waterlo", "Abba", {"ABBA - Waterloo"}}, // exchanged
+        {"Waterlo", "Abba", {"ABBA - Waterloo"}}, // artist and title exchanged
         {"The Foundation", "Build me up butter cup", {"The Foundations - Build Me Up Buttercup"}},
         {"Robyn", "With Every Heartbeat", {}},
         {"Queen", "Somebody to love", {}},

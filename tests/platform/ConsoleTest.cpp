@@ -58,7 +58,7 @@ struct Pipe {
     }
     int writer() const { return ends[1]; }
     void closeReader() { ::close(std::exchange(ends[0], -1)); }
-    /// Fills the pipe, so that the next write has to wait; returns how many bytes were written.
+    /// Fills the pipe, so that the next write blocks. Returns the number of bytes written.
     std::size_t fill() {
         ::fcntl(ends[1], F_SETFL, O_NONBLOCK);
         std::size_t written = 0;
@@ -67,7 +67,7 @@ struct Pipe {
         ::fcntl(ends[1], F_SETFL, 0);
         return written;
     }
-    /// What is there; waits for as much as this.
+    /// Reads at least `least` bytes, waiting for them.
     std::string read(std::size_t least) {
         std::string text;
         char buffer[4096];
@@ -112,7 +112,7 @@ TEST(StandardConsole, WritesEachMessageAsOneLine) {
 
 TEST(StandardConsole, LinesOfSeveralThreadsNeverMix) {
     constexpr std::size_t lines = 50;    // fit into the queue together
-    constexpr std::size_t length = 5000; // longer than a pipe writes in one piece
+    constexpr std::size_t length = 5000; // longer than one atomic write to a pipe
     Pipe pipe;
     StandardConsole console(pipe.writer());
     std::vector<std::jthread> writers;

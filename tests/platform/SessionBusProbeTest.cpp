@@ -16,7 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A socket that accepts connections like a bus, and answers only where a test makes it.
+/// A socket that accepts connections like a bus and answers only if the test says so.
 class Listener {
 public:
     explicit Listener(const std::string& path) : socket_(::socket(AF_UNIX, SOCK_STREAM, 0)) {
@@ -30,7 +30,7 @@ public:
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
 
-    /// The first line of one client, answered with `answer`.
+    /// Accepts one client, sends `answer`, and returns the client's first line.
     std::string answerOne(const char* answer) const {
         const int client = ::accept(socket_, nullptr, nullptr);
         char bytes[200];

@@ -36,7 +36,7 @@ TEST(PosixFolderAccess, StartsOnWhatIsThereAndCanBeRead) {
                           {folder.path("Night Band – Intro.mp3"), true},
                           {folder.path("gone.mp3"), false},
                           {folder.path("dead link"), false},
-                          {".", false}, // stands, but means another place in another run
+                          {".", false}, // exists, but means another folder in another run
                           {folder.path() + std::string("\0/else", 6), false}};
     PosixFolderAccess access;
     for (const auto& [path, starts] : cases)
@@ -147,7 +147,7 @@ TEST(XdgUserFolders, PrefersTheDataFolderThenTheHomeThenTheUserList) {
         {{}, "/home/dj", "/home/dj/.local/share"},
         {{}, "/home/dj/", "/home/dj/.local/share"},
         {"", "/home/dj", "/home/dj/.local/share"},
-        {"data/dj", "/home/dj", "/home/dj/.local/share"}, // a relative one is to be ignored
+        {"data/dj", "/home/dj", "/home/dj/.local/share"}, // relative paths are ignored
         {{}, "dj", listed},
     };
     const auto dataHomeBefore = variable("XDG_DATA_HOME");

@@ -27,7 +27,7 @@ protected:
 
     FakePlayback& playback(std::size_t index = 0) { return *test.audioPlayers.playbacks.at(index); }
     std::size_t opened() const { return test.audioPlayers.playbacks.size(); }
-    /// One turn of the progress timer.
+    /// Runs the progress timer once and returns the progress.
     double tick() {
         test.mainQueue.advance(10ms);
         return view.playbackProgress.get();
@@ -119,7 +119,8 @@ TEST_F(PreviewPlayer, AFileThatCannotBeOpenedLeavesAStoppedPlayerAndNoTimer) {
     EXPECT_DOUBLE_EQ(tick(), 0.5) << "nothing writes the progress any more";
     EXPECT_EQ(test.folderAccess.starts["/Music"], 0);
 
-    // The button still reads "Pause", and the player is there: pressing it plays on, without a timer.
+    // The button still reads "Pause" and the player still exists. Pressing it resumes playback without a
+    // timer.
     EXPECT_TRUE(showsPause(view, one));
     togglePreview(view, one);
     EXPECT_TRUE(playback().playing);

@@ -7,7 +7,7 @@
 namespace orvalen::test {
 namespace {
 
-/// The words in a row, asides in brackets, guests after a plus sign, articles after a tilde.
+/// Returns the words in one line: asides in brackets, guests after a plus sign, articles after a tilde.
 std::string shown(std::string_view text) {
     std::string result;
     for (const SongWord& word : songWords(text)) {

@@ -33,7 +33,7 @@ protected:
     std::string autoSaved() const { return test.support().read("Orvalen/session.orvs"); }
     std::string savingLine() const { return "Auto-saving session to " + autoSaveFile(); }
 
-    /// A state that no test session holds, so that any change shows.
+    /// Sets a state that no test session has, so that every change is visible.
     void workOn(const std::string& input) {
         view.matchInput.set(input);
         view.matchedTracks.set({row("Night Band", input)});

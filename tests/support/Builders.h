@@ -8,7 +8,7 @@
 
 namespace orvalen::test {
 
-/// A track whose path follows from its texts unless it is given.
+/// Returns a track. Its default path is made from its texts.
 inline Track track(std::string artist, std::string title, std::optional<std::int64_t> bpm = {},
                    std::string path = {}) {
     if (path.empty())
@@ -16,7 +16,7 @@ inline Track track(std::string artist, std::string title, std::optional<std::int
     return Track{std::move(title), std::move(artist), "", std::move(path), bpm};
 }
 
-/// A result row with these candidates, the first of them selected.
+/// Returns a row with these candidates, the first one selected.
 inline MatchedTrack row(std::string artist, std::string title, std::vector<Track> options = {},
                         bool include = false) {
     MatchedTrack result;

@@ -11,8 +11,8 @@
 
 namespace orvalen::test {
 
-/// Dialogs that answer from a script and keep what they were asked. An answer that was not scripted is a
-/// cancel.
+/// Dialogs with scripted answers that record their arguments. Without a scripted answer, a dialog is
+/// cancelled.
 class FakeDialogs : public Dialogs {
 public:
     std::vector<Location> chooseToOpen(const OpenOptions& options) override {

@@ -10,7 +10,8 @@
 
 namespace orvalen::test {
 
-/// A main queue with a hand-turned clock. Posts may come from any thread; everything runs where it is turned.
+/// A main queue with a clock that the test moves. post() is thread-safe; functions run on the thread that
+/// calls run() or advance().
 class FakeMainQueue : public MainQueue {
 public:
     void post(Function function) override {
@@ -26,12 +27,12 @@ public:
         return handle;
     }
 
-    /// Runs everything posted, and what that posts.
+    /// Runs all posts, including posts by posts.
     void run() {
         while (runOne()) {
         }
     }
-    /// Runs the one next post; false when there is none.
+    /// Runs the next post. Returns false if there is none.
     bool runOne() {
         Function next;
         {
@@ -44,7 +45,7 @@ public:
         next();
         return true;
     }
-    /// Turns the clock, running timers and posts as they fall due.
+    /// Moves the clock and runs due timers and posts.
     void advance(std::chrono::milliseconds time) {
         const auto end = now_ + time;
         run();
@@ -68,7 +69,7 @@ public:
         const std::lock_guard lock(mutex_);
         return posts_.size();
     }
-    /// How many repeating timers have a living handle.
+    /// Returns the number of repeating timers whose handle exists.
     std::size_t repeatingTimers() const {
         return static_cast<std::size_t>(std::ranges::count_if(
             scheduled_, [](const Scheduled& timer) { return timer.repeats() && timer.isHeld(); }));
@@ -77,7 +78,7 @@ public:
 private:
     struct Scheduled {
         std::chrono::milliseconds due;
-        std::chrono::milliseconds interval; ///< zero: once
+        std::chrono::milliseconds interval; ///< 0: once
         Function function;
         std::weak_ptr<Timer> handle;
 

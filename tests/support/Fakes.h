@@ -44,7 +44,7 @@ private:
     std::vector<std::string> lines_;
 };
 
-/// Keeps its jobs until they are run by hand, on the calling thread.
+/// Keeps jobs until the test runs them on its own thread.
 class FakeWorkerQueue : public WorkerQueue {
 public:
     void post(std::function<void()> job) override { jobs_.push_back(std::move(job)); }
@@ -62,7 +62,7 @@ private:
     std::deque<std::function<void()>> jobs_;
 };
 
-/// One file's scripted tags.
+/// The scripted tags of one file.
 struct FakeTags {
     Expected<std::vector<MetadataItem>> common = std::vector<MetadataItem>();
     Expected<std::vector<std::string>> formats = std::vector<std::string>();
@@ -93,13 +93,14 @@ public:
         return std::make_unique<ReadAhead>(*this);
     }
 
-    std::map<std::string, FakeTags> tags; ///< a path without tags has none
+    std::map<std::string, FakeTags> tags; ///< paths that are missing here have no tags
     std::vector<std::string> opened;
-    std::vector<std::string> expected; ///< announced to be read
-    std::size_t passed = 0;            ///< of them, done with
+    std::vector<std::string> expected; ///< files passed to expect()
+    std::size_t passed = 0;            ///< number of passOne() calls
 };
 
-/// What a fake player did and what it reports; outlives the player so that a test can ask afterwards.
+/// The actions and reported values of a fake player. Outlives the player, so that a test can check it
+/// afterwards.
 struct FakePlayback {
     std::string path;
     bool playing = false;
@@ -146,7 +147,7 @@ public:
     std::function<void(const std::string&)> whenOpening;
 };
 
-/// Grants access to everything but what is refused; a bookmark is the path behind a mark of its own.
+/// Grants access to all locations except refused ones. A bookmark is a prefix followed by the path.
 class FakeFolderAccess : public FolderAccess {
 public:
     bool start(const Location& location) override {
@@ -171,10 +172,10 @@ public:
     std::set<std::string> refused;
     std::set<std::string> away;
     std::set<std::string> withoutBookmark;
-    std::map<std::string, int> starts; ///< that have not been stopped
+    std::map<std::string, int> starts; ///< starts without a stop
 };
 
-/// Reports only what a test tells it to.
+/// Reports only the locations that the test sets.
 class FakeDriveWatch : public DriveWatch {
 public:
     void watch(std::vector<Location> locations, Observer observer_) override {
@@ -201,7 +202,7 @@ public:
     std::optional<Error> error;
 };
 
-/// Keeps the requests; a test answers them when it likes.
+/// Records requests. The test answers them.
 class FakeHttpSession : public HttpSession {
 public:
     using Answer = std::function<void(Expected<HttpResponse>)>;
@@ -209,7 +210,7 @@ public:
         requests.push_back(request);
         waiting_.push_back(std::move(answer));
     }
-    /// Answers the oldest request that waits.
+    /// Answers the oldest pending request.
     void answer(Expected<HttpResponse> response) {
         Answer next = std::move(waiting_.at(0));
         waiting_.pop_front();

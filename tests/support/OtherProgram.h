@@ -6,7 +6,7 @@
 
 namespace orvalen::test {
 
-/// Another program at the same file.
+/// Another program that uses the same database file.
 class OtherProgram {
 public:
     explicit OtherProgram(const std::string& path) { EXPECT_EQ(sqlite3_open(path.c_str(), &db_), SQLITE_OK); }
@@ -18,7 +18,7 @@ public:
         EXPECT_EQ(sqlite3_exec(db_, script, nullptr, nullptr, nullptr), SQLITE_OK)
             << script << ": " << sqlite3_errmsg(db_);
     }
-    /// The first column of the first row.
+    /// Returns the first column of the first row.
     std::string ask(const char* query) {
         sqlite3_stmt* statement = nullptr;
         EXPECT_EQ(sqlite3_prepare_v2(db_, query, -1, &statement, nullptr), SQLITE_OK) << sqlite3_errmsg(db_);

@@ -5,7 +5,7 @@
 
 namespace orvalen::test {
 
-/// A real folder that is removed with all it holds, whatever its permissions.
+/// A real folder. The destructor deletes it with its content, whatever the permissions.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -16,10 +16,10 @@ public:
     const std::string& path() const { return path_; }
     std::string path(std::string_view name) const { return path_ + "/" + std::string(name); }
 
-    /// Creates the file with its folders and returns its path.
+    /// Creates the file and its folders. Returns its path.
     std::string write(std::string_view name, std::string_view bytes = {}) const;
     std::string makeFolder(std::string_view name) const;
-    /// The bytes of the file; the test fails when it cannot be read.
+    /// Returns the bytes of the file. The test fails if it cannot be read.
     std::string read(std::string_view name) const;
     bool exists(std::string_view name) const;
 

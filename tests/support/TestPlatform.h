@@ -11,8 +11,8 @@
 
 namespace orvalen::test {
 
-/// Every interface of the platform, faked, with a state over it. The application-support folder is a real
-/// temporary one and the database in it is real.
+/// Fakes of all platform interfaces, and a state that uses them. The application-support folder is a
+/// temporary folder with a real database.
 class TestPlatform {
 public:
     TestPlatform() {
@@ -20,13 +20,13 @@ public:
         userFolders.folder = support_.path();
     }
 
-    /// Runs posts and jobs until nothing is left of either.
+    /// Runs posts and jobs until none are left.
     void settle() {
         do {
             mainQueue.run();
         } while (matchQueue.runOne() || tagQueue.runOne() || mainQueue.pending() > 0);
     }
-    /// The application-support folder, with "Orvalen" in it once somebody asked for it.
+    /// Returns the application-support folder. It contains "Orvalen" after the first use.
     const TemporaryFolder& support() const { return support_; }
     PlaylistDatabaseManager& database() {
         if (!database_)

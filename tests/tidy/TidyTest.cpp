@@ -28,7 +28,7 @@ TEST(TidyText, TidiesEveryLineAndKeepsGoodOnesAndTheBreaks) {
         {"", ""},
         {" \n", " \n"},
         {good, good},
-        {"1. A - B\n2. C - D", "A - B\nC - D"}, // numbers go only when they count
+        {"1. A - B\n2. C - D", "A - B\nC - D"}, // numbers are removed only if they count upwards
         {"1. FC - Song\nC - D", "1. FC - Song\nC - D"},
         {"8. A - B\n3. C - D\n1. E - F", "8. A - B\n3. C - D\n1. E - F"},
     };
@@ -79,7 +79,7 @@ TEST(TidyDecisions, AskTheLibraryAboutOtherForms) {
 struct Case {
     TidyRule rule;
     const char* line;
-    const char* tidied; ///< null: stays as it is
+    const char* tidied; ///< null: unchanged
 };
 
 TEST(TidyRules, RemoveOneFlawAndNothingElse) {
@@ -159,7 +159,7 @@ TEST(TidyRules, TellANumberFromAName) {
              NumberCase{"99 Luftballons - Nena", -1, nullptr},
              NumberCase{"10cc - I'm Not In Love", -1, nullptr}, NumberCase{"1999", -1, nullptr},
              NumberCase{"4.50 from Paddington", -1, nullptr},
-             NumberCase{"#9 Dream - Lennon", 9, "Dream - Lennon"}, // a list decides: see TidyText
+             NumberCase{"#9 Dream - Lennon", 9, "Dream - Lennon"}, // depends on the other lines; see TidyText
          }) {
         const NumberedLine numbered = numberedLine(c.line);
         EXPECT_EQ(numbered.number, c.number) << c.line;

@@ -23,7 +23,7 @@ TEST_F(Alerts, DeleteTheLibraryOnlyWhenToldTo) {
         window.click("Remove Saved Library");
         window.expectShown(question);
         EXPECT_FALSE(view.trackDict.get().empty());
-        window.expectFocused("Cancel"); // Return must not delete by accident
+        window.expectFocused("Cancel"); // Return must not delete the library
         for (const char* next : {"Delete Library", "Cancel"}) {
             window.key(Qt::Key_Tab);
             EXPECT_EQ(window.focused(), next) << "the keys stay within the question";

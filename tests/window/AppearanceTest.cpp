@@ -20,7 +20,7 @@
 namespace orvalen::test {
 namespace {
 
-/// Shows one state after the other at the least size and looks at it.
+/// Shows the states one after another at the smallest size and calls `look` for each.
 void inEveryState(const std::function<void(const std::string& state, WindowHarness&)>& look) {
     const std::map<std::string, std::function<void(ContentView&)>> states{
         {"folders, scanning and matching",
@@ -59,7 +59,7 @@ void inEveryState(const std::function<void(const std::string& state, WindowHarne
     }
 }
 
-/// Text that can be read whole, and controls that can be pressed without pressing another.
+/// Expects that no text is cut off and that no control covers another.
 void expectNothingCutOffOrCovered(const std::string& context) {
     inEveryState([&](const std::string& state, WindowHarness& window) {
         window.eachItem([&](const QQuickItem& item) {
@@ -93,7 +93,7 @@ void expectNothingCutOffOrCovered(const std::string& context) {
 
 TEST(Layout, CutsOffAndCoversNothingAtTheLeastSize) {
     expectNothingCutOffOrCovered("as it is");
-    // Letters a third wider stand for texts a third longer.
+    // Letters that are a third wider simulate texts that are a third longer.
     const QFont plain = QGuiApplication::font();
     QFont wide = plain;
     wide.setStretch(133);
@@ -150,8 +150,7 @@ TEST(Layout, ScrollsToWhatTheKeysReach) {
 
 constexpr auto marked = "<b>x</b><img src='http://a.example/x.png'>&amp;";
 
-/// Text from outside is shown as it is: no view may take any of it for markup, fetch a picture for it or
-/// guess.
+/// Text from outside is shown unchanged: no view interprets it as markup or loads a picture.
 TEST(PlainText, IsWhatEveryViewShows) {
     WindowHarness window;
     window.view.musicFolderURLs.set({{std::string("/Music/") + marked}});
@@ -207,10 +206,10 @@ TEST(Theme, CanBeReadUnderEveryPalette) {
     ASSERT_NE(theme, nullptr) << component.errorString().toStdString();
     EXPECT_NEAR(theme->property("blackOnWhite").toDouble(), 21, 0.01);
     const QColor palettes[][2] = {
-        {"#000000", "#efefef"},                         // the toolkit's own light
-        {"#555555", "#f6f2ea"},                         // grey on a warm light
-        {"#ffffff", "#000000"}, {"#8fa3bf", "#0b1020"}, // a blue night
-        {"#ffffff", "#4a4a4a"},                         // a middling grey
+        {"#000000", "#efefef"},                         // Qt's light palette
+        {"#555555", "#f6f2ea"},                         // grey on warm white
+        {"#ffffff", "#000000"}, {"#8fa3bf", "#0b1020"}, // light blue on dark blue
+        {"#ffffff", "#4a4a4a"},                         // white on medium grey
     };
     for (const auto& [ink, paper] : palettes) {
         QPalette palette;

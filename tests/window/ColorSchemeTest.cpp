@@ -13,7 +13,7 @@
 
 namespace orvalen::test {
 
-/// What a desktop's settings portal is to a program.
+/// A settings portal as a desktop provides it.
 class SettingsPortal : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")

@@ -21,7 +21,7 @@ QList<QUrl> urls(const std::vector<std::string>& paths) {
 
 class DropTest : public testing::Test {
 protected:
-    /// Holds the files over the window, asks what it says, and lets go.
+    /// Drags the files over the window, reads its text, and drops them.
     QString drop(const std::vector<std::string>& paths, const QPoint& place = {300, 300}) {
         QMimeData data;
         data.setUrls(urls(paths));

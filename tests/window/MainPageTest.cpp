@@ -30,7 +30,7 @@ TEST(MainPage, EnablesWhatTheStateAllows) {
     EXPECT_FALSE(enabled("Scan Library")) << "no folder";
     view.musicFolderURLs.set({{"/Music"}});
     EXPECT_TRUE(enabled("Scan Library"));
-    for (const double progress : {1e-9, 1.0}) { // just begun, and at its very end
+    for (const double progress : {1e-9, 1.0}) { // at the start and at the end
         view.scanProgress.set(progress);
         for (const char* name : {"Scan Library", "Add Music Folder(s)", "Load Session"})
             EXPECT_FALSE(enabled(name)) << name << " at " << progress;

@@ -33,7 +33,7 @@ protected:
                          });
     }
 
-    /// The rows that the views are told of after the change.
+    /// Returns the rows that were reported as changed.
     std::vector<int> after(const std::function<void()>& change) {
         changed.clear();
         change();
@@ -96,7 +96,7 @@ TEST(MusicFoldersModel, FollowsTheListAndTheCounts) {
     TestPlatform platform;
     ContentView& view = platform.view;
     MusicFoldersModel model(view);
-    // The tester dies on a row that is inserted or removed otherwise than announced.
+    // The tester aborts if rows change without the right signals.
     const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
     const auto after = [&](std::vector<Location> folders) {
         view.musicFolderURLs.set(std::move(folders));

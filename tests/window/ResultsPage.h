@@ -7,7 +7,7 @@
 
 namespace orvalen::test {
 
-/// The results page with a row of several candidates, one of a single candidate and one of none.
+/// The results page with three rows: several candidates, one candidate, no candidate.
 class ResultsPage : public testing::Test {
 protected:
     static constexpr auto several = "Night Band – Last Train Home";
@@ -26,7 +26,7 @@ protected:
         window.openResults();
     }
 
-    /// So many rows with the same candidates, all of artist "Artist", titled by number.
+    /// Shows `count` rows with the same candidates. Their artist is "Artist", their title a number.
     void showMany(int count, const std::vector<Track>& options) {
         std::vector<MatchedTrack> many;
         for (int i = 0; i < count; ++i)
@@ -34,7 +34,7 @@ protected:
         view.matchedTracks.set(many);
         window.settle();
     }
-    /// The position of the row that has the keys; -1 for none.
+    /// Returns the position of the row that has the focus, or -1.
     int rowOfFocus() const {
         for (QQuickItem* it = window.window()->activeFocusItem(); it != nullptr; it = it->parentItem())
             if (it->property("label").isValid() && it->property("index").isValid())

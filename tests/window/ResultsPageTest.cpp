@@ -61,7 +61,7 @@ TEST_F(ResultsPage, KeepsTheListClearOfItsPickerAndOfARestingPointer) {
         window.click(picker);
         const auto list = window.control("Choose match", QAccessible::List);
         EXPECT_FALSE(list.sceneRect().intersects(box)) << label;
-        QTest::mouseMove(window.window(), list.sceneRect().center().toPoint()); // comes to rest there
+        QTest::mouseMove(window.window(), list.sceneRect().center().toPoint()); // the pointer rests there
         window.settle();
         window.key(Qt::Key_Return);
         window.expectGone("Choose match", QAccessible::List);
@@ -84,7 +84,7 @@ TEST_F(ResultsPage, CanBePressedByAScreenReader) {
 TEST_F(ResultsPage, ListsItsRowsInOrderForAScreenReader) {
     showMany(60, {track("Artist", "one")});
     auto* list = QAccessible::queryAccessibleInterface(window.control("Results", QAccessible::List).item);
-    for (const int position : {59, 0, 30}) { // leaves rows behind that wait for reuse
+    for (const int position : {59, 0, 30}) { // leaves rows that wait for reuse
         QMetaObject::invokeMethod(list->object(), "positionViewAtIndex", Q_ARG(int, position), Q_ARG(int, 0));
         window.settle();
         ASSERT_GT(list->childCount(), 3);
@@ -242,7 +242,7 @@ TEST_F(ResultsPage, NeverGivesAKeyToARowThatTheUserDidNotFocus) {
                 positions.push_back(i);
         return positions;
     };
-    for (const double away : {300.0, 4000.0}) { // within the rows that are kept ready, and beyond
+    for (const double away : {300.0, 4000.0}) { // within the cached rows, and beyond
         scrollTo(0);
         for (const char* name : {"Include in playlist", "Play", "Choose match"}) {
             window.inRow("Artist – 0", name).item->forceActiveFocus(Qt::TabFocusReason);

@@ -38,7 +38,7 @@ TEST_F(ResultsPage, PlaysPausesAndSeeks) {
     const QPoint to = (slider.topLeft() + QPointF(slider.width() * 0.75, slider.height() / 2)).toPoint();
     QTest::mousePress(window.window(), Qt::LeftButton, Qt::NoModifier, from);
     QTest::mouseMove(window.window(), to);
-    // Ticks go on while the user drags; they must not pull the handle away.
+    // Ticks continue while the user drags. They must not move the handle.
     window.platform.mainQueue.advance(std::chrono::milliseconds(50));
     window.settle();
     QTest::mouseRelease(window.window(), Qt::LeftButton, Qt::NoModifier, to);
@@ -84,7 +84,7 @@ TEST_F(ResultsPage, StopsThePreviewWhenItsRowGoes) {
     EXPECT_FALSE(lastPlayback().playing) << "gone with the page";
     window.openResults();
     togglePreview(view, *rows().front().selectedTrack);
-    view.showResultsPage.set(false); // a click that came while the file was being opened
+    view.showResultsPage.set(false); // like a click while the file is opened
     window.settle();
     EXPECT_FALSE(lastPlayback().playing) << "begun in the turn that closes the page";
     EXPECT_FALSE(view.isPlaying.get());

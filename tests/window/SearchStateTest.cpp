@@ -24,7 +24,7 @@ protected:
 
     void settle() {
         for (int turn = 0; turn < 3; ++turn) {
-            QTest::qWait(20); // the notifier waits for its turn
+            QTest::qWait(20); // the notifier needs the event loop
             platform.settle();
         }
     }
@@ -42,7 +42,7 @@ TEST_F(SearchStateTest, SuggestsOnlyForRowsWithoutACandidate) {
     for (const int other : {-1, 1, 2, 3})
         EXPECT_EQ(search.suggestionsOf(other), QStringList()) << other;
 
-    search.take(0, 1); // there is no second one
+    search.take(0, 1); // there is no second suggestion
     EXPECT_FALSE(firstRow().selectedTrack);
     search.take(0, 0);
     settle();
@@ -61,7 +61,7 @@ TEST_F(SearchStateTest, AnswersTheLatestTextAndAttachesToItsRow) {
     ASSERT_FALSE(search.paths().isEmpty());
     EXPECT_EQ(search.paths().front(), "/Music/Robyn - Dancing On My Own.mp3");
 
-    // The row keeps its identity when it moves.
+    // The row is identified by its id, even if it moves.
     view.matchedTracks.update([](auto& rows) { std::swap(rows[0], rows[1]); });
     search.attach(0);
     settle();

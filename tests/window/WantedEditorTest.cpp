@@ -140,7 +140,7 @@ TEST(WantedEditor, PastesByMouseAlone) {
 
 TEST(WantedEditor, TheLaterWriteWins) {
     WindowHarness window;
-    paste(window, lines(3000)); // committed in a while
+    paste(window, lines(3000)); // sent to the state later
     window.view.matchInput.set("from a session");
     EXPECT_TRUE(window.waitFor([&] { return shownText(window) == "from a session"; }));
     QTest::qWait(400);

@@ -45,7 +45,7 @@ WindowHarness::WindowHarness() : window_(std::make_unique<MainWindow>(platform.v
 WindowHarness::~WindowHarness() = default;
 
 void WindowHarness::settle() {
-    // Two turns of the notifier: what the first one shows may make a view write a field.
+    // Waits for two notifications, because a view may write a field after the first one.
     QElapsedTimer clock;
     clock.start();
     do {

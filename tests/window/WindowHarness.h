@@ -16,18 +16,18 @@
 
 namespace orvalen::test {
 
-/// The real window over the real state and a fake platform, used as a person or a screen reader would: things
-/// are found by what the accessibility tree calls them, and clicked with real events.
+/// The real window with the real state and a fake platform. Finds controls by their names in the
+/// accessibility tree, like a screen reader, and clicks them with real events.
 class WindowHarness {
 public:
     WindowHarness();
     ~WindowHarness();
 
-    /// Runs events, posts and jobs until the window has nothing more to say. Animations are not waited for.
+    /// Runs events, posts and jobs until none are left. Does not wait for animations.
     void settle();
-    /// Waits until it is true, for ten seconds at most; false when it did not become true.
+    /// Waits until the condition is true, at most ten seconds. Returns false if it is still false.
     bool waitFor(const std::function<bool()>& condition);
-    /// Opens the results page and waits until it has come to rest.
+    /// Opens the results page and waits for the end of its animation.
     void openResults();
 
     /// A control of the accessibility tree.
@@ -43,38 +43,38 @@ public:
         QRectF sceneRect() const;
     };
 
-    /// Every visible control of that name, in tree order; of any role when none is given.
+    /// Returns all visible controls with the name, in tree order. Without a role, of any role.
     std::vector<Control> all(const QString& name, QAccessible::Role role = QAccessible::NoRole) const;
     std::vector<Control> everything() const;
     bool shows(const QString& name) const { return !all(name).empty(); }
-    /// The first of that name, as soon as there is one; the test fails when none comes.
+    /// Waits for a control with the name and returns the first. The test fails if there is none.
     Control control(const QString& name, QAccessible::Role role = QAccessible::NoRole);
-    // Wait for it; the test fails when it does not come or go.
+    // Wait until the control appears or disappears. The test fails if it does not.
     void expectShown(const QString& name, QAccessible::Role role = QAccessible::NoRole);
     void expectGone(const QString& name, QAccessible::Role role = QAccessible::NoRole);
     void expectFocused(const QString& name);
-    /// Waits until it no longer moves.
+    /// Waits until the control no longer moves.
     void waitForRest(const QString& name);
-    /// The control of that name in the result row of that label.
+    /// Returns the control with the name in the row with the label.
     Control inRow(const QString& row, const QString& name);
 
-    /// With the mouse, in the middle.
+    /// Clicks the centre of the control with the mouse.
     void click(const Control& control);
     void click(const QString& name) { click(control(name)); }
-    /// As a screen reader does.
+    /// Presses the control as a screen reader does.
     void press(const Control& control);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void type(const QString& text);
-    /// What the keys act on; its accessible name.
+    /// Returns the accessible name of the focused control.
     QString focused() const;
 
     QQuickWindow* window() const { return window_->window(); }
-    /// Every item, shown or not.
+    /// Visits every item, visible or not.
     void eachItem(const std::function<void(const QQuickItem&)>& visit) const;
 
     TestPlatform platform;
     ContentView& view = platform.view;
-    ConsoleLog log{platform.console}; ///< what the window shows; the state writes to platform.console
+    ConsoleLog log{platform.console}; ///< the log of the window; the state writes to platform.console
 
 private:
     std::unique_ptr<MainWindow> window_;

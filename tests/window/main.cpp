@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
-    // No display, no graphics card, no desktop: the window draws into memory and talks to a bus of its own.
+    // Without a display, graphics card or desktop: the window draws into memory and uses a private bus.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     testing::InitGoogleTest(&argc, argv);
