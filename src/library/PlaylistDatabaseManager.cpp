@@ -74,13 +74,13 @@ bool hasRoomForLog(sqlite3* db) {
 }
 
 /// Makes many commits fast: while this object exists, commits do not wait for the disk; the destructor waits
-/// once for all. Otherwise 2,000 rows would block the window for more than two seconds. Each commit still
-/// remains independent: after a power failure the table is as one of the commits left it, and a killed
-/// program loses none.
+/// once for all. Otherwise 2,000 rows would block the window for more than two seconds. Commits stay
+/// independent: after a power failure the table is as one of the commits left it, and a killed program loses
+/// none.
 ///
-/// Uses SQLite's write-ahead log, and only during these commits, so that afterwards one file is the whole
-/// database (for other programs, copies, and read-only or network folders). If the log is not available
-/// because another program is reading, or the disk is nearly full, each commit waits as usual.
+/// Uses SQLite's write-ahead log, and only during these commits. Afterwards one file is the whole database,
+/// for other programs, copies, and read-only or network folders. If the log is not available because another
+/// program is reading, or the disk is nearly full, each commit waits as usual.
 class ManyCommits {
 public:
     explicit ManyCommits(sqlite3* db) : db_(db) {

@@ -37,8 +37,8 @@ void writeDiagnostics(Console& console, const MatchedTrack& row) {
                  bracketedList(row.options, [](const Track& track) { return track.path; }));
 }
 
-/// Returns the track that a new row selects. If no candidate has the preferred path, only a single candidate
-/// is selected.
+/// Returns the track that a new row selects: the preferred match, or the first candidate if there is no
+/// preferred match. If no candidate has the preferred path, selects the only candidate, or none.
 std::optional<Track> chosen(const std::vector<Track>& options, const std::optional<std::string>& preferred) {
     auto choice = options.begin();
     if (preferred)

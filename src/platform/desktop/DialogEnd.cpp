@@ -15,7 +15,7 @@ void deleteWhenIdle(QFileDialog* dialog) {
     dialog->hide();
     auto* model = dialog->findChild<QFileSystemModel*>();
     if (!model)
-        return dialog->deleteLater(); // a dialog of the desktop
+        return dialog->deleteLater(); // a native dialog
     // The thread reads folders in the order of requests, so this folder is reported last.
     QObject::connect(model, &QFileSystemModel::directoryLoaded, dialog, [dialog](const QString& folder) {
         if (folder == answeringFolder)
