@@ -4,6 +4,7 @@
 #include "core/LibraryIndexBuilder.h"
 #include "matching/LibraryCatalog.h"
 
+#include <benchmark/benchmark.h>
 #include <ctime>
 #include <map>
 #include <string>
@@ -35,6 +36,14 @@ inline LibraryIndex unprepared(const LibraryIndex& index) {
     for (std::size_t position = 0; position < index.trackCount(); ++position)
         builder.fileTrack(index.track(position));
     return builder.finish();
+}
+
+// Library sizes to measure with.
+inline void oneSize(benchmark::internal::Benchmark* bench) {
+    bench->ArgNames({"tracks"})->Arg(100'000)->Unit(benchmark::kMillisecond);
+}
+inline void threeSizes(benchmark::internal::Benchmark* bench) {
+    bench->ArgNames({"tracks"})->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 }
 
 /// Returns the processor time of this thread, which does not depend on other processes.

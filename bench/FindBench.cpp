@@ -1,4 +1,5 @@
 #include "BenchLibrary.h"
+#include "SqlMemory.h"
 
 #include "core/Keys.h"
 #include "matching/TrackSearch.h"
@@ -8,8 +9,6 @@
 #include <benchmark/benchmark.h>
 #include <random>
 #include <set>
-#include <sqlite3.h>
-#include <stdexcept>
 
 namespace orvalen::bench {
 namespace {
@@ -120,27 +119,14 @@ void find(benchmark::State& state) {
 class TrigramTable {
 public:
     explicit TrigramTable(const LibraryIndex& index) {
-        sqlite3_open(":memory:", &db_);
-        run("CREATE VIRTUAL TABLE tracks USING fts5(name, tokenize = 'trigram')");
-        run("BEGIN");
-        sqlite3_stmt* insert = prepared("INSERT INTO tracks (rowid, name) VALUES (?, ?)");
-        for (std::size_t position = 0; position < index.trackCount(); ++position) {
-            const std::string_view key = index.key(position);
-            sqlite3_bind_int64(insert, 1, static_cast<sqlite3_int64>(position));
-            sqlite3_bind_text(insert, 2, key.data(), static_cast<int>(key.size()), SQLITE_TRANSIENT);
-            sqlite3_step(insert);
-            sqlite3_reset(insert);
-        }
-        sqlite3_finalize(insert);
-        run("COMMIT");
-        select_ = prepared("SELECT rowid FROM tracks WHERE tracks MATCH ? ORDER BY rank LIMIT 50");
+        db_.run("CREATE VIRTUAL TABLE tracks USING fts5(name, tokenize = 'trigram')");
+        db_.run("BEGIN");
+        sqlite3_stmt* insert = db_.prepare("INSERT INTO tracks (name) VALUES (?)");
+        for (std::size_t position = 0; position < index.trackCount(); ++position)
+            SqlMemory::rows(insert, {index.key(position)});
+        db_.run("COMMIT");
+        select_ = db_.prepare("SELECT rowid - 1 FROM tracks WHERE tracks MATCH ? ORDER BY rank LIMIT 50");
     }
-    ~TrigramTable() {
-        sqlite3_finalize(select_);
-        sqlite3_close(db_);
-    }
-    TrigramTable(const TrigramTable&) = delete;
-    TrigramTable& operator=(const TrigramTable&) = delete;
 
     std::vector<std::size_t> find(const std::string& text) {
         std::set<std::string> trigrams;
@@ -149,29 +135,11 @@ public:
         std::string match;
         for (const std::string& trigram : trigrams)
             match += (match.empty() ? "\"" : " OR \"") + trigram + "\"";
-        std::vector<std::size_t> positions;
-        if (match.empty())
-            return positions;
-        sqlite3_bind_text(select_, 1, match.data(), static_cast<int>(match.size()), SQLITE_TRANSIENT);
-        while (sqlite3_step(select_) == SQLITE_ROW)
-            positions.push_back(static_cast<std::size_t>(sqlite3_column_int64(select_, 0)));
-        sqlite3_reset(select_);
-        return positions;
+        return match.empty() ? std::vector<std::size_t>() : SqlMemory::rows(select_, {match});
     }
 
 private:
-    void run(const char* sql) {
-        if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-            throw std::runtime_error(sqlite3_errmsg(db_));
-    }
-    sqlite3_stmt* prepared(const char* sql) {
-        sqlite3_stmt* statement = nullptr;
-        if (sqlite3_prepare_v2(db_, sql, -1, &statement, nullptr) != SQLITE_OK)
-            throw std::runtime_error(sqlite3_errmsg(db_));
-        return statement;
-    }
-
-    sqlite3* db_ = nullptr;
+    SqlMemory db_;
     sqlite3_stmt* select_ = nullptr;
 };
 
@@ -204,21 +172,9 @@ void suggest(benchmark::State& state) {
     state.counters["ms_row"] = (processorMilliseconds() - before) / static_cast<double>(rows);
 }
 
-BENCHMARK(find)
-    ->Name("find")
-    ->ArgNames({"tracks"})
-    ->Arg(10'000)
-    ->Arg(100'000)
-    ->Arg(1'000'000)
-    ->Iterations(1)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(findFts5)
-    ->Name("find_fts5")
-    ->ArgNames({"tracks"})
-    ->Arg(100'000)
-    ->Iterations(1)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(suggest)->Name("suggest")->ArgNames({"tracks"})->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(find)->Name("find")->Iterations(1)->Apply(threeSizes);
+BENCHMARK(findFts5)->Name("find_fts5")->Iterations(1)->Apply(oneSize);
+BENCHMARK(suggest)->Name("suggest")->Apply(oneSize);
 
 } // namespace
 } // namespace orvalen::bench

@@ -76,27 +76,9 @@ BENCHMARK(memory)
     ->Arg(1'000'000)
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(buildIndex)
-    ->Name("index_build")
-    ->ArgNames({"tracks"})
-    ->Arg(10'000)
-    ->Arg(100'000)
-    ->Arg(1'000'000)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(fileOneTrack)
-    ->Name("index_file_one")
-    ->ArgNames({"tracks"})
-    ->Arg(10'000)
-    ->Arg(100'000)
-    ->Arg(1'000'000)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(countUnderFolders)
-    ->Name("count_under_five_folders")
-    ->ArgNames({"tracks"})
-    ->Arg(10'000)
-    ->Arg(100'000)
-    ->Arg(1'000'000)
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(buildIndex)->Name("index_build")->Apply(threeSizes);
+BENCHMARK(fileOneTrack)->Name("index_file_one")->Apply(threeSizes);
+BENCHMARK(countUnderFolders)->Name("count_under_five_folders")->Apply(threeSizes);
 
 } // namespace
 } // namespace orvalen::bench

@@ -1,10 +1,10 @@
 #include "BenchLibrary.h"
+#include "SqlMemory.h"
 
 #include "core/Keys.h"
 #include "matching/MatchEngine.h"
 
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
 
 namespace orvalen::bench {
 namespace {
@@ -14,54 +14,23 @@ namespace {
 class SqlTable {
 public:
     SqlTable(const LibraryIndex& index, const char* create, const char* query) {
-        sqlite3_open(":memory:", &db_);
-        run(create);
-        run("BEGIN");
-        sqlite3_stmt* insert = prepared("INSERT INTO tracks (artist, title) VALUES (?, ?)");
+        db_.run(create);
+        db_.run("BEGIN");
+        sqlite3_stmt* insert = db_.prepare("INSERT INTO tracks (artist, title) VALUES (?, ?)");
         for (std::size_t position = 0; position < index.trackCount(); ++position) {
             const KeyHalves halves = index.keyHalves(position);
-            bind(insert, 1, halves.artist);
-            bind(insert, 2, halves.title);
-            sqlite3_step(insert);
-            sqlite3_reset(insert);
+            SqlMemory::rows(insert, {halves.artist, halves.title});
         }
-        sqlite3_finalize(insert);
-        run("COMMIT");
-        select_ = prepared(query);
+        db_.run("COMMIT");
+        select_ = db_.prepare(query);
     }
-    ~SqlTable() {
-        sqlite3_finalize(select_);
-        sqlite3_close(db_);
-    }
-    SqlTable(const SqlTable&) = delete;
-    SqlTable& operator=(const SqlTable&) = delete;
 
     std::size_t matches(std::string_view artist, std::string_view title) {
-        bind(select_, 1, artist);
-        bind(select_, 2, title);
-        std::size_t count = 0;
-        while (sqlite3_step(select_) == SQLITE_ROW)
-            ++count;
-        sqlite3_reset(select_);
-        return count;
+        return SqlMemory::rows(select_, {artist, title}).size();
     }
 
 private:
-    void run(const char* sql) {
-        if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-            throw std::runtime_error(sqlite3_errmsg(db_));
-    }
-    sqlite3_stmt* prepared(const char* sql) {
-        sqlite3_stmt* statement = nullptr;
-        if (sqlite3_prepare_v2(db_, sql, -1, &statement, nullptr) != SQLITE_OK)
-            throw std::runtime_error(sqlite3_errmsg(db_));
-        return statement;
-    }
-    static void bind(sqlite3_stmt* statement, int parameter, std::string_view text) {
-        sqlite3_bind_text(statement, parameter, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
-    }
-
-    sqlite3* db_ = nullptr;
+    SqlMemory db_;
     sqlite3_stmt* select_ = nullptr;
 };
 
