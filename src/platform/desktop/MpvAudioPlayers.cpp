@@ -1,6 +1,7 @@
 #include "platform/desktop/MpvAudioPlayers.h"
 
 #include "platform/desktop/MpvCore.h"
+#include "platform/desktop/MpvLibrary.h"
 #include "platform/system/DetachedQueue.h"
 #include "platform/tags/ByteSource.h"
 
@@ -8,7 +9,6 @@
 #include <charconv>
 #include <chrono>
 #include <filesystem>
-#include <mpv/client.h>
 #include <optional>
 
 namespace orvalen {
@@ -208,6 +208,7 @@ private:
 } // namespace
 
 Expected<std::unique_ptr<AudioPlayer>> MpvAudioPlayers::open(const std::string& path) {
+    MpvLibrary::load(); // the file's drive is not to blame for the time that this takes
     const auto deadline = Clock::now() + openLimit;
     DetachedQueue queue;
     const auto file = queue.ask(openLimit, [path] { return openRegularFile(path); });

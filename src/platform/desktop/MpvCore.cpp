@@ -1,9 +1,10 @@
 #include "platform/desktop/MpvCore.h"
 
+#include "platform/desktop/MpvLibrary.h"
+
 #include <array>
 #include <clocale>
 #include <cstring>
-#include <mpv/client.h>
 #include <vector>
 
 namespace orvalen {
@@ -62,7 +63,7 @@ constexpr Option options[] = {
 };
 
 /// Restricts the formats that the demuxer detects. In particular, excludes playlists.
-void allowOnlyAudioFormats(mpv_handle* handle) {
+void allowOnlyAudioFormats(const MpvLibrary& mpv, mpv_handle* handle) {
     // Passed as a node, because the value contains commas, which separate options in text form.
     char key[] = "format_whitelist";
     char formats[] = "mp3,mov,wav,w64,aiff,aac,flac,ogg";
@@ -74,32 +75,33 @@ void allowOnlyAudioFormats(mpv_handle* handle) {
     mpv_node map{};
     map.format = MPV_FORMAT_NODE_MAP;
     map.u.list = &list;
-    mpv_set_option(handle, "demuxer-lavf-o", MPV_FORMAT_NODE, &map);
+    mpv.setOption(handle, "demuxer-lavf-o", MPV_FORMAT_NODE, &map);
 }
 
-mpv_handle* start() {
+mpv_handle* start(const MpvLibrary& mpv) {
     if (std::strcmp(std::setlocale(LC_NUMERIC, nullptr), "C") != 0)
         std::setlocale(LC_NUMERIC, "C");
-    mpv_handle* handle = mpv_create();
+    mpv_handle* handle = mpv.create();
     if (!handle)
         return nullptr;
     for (const Option& option : options)
-        mpv_set_option_string(handle, option.name, option.value);
-    allowOnlyAudioFormats(handle);
-    if (mpv_initialize(handle) >= 0)
+        mpv.setOptionString(handle, option.name, option.value);
+    allowOnlyAudioFormats(mpv, handle);
+    if (mpv.initialize(handle) >= 0)
         return handle;
-    mpv_terminate_destroy(handle);
+    mpv.terminateDestroy(handle);
     return nullptr;
 }
 
 template <typename Value>
-std::optional<Value> read(DetachedQueue& calls, mpv_handle* handle, const char* property, mpv_format format) {
+std::optional<Value> read(DetachedQueue& calls, const MpvLibrary* mpv, mpv_handle* handle,
+                          const char* property, mpv_format format) {
     if (!handle)
         return std::nullopt;
-    const auto value =
-        calls.ask(answerLimit, [handle, property = std::string(property), format]() -> std::optional<Value> {
+    const auto value = calls.ask(
+        answerLimit, [mpv, handle, property = std::string(property), format]() -> std::optional<Value> {
             Value result{};
-            if (mpv_get_property(handle, property.c_str(), format, &result) < 0)
+            if (mpv->getProperty(handle, property.c_str(), format, &result) < 0)
                 return std::nullopt;
             return result;
         });
@@ -108,19 +110,19 @@ std::optional<Value> read(DetachedQueue& calls, mpv_handle* handle, const char* 
 
 } // namespace
 
-MpvCore::MpvCore() : handle_(start()) {
+MpvCore::MpvCore() : mpv_(MpvLibrary::load()), handle_(mpv_ ? start(*mpv_) : nullptr) {
     if (!handle_)
         return;
     const auto wakeUp = [](void* news) { static_cast<std::atomic<bool>*>(news)->store(true); };
-    mpv_set_wakeup_callback(handle_, wakeUp, &news_);
+    mpv_->setWakeupCallback(handle_, wakeUp, &news_);
 }
 
 MpvCore::~MpvCore() {
     if (!handle_)
         return;
-    mpv_set_wakeup_callback(handle_, nullptr, nullptr);
-    calls_.ask(endLimit, [handle = handle_] {
-        mpv_terminate_destroy(handle);
+    mpv_->setWakeupCallback(handle_, nullptr, nullptr);
+    calls_.ask(endLimit, [mpv = mpv_, handle = handle_] {
+        mpv->terminateDestroy(handle);
         return true;
     });
 }
@@ -128,13 +130,14 @@ MpvCore::~MpvCore() {
 void MpvCore::command(std::initializer_list<const char*> arguments) {
     if (!handle_)
         return;
-    calls_.post([handle = handle_, words = std::vector<std::string>(arguments.begin(), arguments.end())] {
-        std::vector<const char*> terminated;
-        for (const std::string& word : words)
-            terminated.push_back(word.c_str());
-        terminated.push_back(nullptr);
-        mpv_command(handle, terminated.data());
-    });
+    calls_.post(
+        [mpv = mpv_, handle = handle_, words = std::vector<std::string>(arguments.begin(), arguments.end())] {
+            std::vector<const char*> terminated;
+            for (const std::string& word : words)
+                terminated.push_back(word.c_str());
+            terminated.push_back(nullptr);
+            mpv->command(handle, terminated.data());
+        });
 }
 
 Expected<void> MpvCore::load(const std::string& location, std::chrono::milliseconds limit) {
@@ -151,7 +154,7 @@ Expected<void> MpvCore::awaitLoaded(std::chrono::milliseconds limit) {
         const std::chrono::duration<double> left = deadline - std::chrono::steady_clock::now();
         if (left.count() <= 0)
             return failure("The drive does not answer");
-        const mpv_event* event = mpv_wait_event(handle_, left.count());
+        const mpv_event* event = mpv_->waitEvent(handle_, left.count());
         if (event->event_id == MPV_EVENT_START_FILE)
             started = true;
         if (event->event_id == MPV_EVENT_FILE_LOADED && started)
@@ -159,39 +162,40 @@ Expected<void> MpvCore::awaitLoaded(std::chrono::milliseconds limit) {
         if (event->event_id == MPV_EVENT_SHUTDOWN)
             return failure("The player has stopped");
         if (event->event_id == MPV_EVENT_END_FILE && started)
-            return failure(mpv_error_string(static_cast<const mpv_event_end_file*>(event->data)->error));
+            return failure(mpv_->errorString(static_cast<const mpv_event_end_file*>(event->data)->error));
     }
 }
 
 std::optional<double> MpvCore::number(const char* property) {
-    return read<double>(calls_, handle_, property, MPV_FORMAT_DOUBLE);
+    return read<double>(calls_, mpv_, handle_, property, MPV_FORMAT_DOUBLE);
 }
 
 std::optional<bool> MpvCore::flag(const char* property) {
-    const auto value = read<int>(calls_, handle_, property, MPV_FORMAT_FLAG);
+    const auto value = read<int>(calls_, mpv_, handle_, property, MPV_FORMAT_FLAG);
     return value ? std::optional(*value != 0) : std::nullopt;
 }
 
 void MpvCore::set(const char* property, const char* value) {
     if (handle_)
-        calls_.post([handle = handle_, property = std::string(property), value = std::string(value)] {
-            mpv_set_property_string(handle, property.c_str(), value.c_str());
-        });
+        calls_.post(
+            [mpv = mpv_, handle = handle_, property = std::string(property), value = std::string(value)] {
+                mpv->setPropertyString(handle, property.c_str(), value.c_str());
+            });
 }
 
 void MpvCore::requestNumber(const char* property) {
     if (handle_)
-        mpv_get_property_async(handle_, 0, property, MPV_FORMAT_DOUBLE);
+        mpv_->getPropertyAsync(handle_, 0, property, MPV_FORMAT_DOUBLE);
 }
 
 void MpvCore::observeFlag(const char* property) {
     if (handle_)
-        mpv_observe_property(handle_, 0, property, MPV_FORMAT_FLAG);
+        mpv_->observeProperty(handle_, 0, property, MPV_FORMAT_FLAG);
 }
 
 const mpv_event& MpvCore::nextEvent() {
     static const mpv_event none{};
-    return handle_ ? *mpv_wait_event(handle_, 0) : none;
+    return handle_ ? *mpv_->waitEvent(handle_, 0) : none;
 }
 
 } // namespace orvalen

@@ -14,6 +14,8 @@ struct mpv_event;
 
 namespace orvalen {
 
+struct MpvLibrary;
+
 /// One player of libmpv: sound only, without user configuration or scripts. Opens nothing except what load()
 /// and command() name. Without a sound device, plays silently in real time. Main thread.
 ///
@@ -21,7 +23,8 @@ namespace orvalen {
 /// therefore makes the calls, in order, and the main thread waits only as long as stated below.
 class MpvCore {
 public:
-    /// Sets the process's locale for numbers to "C", which libmpv needs.
+    /// Sets the process's locale for numbers to "C", which libmpv needs. The first player loads libmpv, which
+    /// takes about 0.1 s.
     MpvCore();
     /// Ends the player. Waits at most 300 ms; a player that blocks is left to the background thread.
     ~MpvCore();
@@ -51,7 +54,8 @@ public:
 private:
     Expected<void> awaitLoaded(std::chrono::milliseconds limit);
 
-    mpv_handle* handle_; ///< null if libmpv could not be started; all calls then do nothing
+    const MpvLibrary* mpv_; ///< null if libmpv could not be loaded
+    mpv_handle* handle_;    ///< null if libmpv could not be started; all calls then do nothing
     DetachedQueue calls_;
     std::atomic<bool> news_ = true;
 };

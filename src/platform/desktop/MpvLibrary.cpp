@@ -1,0 +1,44 @@
+#include "platform/desktop/MpvLibrary.h"
+
+#include <dlfcn.h>
+#include <optional>
+
+namespace orvalen {
+namespace {
+
+constexpr const char* fileName = "libmpv.so.2"; // the version of the interface whose header we include
+
+std::optional<MpvLibrary> open() {
+    void* const file = ::dlopen(fileName, RTLD_LAZY | RTLD_LOCAL);
+    if (!file)
+        return std::nullopt;
+    bool complete = true;
+    const auto find = [&](const char* name, auto& function) {
+        function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(::dlsym(file, name));
+        complete = complete && function;
+    };
+    MpvLibrary library{};
+    find("mpv_create", library.create);
+    find("mpv_initialize", library.initialize);
+    find("mpv_terminate_destroy", library.terminateDestroy);
+    find("mpv_set_option", library.setOption);
+    find("mpv_set_option_string", library.setOptionString);
+    find("mpv_set_property_string", library.setPropertyString);
+    find("mpv_get_property", library.getProperty);
+    find("mpv_get_property_async", library.getPropertyAsync);
+    find("mpv_observe_property", library.observeProperty);
+    find("mpv_set_wakeup_callback", library.setWakeupCallback);
+    find("mpv_wait_event", library.waitEvent);
+    find("mpv_command", library.command);
+    find("mpv_error_string", library.errorString);
+    return complete ? std::optional(library) : std::nullopt;
+}
+
+} // namespace
+
+const MpvLibrary* MpvLibrary::load() {
+    static const std::optional<MpvLibrary> library = open();
+    return library ? &*library : nullptr;
+}
+
+} // namespace orvalen

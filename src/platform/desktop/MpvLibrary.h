@@ -1,0 +1,29 @@
+#pragma once
+
+#include <mpv/client.h>
+
+namespace orvalen {
+
+/// The functions of libmpv that we call. libmpv brings two hundred libraries along, whose loading takes more
+/// time than all else up to the first frame; so it is loaded at the first sound.
+struct MpvLibrary {
+    decltype(&mpv_create) create;
+    decltype(&mpv_initialize) initialize;
+    decltype(&mpv_terminate_destroy) terminateDestroy;
+    decltype(&mpv_set_option) setOption;
+    decltype(&mpv_set_option_string) setOptionString;
+    decltype(&mpv_set_property_string) setPropertyString;
+    decltype(&mpv_get_property) getProperty;
+    decltype(&mpv_get_property_async) getPropertyAsync;
+    decltype(&mpv_observe_property) observeProperty;
+    decltype(&mpv_set_wakeup_callback) setWakeupCallback;
+    decltype(&mpv_wait_event) waitEvent;
+    decltype(&mpv_command) command;
+    decltype(&mpv_error_string) errorString;
+
+    /// Returns the library, which the first call loads and which stays loaded; null when it cannot be loaded.
+    /// Thread-safe.
+    static const MpvLibrary* load();
+};
+
+} // namespace orvalen
