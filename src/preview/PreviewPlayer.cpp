@@ -89,10 +89,9 @@ void stopPreviewIfCurrent(ContentView& view, const std::optional<Track>& track) 
 }
 
 void startPlaybackTimer(ContentView& view) {
-    MainQueue& queue = view.platform.mainQueue;
     view.playbackTimer.set(nullptr);
-    view.playbackTimer.set(queue.every(
-        tickInterval, [&view, &queue] { queue.post([&view] { updatePlaybackProgress(view); }); }));
+    view.playbackTimer.set(
+        view.platform.mainQueue.every(tickInterval, [&view] { updatePlaybackProgress(view); }));
 }
 
 void updatePlaybackProgress(ContentView& view) {
