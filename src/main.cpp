@@ -6,6 +6,8 @@
 #include "platform/system/InstanceLock.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <QQuickWindow>
 #include <QUrl>
 #include <algorithm>
@@ -38,6 +40,18 @@ void raiseDescriptorLimit() {
         return;
     limit.rlim_cur = std::min(limit.rlim_max, plenty);
     ::setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+/// Returns the addresses of the files that the program was started with. File managers name paths or
+/// addresses.
+QStringList filesToOpen(int argc, char** argv) {
+    QStringList uris;
+    for (int i = 1; i < argc; ++i)
+        if (argv[i][0] != '-' && argv[i - 1][0] != '-') // an option of the toolkit, or its value
+            uris.append(
+                QUrl::fromUserInput(QFile::decodeName(argv[i]), QDir::currentPath(), QUrl::AssumeLocalFile)
+                    .toString(QUrl::FullyEncoded));
+    return uris;
 }
 
 /// Shows why the program ends: a second process would overwrite the data files of the first one.
@@ -78,8 +92,9 @@ int main(int argc, char** argv) {
     std::signal(SIGXFSZ, SIG_IGN);
 
     ApplicationBus bus;
+    const QStringList files = filesToOpen(argc, argv);
     const ApplicationBus::Claim claim = bus.claim();
-    if (claim == ApplicationBus::Claim::second && bus.activateOwner())
+    if (claim == ApplicationBus::Claim::second && bus.activateOwner(files))
         return EXIT_SUCCESS;
     const auto lockFile = supportFileURL(XdgUserFolders(), "instance.lock");
     const std::optional<InstanceLock> lock =
@@ -92,6 +107,8 @@ int main(int argc, char** argv) {
     becomeMainThread();
     Program program;
     program.window.show();
+    if (!files.isEmpty())
+        bus.Open(files, {});
     serveOnceShown(bus, program);
 
     // Skips the destructors: they would wait for workers, and a scan may be blocked by a slow drive.

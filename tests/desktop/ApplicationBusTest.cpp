@@ -95,9 +95,14 @@ class Owner : public QObject {
 
 public:
     QVariantMap given;
+    QStringList opened;
 
 public slots:
     Q_SCRIPTABLE void Activate(const QVariantMap& platformData) { given = platformData; }
+    Q_SCRIPTABLE void Open(const QStringList& uris, const QVariantMap& platformData) {
+        opened = uris;
+        given = platformData;
+    }
 };
 
 TEST(ApplicationBus, HandsASecondStartToTheFirst) {
@@ -108,12 +113,16 @@ TEST(ApplicationBus, HandsASecondStartToTheFirst) {
     ApplicationBus program;
     EXPECT_EQ(program.claim(), ApplicationBus::Claim::second);
     qputenv("DESKTOP_STARTUP_ID", "startup-1");
-    // In reality the owner is another process, which answers while the second start waits.
-    auto activated = std::async(std::launch::async, [&] { return program.activateOwner(); });
-    EXPECT_TRUE(turnUntil([&] { return activated.wait_for(0ms) == std::future_status::ready; }));
-    EXPECT_TRUE(activated.get());
+    for (const QStringList& files : {QStringList(), QStringList("file:///a.orvs")}) {
+        owner.given.clear();
+        // In reality the owner is another process, which answers while the second start waits.
+        auto activated = std::async(std::launch::async, [&] { return program.activateOwner(files); });
+        EXPECT_TRUE(turnUntil([&] { return activated.wait_for(0ms) == std::future_status::ready; }));
+        EXPECT_TRUE(activated.get());
+        EXPECT_EQ(owner.given.value("desktop-startup-id").toString(), "startup-1");
+        EXPECT_EQ(owner.opened, files);
+    }
     qunsetenv("DESKTOP_STARTUP_ID");
-    EXPECT_EQ(owner.given.value("desktop-startup-id").toString(), "startup-1");
 }
 
 } // namespace

@@ -82,8 +82,11 @@ ApplicationBus::Claim ApplicationBus::claim() {
     return outcome == primaryOwner || outcome == alreadyOwner ? Claim::first : Claim::second;
 }
 
-bool ApplicationBus::activateOwner() {
-    QDBusMessage call = QDBusMessage::createMethodCall(busName, objectPath, interfaceName, "Activate");
+bool ApplicationBus::activateOwner(const QStringList& uris) {
+    QDBusMessage call = QDBusMessage::createMethodCall(busName, objectPath, interfaceName,
+                                                       uris.isEmpty() ? "Activate" : "Open");
+    if (!uris.isEmpty())
+        call << uris;
     call << platformData();
     const QDBusMessage reply = QDBusConnection(connectionName).call(call, QDBus::Block, ownerLimit);
     return reply.type() == QDBusMessage::ReplyMessage;

@@ -30,9 +30,9 @@ public:
     /// answer, removes the bus from this process's environment, because Qt would wait for it repeatedly.
     Claim claim();
 
-    /// Asks the owner of the name to come to the front. Returns false if it does not answer within five
-    /// seconds.
-    bool activateOwner();
+    /// Asks the owner of the name to come to the front and to open the files. Returns false if it does not
+    /// answer within five seconds.
+    bool activateOwner(const QStringList& uris = {});
 
     /// Sets the functions that handle requests. Earlier requests are handled now. Files are opened only while
     /// no modal dialog is open.
