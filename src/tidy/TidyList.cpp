@@ -49,23 +49,52 @@ std::vector<std::string> readingOfBy(std::string_view line, std::string_view for
     if (place == std::string::npos)
         return {};
     const std::string artist(trimmed(line.substr(place + by.size())));
-    const std::string title(trimmed(line.substr(0, place)));
+    const std::string title = withoutQuotationMarks(trimmed(line.substr(0, place)));
     if (artist.empty() || title.empty() ||
         std::ranges::find(titleEnds, std::string_view(normalize(artist))) != titleEnds.end())
         return {};
     return {lineOf({artist, title}, format)};
 }
 
+/// Whether the text names a version that few files are tagged with.
+bool isDroppedVersion(std::string_view text) {
+    const std::string version = normalize(text);
+    return std::ranges::any_of(
+        droppedVersions, [&](std::string_view word) { return version.find(word) != std::string::npos; });
+}
+
 /// Reads ‘Artist – Title – Version’: the version in brackets, or omitted.
 std::vector<std::string> readingsOfSecondDash(const std::vector<std::string>& pieces) {
     if (pieces.size() != 3 || std::ranges::any_of(pieces, &std::string::empty))
         return {};
-    const std::string shorter = pieces[0] + std::string(tidyDash) + pieces[1];
+    const std::string shorter =
+        withoutQuotationMarks(pieces[0]) + std::string(tidyDash) + withoutQuotationMarks(pieces[1]);
     const std::string bracketed = shorter + " (" + pieces[2] + ")";
-    const std::string version = normalize(pieces[2]);
-    const bool isDropped = std::ranges::any_of(
-        droppedVersions, [&](std::string_view word) { return version.find(word) != std::string::npos; });
-    return isDropped ? std::vector{shorter, bracketed} : std::vector{bracketed, shorter};
+    return isDroppedVersion(pieces[2]) ? std::vector{shorter, bracketed} : std::vector{bracketed, shorter};
+}
+
+/// Reads ‘Title by Artist – Version’ and ‘Artist- Title – Version’. As they are, the version would be the
+/// title.
+std::vector<std::string> readingBeforeVersion(const std::vector<std::string>& pieces,
+                                              std::string_view format) {
+    if (pieces.size() != 2 || !isDroppedVersion(pieces[1]))
+        return {};
+    if (auto readings = readingOfBy(pieces[0], format); !readings.empty())
+        return readings;
+    std::string line = withSpacedDash(pieces[0]);
+    return parseWantedLine(line, format) ? std::vector{std::move(line)} : std::vector<std::string>();
+}
+
+/// Reads ‘Artist: Title’.
+std::vector<std::string> readingOfColon(std::string_view line) {
+    const std::size_t place = line.find(": ");
+    if (place == std::string_view::npos || line.find(": ", place + 1) != std::string_view::npos)
+        return {};
+    const std::string_view left = trimmed(line.substr(0, place));
+    const std::string_view right = trimmed(line.substr(place + 1));
+    if (left.empty() || right.empty())
+        return {};
+    return {std::string(left) + std::string(tidyDash) + withoutQuotationMarks(right)};
 }
 
 /// Reads ‘Artist-Title’ if the line has only one hyphen.
@@ -140,11 +169,14 @@ std::string tidyText(std::string_view text) {
 }
 
 std::vector<std::string> proposedReadings(std::string_view line, std::string_view format) {
+    const std::vector<std::string> pieces = piecesOf(line);
     if (parseWantedLine(line, format))
-        return {};
-    if (const auto pieces = piecesOf(line); pieces.size() > 1)
+        return readingBeforeVersion(pieces, format);
+    if (pieces.size() > 1)
         return readingsOfSecondDash(pieces);
     if (auto readings = readingOfBy(line, format); !readings.empty())
+        return readings;
+    if (auto readings = readingOfColon(line); !readings.empty())
         return readings;
     return readingOfHyphen(line);
 }

@@ -24,8 +24,9 @@ struct TidyDecision {
     std::vector<std::string> readings; ///< proposed lines, the most likely first; at least one
 };
 
-/// Returns the possible meanings of a line that is not read as it is: ‘Title by Artist’, a second dash, or a
-/// hyphen between two names. The results are lines in the format. Empty if the line is read.
+/// Returns the possible meanings of a line that is not read as it is meant: ‘Title by Artist’, ‘Artist:
+/// Title’, a second dash, or a hyphen between two names. The results are lines in the format. Empty if there
+/// are none.
 std::vector<std::string> proposedReadings(std::string_view line, std::string_view format);
 
 /// Returns the line without guests (‘feat.’), or with ‘&’ and ‘and’ exchanged, if this finds tracks and the

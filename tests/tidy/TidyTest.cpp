@@ -38,7 +38,7 @@ TEST(TidyText, TidiesEveryLineAndKeepsGoodOnesAndTheBreaks) {
     }
 }
 
-TEST(ProposedReadings, AreForLinesThatAreNotRead) {
+TEST(ProposedReadings, AreForLinesThatAreNotReadOrReadWrongly) {
     struct Case {
         const char* line;
         std::vector<std::string> readings;
@@ -51,6 +51,14 @@ TEST(ProposedReadings, AreForLinesThatAreNotRead) {
              Case{"Queen - Radio Ga Ga - Remastered 2011",
                   {"Queen \u2013 Radio Ga Ga", "Queen \u2013 Radio Ga Ga (Remastered 2011)"}},
              Case{"Robyn \u2013 Call - Remix", {"Robyn \u2013 Call (Remix)", "Robyn \u2013 Call"}},
+             Case{"\"Heroes\" - Bowie - Remix", {"Heroes \u2013 Bowie (Remix)", "Heroes \u2013 Bowie"}},
+             Case{"\"Waterloo\" by ABBA", {"ABBA \u2013 Waterloo"}},
+             Case{"Waterloo by ABBA - Radio Edit", {"ABBA \u2013 Waterloo"}},
+             Case{"ABBA- Waterloo - Radio Edit", {"ABBA \u2013 Waterloo"}},
+             Case{"Jay-Z - Single", {}},
+             Case{"K-Ci & JoJo: All My Life", {"K-Ci & JoJo \u2013 All My Life"}},
+             Case{"Dinner music:", {}},
+             Case{"Party: late: loud", {}},
              Case{"A - B - C - D", {}},
              Case{"Queen-Radio Ga Ga", {"Queen \u2013 Radio Ga Ga"}},
              Case{"Jay-Z-Encore", {}},
