@@ -146,5 +146,15 @@ TEST(MainPage, CanBeUsedByKeysAlone) {
     EXPECT_EQ(window.focused(), "Spotify Playlist");
 }
 
+TEST(MainPage, LeadsByF6FromPartToPart) {
+    WindowHarness window;
+    for (const char* expected : {"Add Music Folder(s)", "Track List", "Log", "Add Music Folder(s)"}) {
+        window.key(Qt::Key_F6);
+        EXPECT_EQ(window.focused(), expected);
+    }
+    window.key(Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_EQ(window.focused(), "Log") << "nothing can be matched yet";
+}
+
 } // namespace
 } // namespace orvalen::test

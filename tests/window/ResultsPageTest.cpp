@@ -1,4 +1,6 @@
 #include "window/ResultsPage.h"
+#include "core/LibraryIndexBuilder.h"
+#include "library/LibraryIndexState.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -146,11 +148,25 @@ TEST_F(ResultsPage, LeadsToWhatIsLeftToDo) {
     window.key(Qt::Key_Escape);
     EXPECT_EQ(row(), 2);
     EXPECT_TRUE(view.showResultsPage.get()) << "Escape leaves the field first";
+    for (const auto& [letter, expected] : {std::pair{Qt::Key_A, 1}, {Qt::Key_A, 1}, {Qt::Key_X, 1}}) {
+        window.key(letter);
+        EXPECT_EQ(rowOfFocus(), expected) << letter;
+    }
     window.key(Qt::Key_F1);
     window.expectShown("Keys", QAccessible::Dialog);
     window.key(Qt::Key_Escape);
     window.expectGone("Keys", QAccessible::Dialog);
     EXPECT_TRUE(view.showResultsPage.get());
+}
+
+TEST_F(ResultsPage, LeadsTheKeysFromASuggestionToItsFile) {
+    view.matchedTracks.set({row("Aba", "Dancing Qeen")});
+    replaceIndex(view, buildIndex(std::vector{track("ABBA", "Dancing Queen")}));
+    EXPECT_TRUE(window.waitFor([&] { return window.shows("Did you mean ABBA – Dancing Queen?"); }));
+    window.key(Qt::Key_N);
+    EXPECT_EQ(window.focused(), "Did you mean ABBA – Dancing Queen?");
+    window.key(Qt::Key_Return);
+    EXPECT_TRUE(window.waitFor([&] { return window.focused() == "Play"; }));
 }
 
 TEST_F(ResultsPage, IncludesRowsAndExportsThemSayingWhatIsMissing) {
@@ -205,7 +221,7 @@ TEST_F(ResultsPage, GoesByEscapeAndGivesTheKeysBack) {
 
 TEST_F(ResultsPage, LeadsTheKeysThroughRowsThatDoNotExistYet) {
     showMany(18, {track("Artist", "one")});
-    window.control("Deselect All").item->forceActiveFocus(Qt::TabFocusReason);
+    window.control("Find").item->forceActiveFocus(Qt::TabFocusReason);
     for (int i = 0; i < 18; ++i)
         for (const char* name : {"Play", "Browse for file", "Find in library", "Include in playlist"}) {
             window.key(Qt::Key_Tab);
@@ -225,7 +241,7 @@ TEST_F(ResultsPage, LeadsTheKeysThroughRowsThatDoNotExistYet) {
     }
     EXPECT_EQ(window.focused(), "Include in playlist");
     window.key(Qt::Key_Up);
-    EXPECT_EQ(window.focused(), "Deselect All");
+    EXPECT_EQ(window.focused(), "Find");
 }
 
 TEST_F(ResultsPage, NeverGivesAKeyToARowThatTheUserDidNotFocus) {

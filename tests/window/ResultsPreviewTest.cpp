@@ -1,3 +1,5 @@
+#include "core/LibraryIndexBuilder.h"
+#include "library/LibraryIndexState.h"
 #include "preview/PreviewPlayer.h"
 #include "window/ResultsPage.h"
 
@@ -20,6 +22,27 @@ TEST_F(ResultsPage, PlaysACandidateWithoutChoosingIt) {
     EXPECT_EQ(rows()[0].selectedTrack->path, "/Music/a.mp3");
     window.key(Qt::Key_P);
     EXPECT_EQ(view.selectedTrack.get()->path, "/Music/a.mp3") << "the row's own file";
+}
+
+TEST_F(ResultsPage, PlaysAFoundTrackWithoutAttachingIt) {
+    replaceIndex(view, buildIndex(std::vector{track("Nobody", "Nothing", {}, "/Music/e.mp3"),
+                                              track("Nobody", "Nothing Else", {}, "/Music/f.mp3")}));
+    window.click(window.inRow(none, "Find in library"));
+    EXPECT_TRUE(window.waitFor([&] { return window.shows("Nobody – Nothing Else"); }));
+    window.key(Qt::Key_P);
+    EXPECT_FALSE(view.selectedTrack.get()) << "typed into the field";
+    window.key(Qt::Key_A, Qt::ControlModifier);
+    window.type("nothing");
+    EXPECT_TRUE(window.waitFor([&] { return window.shows("Nobody – Nothing Else"); }));
+    window.key(Qt::Key_Down);
+    window.key(Qt::Key_P);
+    ASSERT_TRUE(view.selectedTrack.get());
+    EXPECT_EQ(view.selectedTrack.get()->path, "/Music/f.mp3");
+    EXPECT_FALSE(rows()[2].selectedTrack);
+    window.key(Qt::Key_Return);
+    window.settle();
+    ASSERT_TRUE(rows()[2].selectedTrack);
+    EXPECT_EQ(rows()[2].selectedTrack->path, "/Music/f.mp3");
 }
 
 TEST_F(ResultsPage, PlaysPausesAndSeeks) {

@@ -18,6 +18,7 @@ protected:
                                                   track("Robyn", "Dancing On My Own")}));
         view.matchedTracks.set({row("Aba", "Dancing Qeen"), row("ABBA", "SOS", {track("ABBA", "SOS")}),
                                 row("Nobody", "Nothing At All")});
+        view.musicFolderURLs.set({{"/Music"}});
         view.showResultsPage.set(true);
         settle();
     }
@@ -42,6 +43,8 @@ TEST_F(SearchStateTest, SuggestsOnlyForRowsWithoutACandidate) {
     for (const int other : {-1, 1, 2, 3})
         EXPECT_EQ(search.suggestionsOf(other), QStringList()) << other;
 
+    search.previewSuggestion(0, 0);
+    EXPECT_TRUE(view.isPlaying.get());
     search.take(0, 1); // there is no second suggestion
     EXPECT_FALSE(firstRow().selectedTrack);
     search.take(0, 0);

@@ -22,6 +22,19 @@ const MatchedTrack* rowAt(const ContentView& view, int row) {
     return row >= 0 && position < rows.size() ? &rows[position] : nullptr;
 }
 
+/// Returns the next row whose normalised label fits, from the position on and around the end; -1 if there is
+/// none.
+template <typename Fits>
+int nextRow(const std::vector<MatchedTrack>& rows, int from, int by, Fits fits) {
+    const int count = static_cast<int>(rows.size());
+    for (int step = 0; step < count; ++step) {
+        const int row = ((from + step * by) % count + count) % count;
+        if (fits(normalize(rowLabel(rows[static_cast<std::size_t>(row)]))))
+            return row;
+    }
+    return -1;
+}
+
 /// Returns the row's candidate, or null.
 const Track* optionAt(const ContentView& view, int row, int option) {
     const MatchedTrack* match = rowAt(view, row);
@@ -114,15 +127,15 @@ int ReviewState::next(int decision, int from, int by) const {
 }
 
 int ReviewState::find(const QString& text, int from, int by) const {
-    const auto& rows = view().matchedTracks.get();
-    const int count = static_cast<int>(rows.size());
     const std::string needle = normalize(toUtf8(text));
-    for (int step = 0; step < count; ++step) {
-        const int row = ((from + step * by) % count + count) % count;
-        if (containsNormalized(normalize(rowLabel(rows[static_cast<std::size_t>(row)])), needle))
-            return row;
-    }
-    return -1;
+    return nextRow(view().matchedTracks.get(), from, by,
+                   [&](const std::string& label) { return containsNormalized(label, needle); });
+}
+
+int ReviewState::findInitial(const QString& letter, int from) const {
+    const std::string initial = normalize(toUtf8(letter));
+    return nextRow(view().matchedTracks.get(), from, 1,
+                   [&](const std::string& label) { return !initial.empty() && label.starts_with(initial); });
 }
 
 int ReviewState::undo() {

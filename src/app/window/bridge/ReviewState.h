@@ -61,6 +61,8 @@ public:
     /// Returns the next row whose label contains the text, from `from` on in steps of `by`; -1 if there is
     /// none.
     Q_INVOKABLE int find(const QString& text, int from, int by) const;
+    /// Returns the next row from the position on whose label starts with the letter; -1 if there is none.
+    Q_INVOKABLE int findInitial(const QString& letter, int from) const;
     /// Undoes the last tick or choice. Returns the row concerned, or -1 if there is nothing to undo.
     Q_INVOKABLE int undo();
 

@@ -4,6 +4,7 @@
 #include "library/AudioMetadata.h"
 #include "matching/MatchReview.h"
 #include "matching/TrackSearch.h"
+#include "preview/PreviewPlayer.h"
 
 #include <algorithm>
 #include <utility>
@@ -17,8 +18,9 @@ constexpr std::size_t rowsAtOnce = 8;
 std::vector<FoundTrack> shown(const LibraryCatalog& catalog, const std::vector<std::size_t>& positions) {
     std::vector<FoundTrack> tracks;
     for (const std::size_t position : positions) {
-        const Track track = catalog.index().track(position).toTrack();
-        tracks.push_back({toQString(optionLabel(track)), track.path});
+        Track track = catalog.index().track(position).toTrack();
+        QString label = toQString(optionLabel(track));
+        tracks.push_back({std::move(label), std::move(track)});
     }
     return tracks;
 }
@@ -67,7 +69,7 @@ QStringList SearchState::labels() const {
 QStringList SearchState::paths() const {
     QStringList paths;
     for (const FoundTrack& track : found_)
-        paths.append(toQString(track.path));
+        paths.append(toQString(track.track.path));
     return paths;
 }
 
@@ -120,7 +122,12 @@ void SearchState::receive(const QString& text, std::vector<FoundTrack> tracks) {
 
 void SearchState::attach(int found) {
     if (row_ && found >= 0 && static_cast<std::size_t>(found) < found_.size())
-        attachTo(*row_, found_[static_cast<std::size_t>(found)].path);
+        attachTo(*row_, found_[static_cast<std::size_t>(found)].track.path);
+}
+
+void SearchState::preview(int found) {
+    if (found >= 0 && static_cast<std::size_t>(found) < found_.size())
+        togglePreview(view(), Track(found_[static_cast<std::size_t>(found)].track));
 }
 
 std::vector<SearchState::Wanted> SearchState::nextRowsToSuggest() {
@@ -160,24 +167,34 @@ void SearchState::receiveSuggestions(std::vector<Suggestions> suggestions) {
         suggest();
 }
 
-QStringList SearchState::suggestionsOf(int row) const {
+const std::vector<FoundTrack>* SearchState::suggestionsFor(int row) const {
     const auto& rows = view().matchedTracks.get();
     if (row < 0 || static_cast<std::size_t>(row) >= rows.size())
-        return {};
+        return nullptr;
     const MatchedTrack& match = rows[static_cast<std::size_t>(row)];
     const auto known = suggestions_.find(match.id);
-    return known == suggestions_.end() || !match.options.empty() ? QStringList() : labelsOf(known->second);
+    return known == suggestions_.end() || !match.options.empty() ? nullptr : &known->second;
+}
+
+const FoundTrack* SearchState::suggestionAt(int row, int suggestion) const {
+    const auto* tracks = suggestionsFor(row);
+    const auto position = static_cast<std::size_t>(suggestion);
+    return tracks && suggestion >= 0 && position < tracks->size() ? &(*tracks)[position] : nullptr;
+}
+
+QStringList SearchState::suggestionsOf(int row) const {
+    const auto* tracks = suggestionsFor(row);
+    return tracks ? labelsOf(*tracks) : QStringList();
 }
 
 void SearchState::take(int row, int suggestion) {
-    const auto& rows = view().matchedTracks.get();
-    if (row < 0 || static_cast<std::size_t>(row) >= rows.size())
-        return;
-    const UUID id = rows[static_cast<std::size_t>(row)].id;
-    const auto known = suggestions_.find(id);
-    if (known != suggestions_.end() && suggestion >= 0 &&
-        static_cast<std::size_t>(suggestion) < known->second.size())
-        attachTo(id, known->second[static_cast<std::size_t>(suggestion)].path);
+    if (const FoundTrack* found = suggestionAt(row, suggestion))
+        attachTo(view().matchedTracks.get()[static_cast<std::size_t>(row)].id, found->track.path);
+}
+
+void SearchState::previewSuggestion(int row, int suggestion) {
+    if (const FoundTrack* found = suggestionAt(row, suggestion))
+        togglePreview(view(), Track(found->track));
 }
 
 void SearchState::attachTo(const UUID& id, const std::string& path) {

@@ -16,7 +16,7 @@ namespace orvalen {
 /// A track that a search found, as text for the views.
 struct FoundTrack {
     QString label;
-    std::string path;
+    Track track;
 };
 
 /// "Find in library" and the suggestions for rows without a candidate. Searches run on the match queue, one
@@ -46,11 +46,14 @@ public:
     Q_INVOKABLE void look(const QString& text);
     /// Attaches a result to the row of begin().
     Q_INVOKABLE void attach(int found);
+    /// Plays or pauses a found track; the row keeps what it has.
+    Q_INVOKABLE void preview(int found);
     Q_INVOKABLE void end();
 
     Q_INVOKABLE QStringList suggestionsOf(int row) const;
     /// Attaches a suggestion to the row.
     Q_INVOKABLE void take(int row, int suggestion);
+    Q_INVOKABLE void previewSuggestion(int row, int suggestion);
 
 signals:
     void found();
@@ -76,6 +79,10 @@ private:
     std::vector<Wanted> nextRowsToSuggest();
     void suggest();
     void receiveSuggestions(std::vector<Suggestions> suggestions);
+    /// Null when there are none.
+    const std::vector<FoundTrack>* suggestionsFor(int row) const;
+    /// Null when there is no such suggestion.
+    const FoundTrack* suggestionAt(int row, int suggestion) const;
     void attachTo(const UUID& id, const std::string& path);
 
     /// The searched index while the page is open. Attaching a file changes the state's index, and building a

@@ -16,6 +16,7 @@ RowLayout {
         Layout.fillWidth: true
         position01: position.preview.progress
         Accessible.name: "Playback position"
+        tip: "Ctrl+Left and Ctrl+Right go by 15 seconds"
         spokenPosition: position.preview.position + " of " + position.preview.length
         onDragged: value => position.preview.moveTo(value)
         onReleased: value => position.preview.seekTo(value)

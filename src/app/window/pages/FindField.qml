@@ -32,6 +32,11 @@ InputField {
     placeholderText: "Find in results"
     color: text !== "" && found < 0 ? Theme.danger : Theme.text
     onTextChanged: if (activeFocus) find(Math.max(0, found), 1)
+    TipLoader {
+        anchors.fill: parent
+        tip: "Return goes to the next row, Shift+Return to the one before, Escape leaves"
+        hovered: field.hovered
+    }
     Keys.onPressed: event => {
         event.accepted = true
         switch (event.key) {

@@ -10,6 +10,8 @@ ColumnLayout {
     id: box
 
     required property ListHelpState help
+    required property int linesAtOnce ///< how many left-out lines are shown before their list scrolls
+    readonly property int lineHeight: Theme.high(24)
 
     spacing: 4
 
@@ -65,7 +67,7 @@ ColumnLayout {
             id: lines
 
             Layout.fillWidth: true
-            implicitHeight: Math.min(contentHeight, 108)
+            implicitHeight: Math.min(contentHeight, box.linesAtOnce * box.lineHeight)
             clip: true
             boundsBehavior: Flickable.StopAtBounds
             model: box.help.leftOut
@@ -82,7 +84,7 @@ ColumnLayout {
                 text: modelData
                 spokenDetail: box.help.reasons[index] ?? ""
                 width: lines.width - 12
-                implicitHeight: 27
+                implicitHeight: box.lineHeight
                 onClicked: box.help.show(index)
                 onActiveFocusChanged: if (activeFocus) lines.positionViewAtIndex(index, ListView.Contain)
 

@@ -31,6 +31,28 @@ Flickable {
             contentY = Math.min(contentHeight - height, top + item.height + 12 - height)
     }
 
+    /// Moves the focus to the next part of the page: library, list, match controls.
+    function goToNextPart(by: int) {
+        const parts = [libraryControls, wantedInput, matchControls]
+        let at = -1
+        for (let i = 0; i < parts.length; ++i)
+            if (parts[i].contains(parts[i].mapFromItem(Window.activeFocusItem, 0, 0)))
+                at = i
+        const next = parts[(at < 0 ? 0 : at + by + 3) % 3]
+        next.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    Shortcut {
+        sequence: "F6"
+        enabled: page.wanted.onTop
+        onActivated: page.goToNextPart(1)
+    }
+    Shortcut {
+        sequence: "Shift+F6"
+        enabled: page.wanted.onTop
+        onActivated: page.goToNextPart(-1)
+    }
+
     Connections {
         target: page.Window.window
         function onActiveFocusItemChanged() { page.reveal(page.Window.activeFocusItem) }
@@ -62,6 +84,8 @@ Flickable {
             symbol: "folder"
 
             LibraryControls {
+                id: libraryControls
+
                 Layout.fillWidth: true
                 library: page.library
                 // As many as leave the rest of the page visible.
@@ -69,11 +93,17 @@ Flickable {
             }
             Divider { Layout.fillWidth: true }
             WantedInput {
+                id: wantedInput
+
                 Layout.fillWidth: true
                 wanted: page.wanted
                 listHelp: page.listHelp
+                // As many as leave "Match Playlist" in sight.
+                linesAtOnce: Math.max(2, Math.min(5, Math.floor((page.height - 720) / 24)))
             }
             MatchControls {
+                id: matchControls
+
                 Layout.fillWidth: true
                 wanted: page.wanted
             }

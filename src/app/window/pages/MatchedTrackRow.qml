@@ -35,6 +35,7 @@ Item {
     signal browsed()
     signal findOpened(Item control)
     signal suggestionTaken(int suggestion)
+    signal suggestionPreviewed(int suggestion)
     signal dropped(var urls)
     signal ticked(bool on)
     signal chosen(int option)
@@ -56,6 +57,16 @@ Item {
 
     function focusedControl(): int {
         return controls.findIndex(control => control.activeFocus)
+    }
+
+    // Moves the focus from a suggestion that was taken, and so is hidden, to its file.
+    onHasTrackChanged: if (hasTrack && suggested.buttons.some(button => button.activeFocus)) afterTaking.start()
+
+    Timer {
+        id: afterTaking
+
+        interval: 0
+        onTriggered: row.reach(MatchedTrackRow.First)
     }
 
     /// Backtab on the first control leads to the row before, on any other control to the control before.
@@ -145,6 +156,7 @@ Item {
             labels: row.options
             currentIndex: row.picked
             spokenName: "Choose match"
+            tip: "Opens the list (Space, F4 or Alt+Down). P plays."
             spokenDetail: currentLabel === "" ? mark.meaning : currentLabel + ", " + mark.meaning
             onChosen: option => row.chosen(option)
             onPreviewed: option => row.optionPreviewed(option)
@@ -176,6 +188,7 @@ Item {
             Layout.fillWidth: true
             names: row.suggestions
             onTaken: suggestion => row.suggestionTaken(suggestion)
+            onPreviewed: suggestion => row.suggestionPreviewed(suggestion)
             onFocused: control => row.focused(control)
             Keys.onBacktabPressed: event => event.accepted = row.leavesBackwards(row.focusedControl())
         }
@@ -199,6 +212,7 @@ Item {
                 id: find
 
                 text: "Find in library"
+                tip: "Looks for similar artists and titles"
                 implicitHeight: Theme.high(24)
                 textSize: Theme.footnote
                 onClicked: row.findOpened(this)
@@ -210,6 +224,7 @@ Item {
                 Layout.fillWidth: true
                 Layout.maximumWidth: implicitWidth
                 text: "Include in playlist"
+                tip: "Space; Ctrl+Z takes it back"
                 implicitHeight: Theme.high(24)
                 spokenDetail: mark.meaning
                 ticked: row.included

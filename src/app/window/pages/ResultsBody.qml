@@ -56,8 +56,16 @@ Flickable {
 
         parent: T.Overlay.overlay
         playingPath: body.review.playingPath
+        onSoughtBy: seconds => body.preview.seekBySeconds(seconds)
     }
-    SearchList { id: searchList; parent: T.Overlay.overlay; search: body.search }
+    SearchList {
+        id: searchList
+
+        parent: T.Overlay.overlay
+        search: body.search
+        playingPath: body.review.playingPath
+        onSoughtBy: seconds => body.preview.seekBySeconds(seconds)
+    }
 
     ColumnLayout {
         id: stack
@@ -79,13 +87,23 @@ Flickable {
                 text: "Select All"
                 symbol: "checkmark.circle.fill"
                 textSize: Theme.footnote
+                tip: "Ticks every row. Ctrl+Z takes it back."
                 onClicked: body.review.includeAll(true)
             }
             PushButton {
                 text: "Deselect All"
                 symbol: "circle"
                 textSize: Theme.footnote
+                tip: "Unticks every row. Ctrl+Z takes it back."
                 onClicked: body.review.includeAll(false)
+            }
+            PushButton {
+                text: "Find"
+                textSize: Theme.footnote
+                plain: true
+                visible: !findField.visible
+                tip: "Finds a row by a part of its name (Ctrl+F)"
+                onClicked: findField.start()
             }
             FindField {
                 id: findField
@@ -95,20 +113,30 @@ Flickable {
                 onLeaving: list.reachRow(found < 0 ? list.currentRow() : found, MatchedTrackRow.First)
             }
         }
-        RowLayout {
+        Item {
             Layout.fillWidth: true
             Layout.bottomMargin: 2
-            spacing: 12
+            implicitHeight: Math.max(counts.height, summary.height)
 
             Caption {
+                id: summary
+
+                anchors.verticalCenter: parent.verticalCenter
                 text: body.review.summary
             }
             Caption {
-                Layout.fillWidth: true
+                anchors.left: summary.right
+                anchors.leftMargin: 12
+                anchors.right: counts.left
+                anchors.rightMargin: 12
+                anchors.verticalCenter: parent.verticalCenter
                 text: body.leftOut
                 elide: Text.ElideRight
             }
             ResultsCounts {
+                id: counts
+
+                anchors.right: parent.right
                 review: body.review
                 onAsked: decision => body.goToNext(decision, 1)
             }

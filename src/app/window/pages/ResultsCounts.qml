@@ -38,7 +38,8 @@ Row {
             enabled: count > 0
             focusPolicy: Qt.NoFocus // N does the same, and there are enough tab stops before the rows
             spokenName: count + " " + modelData.rows
-            spokenDetail: tip.text
+            spokenDetail: tip
+            tip: count + " " + modelData.rows + ": go to the next (N), or back (Shift+N)"
             onClicked: counts.asked(modelData.decision)
 
             contentItem: Row {
@@ -65,12 +66,6 @@ Row {
                     inner: 5
                     shown: button.visualFocus
                 }
-            }
-            HoverTip {
-                id: tip
-
-                text: button.count + " " + button.modelData.rows + ": go to the next (N), or back (Shift+N)"
-                shown: button.hovered
             }
         }
     }

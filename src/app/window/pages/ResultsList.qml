@@ -145,7 +145,15 @@ ListView {
         case Qt.Key_End:
             return reachRow(count - 1, control)
         }
-        event.accepted = hasKeysItself() && bringBack(event.key)
+        if (hasKeysItself() && bringBack(event.key))
+            return
+        // N and P act on the rows.
+        const jumps = event.text > " " && event.key !== Qt.Key_N && event.key !== Qt.Key_P
+            && event.key !== Qt.Key_Delete && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier))
+        const found = jumps ? review.findInitial(event.text, from + 1) : -1
+        if (found >= 0)
+            reachRow(found, control)
+        event.accepted = jumps
     }
 
     delegate: MatchedTrackRow {
@@ -174,6 +182,7 @@ ListView {
             return hasTrack ? [] : list.search.suggestionsOf(index)
         }
         onSuggestionTaken: suggestion => list.search.take(index, suggestion)
+        onSuggestionPreviewed: suggestion => list.search.previewSuggestion(index, suggestion)
         takes: urls => list.review.canTake(urls)
         onDropped: urls => list.review.attach(index, urls)
         onTicked: on => list.review.include(index, on)

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Templates as T
 import Orvalen
@@ -9,6 +7,8 @@ T.Popup {
     id: popup
 
     required property SearchState search
+    property alias playingPath: list.playingPath
+    signal soughtBy(real seconds)
 
     /// Opens for the row, below the pressed control or above it, where there is more space.
     function openAt(control: Item, row: int) {
@@ -22,6 +22,7 @@ T.Popup {
         height = Math.min(420, opensBelow ? below : above)
         x = Math.max(edge, Math.min(place.x, parent.width - width - edge))
         y = opensBelow ? place.y + control.height + gap : place.y - gap - height
+        list.forgetPointer()
         field.text = search.begin(row)
         open()
         field.forceActiveFocus(Qt.PopupFocusReason)
@@ -35,6 +36,14 @@ T.Popup {
         }
     }
 
+    /// Gives the keys to the list, so many entries further.
+    function enterList(by: int) {
+        if (list.count > 0) {
+            list.goBy(by)
+            list.forceActiveFocus(Qt.OtherFocusReason)
+        }
+    }
+
     modal: true
     focus: true
     padding: 6
@@ -44,7 +53,8 @@ T.Popup {
     Connections {
         target: popup.search
         function onFound() {
-            list.model = popup.search.labels
+            list.details = popup.search.paths
+            list.labels = popup.search.labels
             list.currentIndex = list.count > 0 ? 0 : -1
         }
     }
@@ -60,7 +70,6 @@ T.Popup {
             maximumLength: 500
             onTextEdited: popup.search.look(text)
             Keys.onPressed: event => {
-                const page = Math.max(1, Math.floor(list.height / 46) - 1)
                 event.accepted = true
                 switch (event.key) {
                 case Qt.Key_Return:
@@ -70,16 +79,10 @@ T.Popup {
                         popup.choose(list.currentIndex)
                     break
                 case Qt.Key_Down:
-                    list.currentIndex = Math.min(list.count - 1, list.currentIndex + 1)
-                    break
-                case Qt.Key_Up:
-                    list.currentIndex = Math.max(0, list.currentIndex - 1)
+                    popup.enterList(1)
                     break
                 case Qt.Key_PageDown:
-                    list.currentIndex = Math.min(list.count - 1, list.currentIndex + page)
-                    break
-                case Qt.Key_PageUp:
-                    list.currentIndex = Math.max(0, list.currentIndex - page)
+                    popup.enterList(list.entriesInSight)
                     break
                 default:
                     event.accepted = false
@@ -87,30 +90,19 @@ T.Popup {
             }
         }
 
-        ListView {
+        ChoiceList {
             id: list
 
             anchors.top: field.bottom
             anchors.topMargin: 6
             anchors.bottom: parent.bottom
             width: parent.width
-            clip: true
-            boundsBehavior: Flickable.StopAtBounds
-            highlightMoveDuration: 0
-            T.ScrollBar.vertical: ThinScrollBar {}
-            Accessible.role: Accessible.List
-            Accessible.name: "Tracks in the library"
-
-            delegate: ListEntry {
-                required property int index
-                required property string modelData
-
-                text: modelData
-                detail: popup.search.paths[index] ?? ""
-                highlighted: ListView.isCurrentItem
-                width: list.width
-                onClicked: popup.choose(index)
-            }
+            activeFocusOnTab: true
+            spokenName: "Tracks in the library"
+            onChosen: index => popup.choose(index)
+            onPreviewed: index => popup.search.preview(index)
+            onSoughtBy: seconds => popup.soughtBy(seconds)
+            onPassedUp: field.forceActiveFocus(Qt.OtherFocusReason)
         }
 
         Label {

@@ -47,6 +47,7 @@ Rectangle {
             rightPadding: 14
             textFormat: TextEdit.PlainText
             wrapMode: TextEdit.Wrap
+            horizontalAlignment: TextEdit.AlignLeft
             readOnly: editor.wanted.tooLongToShow
             color: Theme.text
             selectionColor: Theme.accent

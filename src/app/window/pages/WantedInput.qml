@@ -8,6 +8,7 @@ ColumnLayout {
 
     required property WantedState wanted
     required property ListHelpState listHelp
+    required property int linesAtOnce
 
     spacing: 8
 
@@ -73,6 +74,7 @@ ColumnLayout {
         ListHelp {
             Layout.fillWidth: true
             help: input.listHelp
+            linesAtOnce: input.linesAtOnce
 
             Connections {
                 target: input.listHelp

@@ -25,6 +25,7 @@ T.TextField {
     implicitHeight: Theme.high(32)
     leftPadding: 10
     rightPadding: 10
+    horizontalAlignment: TextInput.AlignLeft
     verticalAlignment: TextInput.AlignVCenter
     color: Theme.text
     placeholderTextColor: Theme.secondary

@@ -10,6 +10,7 @@ T.AbstractButton {
     property int spokenRole: Accessible.Button
     property string spokenName: text
     property string spokenDetail
+    property string tip ///< hover help
     /// For roles with two states.
     property bool ticked: false
     property int radius: Theme.radius ///< radius of the corners of the tint
@@ -24,6 +25,16 @@ T.AbstractButton {
     Accessible.name: spokenName
     Accessible.description: spokenDetail
     Accessible.checked: ticked
+
+    onPressedChanged: tips.dismissed = true // would cover what the press opens
+
+    TipLoader {
+        id: tips
+
+        anchors.fill: parent
+        tip: control.tip
+        hovered: control.hovered
+    }
 
     background: Rectangle {
         radius: control.radius

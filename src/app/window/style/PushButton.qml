@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Orvalen
 
@@ -8,7 +6,6 @@ Pressable {
     id: button
 
     property string symbol
-    property string tip ///< hover help
     property bool prominent: false
     property bool plain: false
     property bool destructive: false
@@ -54,16 +51,6 @@ Pressable {
             color: button.ink
             elide: Text.ElideRight
             Accessible.ignored: true
-        }
-    }
-
-    Loader {
-        anchors.fill: parent
-        active: button.tip !== "" && button.hovered
-
-        sourceComponent: HoverTip {
-            text: button.tip
-            shown: true
         }
     }
 

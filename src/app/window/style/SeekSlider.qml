@@ -9,6 +9,7 @@ T.Slider {
     required property real position01
     /// The position as text for screen readers.
     property string spokenPosition
+    property string tip ///< hover help
     /// Emitted while dragging.
     signal dragged(real value)
     /// Emitted when the slider is released or set from outside.
@@ -57,6 +58,12 @@ T.Slider {
         value: slider.position01
         when: !slider.pressed
         restoreMode: Binding.RestoreNone
+    }
+
+    TipLoader {
+        anchors.fill: parent
+        tip: slider.tip
+        hovered: slider.hovered && !slider.pressed
     }
 
     background: Rectangle {
