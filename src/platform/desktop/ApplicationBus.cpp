@@ -45,7 +45,7 @@ QVariantMap platformData() {
     return data;
 }
 
-/// Qt reads the token from the environment when a window requests the focus.
+/// Stores the token in the environment. Qt reads it there when a window requests the focus.
 void keepActivationToken(const QVariantMap& platformData) {
     for (const char* key : {startupKey, waylandKey})
         if (const QByteArray token = platformData.value(key).toString().toUtf8(); !token.isEmpty())

@@ -34,8 +34,8 @@ public:
     /// answer within five seconds.
     bool activateOwner(const QStringList& uris = {});
 
-    /// Sets the functions that handle requests. Earlier requests are handled now. Files are opened only while
-    /// no modal dialog is open.
+    /// Sets the functions that handle requests. The event loop then calls them for earlier requests, too.
+    /// Files are opened only while no modal dialog is open.
     void serve(std::function<void()> raise, std::function<void(const QString& uri)> open);
 
 public slots:

@@ -6,9 +6,8 @@ class QFileDialog;
 
 namespace orvalen {
 
-/// Hides the dialog and deletes it later. The destructor of a file dialog waits for the thread that reads
-/// folders. The dialog is therefore kept until that thread has answered; on a drive that never answers, for
-/// ever. Main thread.
+/// Hides the dialog and deletes it when its thread that reads folders is idle, because the dialog's
+/// destructor waits for that thread. If a drive never answers, the dialog is never deleted. Main thread.
 void deleteWhenIdle(QFileDialog* dialog);
 
 struct DeleteWhenIdle {

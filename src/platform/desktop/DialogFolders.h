@@ -7,15 +7,15 @@
 
 namespace orvalen {
 
-/// The folder in which dialogs of each kind open: the folder of the last file chosen, also in earlier runs.
-/// Main thread.
+/// Remembers, for each kind of file, the folder of the last chosen file. Dialogs open in it, also after a
+/// restart. Main thread.
 class DialogFolders {
 public:
-    /// Reads and writes `file`. With an empty name, folders are remembered until the program ends. A file
-    /// that cannot be read or written counts as empty.
+    /// Stores the folders in `file`. With an empty name, or if the file cannot be read or written, folders
+    /// are remembered until the program ends.
     explicit DialogFolders(QString file) : file_(std::move(file)) {}
 
-    /// Returns the user's music folder, or home, if no existing folder is known.
+    /// Returns the remembered folder if it exists, else the user's music folder, else home.
     QString folder(FileKind kind) const;
     void remember(FileKind kind, const QString& folder);
 

@@ -8,17 +8,17 @@ class QMessageBox;
 
 namespace orvalen {
 
-/// Adjusts a file dialog of Qt: columns that show full names and dates, and a side bar with home, music,
+/// Sets up a file dialog of Qt. Its columns show full names and dates. Its side bar shows home, music,
 /// desktop, downloads and mounted drives. Leaves a native dialog unchanged.
 void prepareDialog(QFileDialog& dialog);
 
 /// Adds a text above the content of the file dialog.
 void addMessage(QFileDialog& dialog, const QString& message);
 
-/// Adjusts a message box: plain text, a bold heading, wide enough for its title.
+/// Sets up a message box: plain text, a bold heading, the program's icon, wide enough for its title.
 void prepareDialog(QMessageBox& box);
 
-/// Shows the text over the dialog until the user confirms it.
+/// Shows the text in a message box over the dialog. Returns when the user has confirmed it.
 void explain(QDialog& dialog, const QString& text);
 
 } // namespace orvalen

@@ -8,7 +8,7 @@
 
 namespace orvalen {
 
-/// Returns the extensions of the types, lower case, each once, those of the families first.
+/// Returns the lower-case extensions of the types without duplicates. Extensions of the families come first.
 std::vector<std::string> extensionsOf(const AllowedTypes& types);
 
 /// Returns whether a file with this name may be chosen. Ignores letter case.

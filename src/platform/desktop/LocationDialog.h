@@ -21,8 +21,8 @@ public:
     const QStringList& chosen() const { return chosen_; }
     void accept() override;
 
-    /// Returns whether a native dialog was closed with a file that may not be chosen. Says so in a message;
-    /// the caller then shows the dialog again.
+    /// Returns whether a native dialog was closed with a file that may not be chosen. In this case, shows a
+    /// message first. The caller must then show the dialog again.
     bool refused();
 
 private:

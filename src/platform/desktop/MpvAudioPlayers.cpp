@@ -17,8 +17,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// The limit for opening a file. Checking access to its folder may take another half second of the three
-/// seconds in total.
+/// The time limit for opening a file. Before that, checking access to its folder may take 500 ms.
 constexpr std::chrono::milliseconds openLimit{2500};
 
 std::chrono::milliseconds timeLeft(Clock::time_point deadline) {
@@ -26,7 +25,7 @@ std::chrono::milliseconds timeLeft(Clock::time_point deadline) {
                     std::chrono::milliseconds(0));
 }
 
-/// How long positions are extrapolated from one answer of libmpv.
+/// The longest time for which positions are extrapolated before libmpv is asked again.
 constexpr std::chrono::milliseconds answerLife{200};
 
 /// Returns the number in the form that libmpv reads in every locale.
@@ -96,7 +95,7 @@ public:
         followEvents();
         if (loaded_ && (playing_ || !isPastLength(seconds)))
             return seek(seconds);
-        // At the end, play() starts from the beginning, so libmpv need not seek to the end in a pause.
+        // No seek: if the player is closed, load() uses the position; past the end, play() starts at 0.
         target_.reset();
         position_.seconds = seconds;
     }
@@ -124,8 +123,9 @@ private:
 
     bool isPastLength(double seconds) const { return duration_ > 0 && seconds >= duration_; }
 
-    /// Returns whether playback is at the end. libmpv does not report an end that a seek reaches during a
-    /// pause, and before a seek is done it returns the old position.
+    /// Returns whether playback is at the end. Also looks at positions, because libmpv reports no end if a
+    /// seek reaches it during a pause. Looks at the seek's target first: until then, libmpv returns the old
+    /// position.
     bool isAtEnd() {
         if (target_)
             return isPastLength(*target_);

@@ -19,7 +19,8 @@ struct Option {
     const char* value;
 };
 
-/// If a later libmpv does not know an option, the function that it switches off does not exist either.
+/// Errors are ignored: an option that a later libmpv does not know belongs to a feature that it does not
+/// have.
 constexpr Option options[] = {
     // No user configuration, and no files beside the opened one.
     {"config", "no"},

@@ -20,7 +20,8 @@ struct MpvLibrary;
 /// and command() name. Without a sound device, plays silently in real time. Main thread.
 ///
 /// libmpv executes calls on its own thread, which blocks while it waits for a drive. A background thread
-/// therefore makes the calls, in order, and the main thread waits only as long as stated below.
+/// therefore makes all calls that wait for libmpv, in order. The main thread waits only as long as stated
+/// below.
 class MpvCore {
 public:
     /// Sets the process's locale for numbers to "C", which libmpv needs. The first player loads libmpv, which

@@ -77,8 +77,8 @@ QString QtDialogs::firstFolder(const OpenOptions& options) const {
     return folders_.folder(options.kind);
 }
 
-/// Remembers the folder of the first chosen path. A typed path can be outside the folder that the dialog
-/// shows.
+/// Remembers the folder of the first chosen path and returns all chosen paths. A typed path can be outside
+/// the folder that the dialog shows.
 std::vector<Location> QtDialogs::remembered(FileKind kind, const QFileDialog& dialog,
                                             const QStringList& chosen) {
     if (!chosen.isEmpty()) {

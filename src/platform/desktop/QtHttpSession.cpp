@@ -13,7 +13,8 @@ namespace {
 
 constexpr std::size_t bodyLimit = std::size_t{64} << 20;
 constexpr int redirectLimit = 20;
-/// Limits the bytes that Qt reads ahead. Otherwise Qt reads a fast server to the end before we can stop it.
+/// The largest number of bytes that Qt buffers. Without this limit, Qt could buffer a whole body before the
+/// check against `bodyLimit`.
 constexpr qint64 readAhead = qint64{4} << 20;
 
 bool isSecure(const QUrl& url) {

@@ -8,12 +8,12 @@ class QNetworkAccessManager;
 
 namespace orvalen {
 
-/// HTTP and HTTPS over the toolkit's network access. HTTPS trusts the system's certificates and nothing else.
+/// Sends HTTP and HTTPS requests with Qt. HTTPS trusts the system's certificates only.
 ///
-/// Redirects are followed, 20 at the most and never from https to http; a request that is sent on to another
-/// server leaves its authorization behind. The time-out is the longest silence: it starts anew whenever bytes
-/// arrive. A body of more than 64 MB is an error. Main thread, within the life of the application object;
-/// requests that are open when the session ends are never answered.
+/// Follows at most 20 redirects, and none from https to http. A redirect to another server removes the
+/// Authorization header. The time-out restarts whenever bytes arrive. A body of more than 64 MB is an error.
+/// Main thread. Needs the application object. Requests that are open when the session is destroyed are never
+/// answered.
 class QtHttpSession : public HttpSession {
 public:
     QtHttpSession();

@@ -12,14 +12,14 @@ namespace orvalen {
 
 namespace {
 
-/// How long posts run before other events get their turn.
+/// The time after which the event loop handles other events before further posts run.
 constexpr qint64 sliceMilliseconds = 4;
 
 } // namespace
 
-/// Runs posts from the event loop. While posts wait, exactly one wake-up is pending: an event, which any
-/// thread may send, or a timer, which is used during and after a slice. The timer is needed because an event
-/// that is sent during an event is delivered before other events get their turn.
+/// Runs posts from the event loop. While posts are queued, exactly one wake-up is pending: an event or a
+/// timer. The first post sends the event. A slice starts the timer for the posts after it. It sends no event,
+/// because Qt would deliver that event before input and painting.
 class QtMainQueue::Pump : public QObject {
 public:
     void post(Function function) {
@@ -39,8 +39,8 @@ private:
     void runSlice() {
         QElapsedTimer clock;
         clock.start();
-        // Starts a new timer: the one that has fired does not fire again before its call returns, which a
-        // modal dialog delays.
+        // Makes take() start a new timer. Qt does not fire a timer again while its event is being handled,
+        // and a post that opens a modal dialog returns late.
         timer_.stop();
         do {
             Function next = take();
@@ -50,7 +50,8 @@ private:
         } while (clock.elapsed() < sliceMilliseconds);
     }
 
-    /// Returns the next post, or an empty function. Before it runs, a wake-up for further posts is pending.
+    /// Returns the next post, or an empty function. First starts the timer for the posts after it: if this
+    /// post opens a modal dialog, they run meanwhile.
     Function take() {
         const std::lock_guard lock(mutex_);
         awake_ = !posts_.empty();

@@ -6,9 +6,9 @@
 
 namespace orvalen {
 
-/// The main queue on the event loop of the thread that creates it. Needs a QCoreApplication. If a post opens
-/// a modal dialog, later posts run meanwhile, in order. Many posts run in slices, so that input and painting
-/// get their turn in between.
+/// Runs posts and timers in the event loop of the thread that creates it. Needs a QCoreApplication. If a post
+/// opens a modal dialog, later posts run meanwhile, in order. Many posts run in slices of a few milliseconds.
+/// Between slices, the event loop handles input and painting.
 class QtMainQueue : public MainQueue {
 public:
     QtMainQueue();

@@ -27,11 +27,11 @@ public:
         std::size_t first; ///< number of the first line
         std::vector<std::string> texts;
     };
-    /// Returns the lines from the number on, or from the oldest one that is kept.
+    /// Returns the lines from line `number` on. Lines that are no longer kept are missing.
     Lines linesFrom(std::size_t number) const;
 
-    /// Calls the function after each line, on the thread that wrote the line. The function must not call the
-    /// log. An empty function stops the calls; none is running when this call returns.
+    /// Replaces the observer. It is called after each line, on the thread that wrote the line, and must not
+    /// call the log. An empty function removes the observer: when observe() returns, no call is running.
     void observe(std::function<void()> written);
 
 private:

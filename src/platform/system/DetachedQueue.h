@@ -26,8 +26,9 @@ public:
 
     void post(std::function<void()> job);
 
-    /// Runs the call after all earlier jobs. Returns its result, or nullopt if there is none within `limit`.
-    /// Returns nullopt at once while an earlier call is overdue.
+    /// Runs the call after all earlier jobs. Returns its result, or nullopt if it has not ended after
+    /// `limit`. Does not wait while an earlier call is overdue, but returns nullopt at once. The call still
+    /// runs later.
     template <typename Call>
     std::optional<std::invoke_result_t<Call>> ask(std::chrono::milliseconds limit, Call call) {
         using Result = std::invoke_result_t<Call>;

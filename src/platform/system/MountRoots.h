@@ -10,7 +10,7 @@ struct MountRoots {
     std::vector<std::string> folders{"/media", "/run/media", "/mnt"};
 
     /// Returns whether the absolute path is below one of the folders and does not exist now. Returns false if
-    /// a permission is missing to look it up. Blocks while a mounted drive is slow. Thread-safe.
+    /// this process may not search a folder of the path. Blocks while the drive does not answer. Thread-safe.
     bool isMissing(const std::string& path) const;
 };
 

@@ -36,7 +36,7 @@ public:
     }
 
     void run() {
-        // poll() ignores a negative descriptor, for systems without this table.
+        // If the mount table cannot be opened, its descriptor is negative and poll() ignores it.
         pollfd sources[] = {{wakeUp_.number(), POLLIN, 0}, {mountTable_.number(), POLLPRI, 0}};
         std::shared_ptr<const Watched> reportedOn;
         std::vector<Location> reported;
@@ -75,7 +75,7 @@ private:
     void wake() const {
         constexpr std::uint64_t one = 1;
         static_cast<void>(::write(wakeUp_.number(), &one, sizeof one) ==
-                          sizeof one); // fails only if the thread is awake already
+                          sizeof one); // fails only if the counter is full: then the thread wakes anyway
     }
 
     std::vector<Location> missing(const std::vector<Location>& locations) const {

@@ -9,12 +9,12 @@ namespace orvalen {
 
 class MainQueue;
 
-/// Checks the locations whenever the kernel reports a mount or unmount. A separate thread does this, so that
-/// a drive that does not answer delays only later reports.
+/// Checks the locations after each watch() call and whenever the mount table changes. A separate thread
+/// checks them. A drive that does not answer therefore delays the next report, but never the caller.
 class MountWatch : public DriveWatch {
 public:
     explicit MountWatch(MainQueue& mainQueue, MountRoots roots = {});
-    /// Never waits for a drive. A thread that is checking one ends later, without a report.
+    /// Never waits for a drive. A thread that is checking a location ends later, without a report.
     ~MountWatch() override;
     MountWatch(const MountWatch&) = delete;
     MountWatch& operator=(const MountWatch&) = delete;

@@ -9,12 +9,12 @@
 
 namespace orvalen {
 
-/// Grants what the file system permits: access starts if the location exists and can be read (a folder also
-/// searched), and needs no stop. Background threads check the locations. A location without an answer in time
-/// is granted, and is not waited for again until it answers.
+/// Grants access to locations that exist and that this process may read. A folder must also be searchable.
+/// stop() does nothing. Background threads check the locations. If a check takes too long, access is granted,
+/// and later calls do not wait for this location until the check has ended.
 ///
-/// A bookmark contains the path, whether the location exists or not. Resolving fails for bytes that are not
-/// our bookmark or have no absolute path.
+/// A bookmark contains the path. The location need not exist. Resolving fails for bytes that are not our
+/// bookmark or contain no absolute path.
 class PosixFolderAccess : public FolderAccess {
 public:
     /// Decides whether a path can be read. Called on any thread.

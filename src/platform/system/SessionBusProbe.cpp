@@ -43,7 +43,7 @@ std::optional<std::string> socketName(std::string_view address) {
     return std::nullopt;
 }
 
-/// Without the variable, the bus is in the user's runtime folder.
+/// Returns the addresses that the environment names, else the standard address in the user's runtime folder.
 std::string sessionAddresses() {
     if (const char* named = std::getenv("DBUS_SESSION_BUS_ADDRESS"); named && *named)
         return named;

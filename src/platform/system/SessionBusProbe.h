@@ -6,7 +6,7 @@ namespace orvalen {
 
 enum class BusAnswer {
     none,   ///< there is no session bus, or it refuses connections
-    silent, ///< it accepts connections but does not answer within the limit
+    silent, ///< there is a session bus, but it does not answer within the limit
     answers
 };
 

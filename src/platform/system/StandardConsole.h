@@ -10,8 +10,8 @@ namespace orvalen {
 /// Writes lines to a descriptor, by default standard output. A separate thread writes the queue, so that a
 /// reader that stops reading (a full pipe, a paused terminal) does not block the caller. If the queue of 1 MB
 /// is full, line() waits at most 100 ms and then drops the line. "N lines left out" is written in the place
-/// of dropped lines. Lines keep their order. They are lost silently if the reader has gone. Control
-/// characters are written as consoleText() says.
+/// of dropped lines. Lines keep their order. If the reader has closed its end, all lines are lost without an
+/// error. Control characters are written as consoleText() says.
 class StandardConsole : public Console {
 public:
     StandardConsole();
@@ -21,7 +21,7 @@ public:
     StandardConsole(const StandardConsole&) = delete;
     StandardConsole& operator=(const StandardConsole&) = delete;
 
-    /// Blocks for at most 100 ms, and only once each time that the reader stops.
+    /// Blocks for at most 100 ms. After a dropped line, drops further lines at once until the reader reads.
     void line(std::string_view text) override;
     /// Waits until all queued lines are written, at most one second.
     void flush();

@@ -11,7 +11,7 @@
 
 namespace orvalen {
 
-/// One thread. The destructor waits for the running job and drops queued jobs.
+/// Runs the jobs on its own thread. The destructor waits for the running job and drops queued jobs.
 class ThreadWorkerQueue : public WorkerQueue {
 public:
     ThreadWorkerQueue();

@@ -4,8 +4,8 @@
 
 namespace orvalen {
 
-/// Uses $XDG_DATA_HOME if it is an absolute path, else ".local/share" in $HOME, else in the home folder of
-/// the system's user database.
+/// The application support folder is $XDG_DATA_HOME if that is an absolute path. Otherwise it is
+/// ".local/share" in $HOME, or in the home folder that the system's user database names.
 class XdgUserFolders : public UserFolders {
 public:
     std::optional<std::string> applicationSupport() const override;

@@ -25,7 +25,8 @@ public:
     virtual std::uint64_t size() const = 0;
     /// Returns the bytes at the offset; fewer at the end of the source or after an error.
     virtual std::string read(std::uint64_t offset, std::size_t length) const = 0;
-    /// Returns errno of the last failed read, or 0. If not 0, results made of the bytes are invalid.
+    /// Returns errno of the last failed read, or 0. After an error, do not use what was decoded from the
+    /// bytes.
     virtual int error() const { return 0; }
 };
 
@@ -39,8 +40,8 @@ private:
     std::string bytes_;
 };
 
-/// Opens a regular file that is not empty. Fails for anything else without opening it. Small reads are served
-/// from a window of 4 kB.
+/// Opens a regular file that is not empty. Fails for anything else without opening it. Keeps a buffer of
+/// 4 kB, so that small reads close to each other need one system call.
 Expected<std::unique_ptr<ByteSource>> openRegularFile(const std::string& path);
 
 // Return the number in the first bytes. Missing bytes count as 0.

@@ -4,7 +4,8 @@
 
 namespace orvalen {
 
-/// Title, artist and tempo of mp3, MPEG-4, WAV and AIFF files; no other tags. Each asset reads its file once.
+/// Reads title and artist of mp3, MPEG-4, WAV and AIFF files, and the tempo from ID3 tags. Each asset reads
+/// its file once.
 class FileMediaAssets : public MediaAssets {
 public:
     std::unique_ptr<MediaAsset> open(const std::string& path) override;

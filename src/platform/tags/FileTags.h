@@ -9,7 +9,7 @@
 
 namespace orvalen {
 
-/// Title, artist and tempo from the tags of one file. Items of a preferred tag come first.
+/// Title, artist and tempo from the tags of one file. If several tags have an item, the item to use is first.
 struct FileTags {
     std::vector<MetadataItem> common;
     std::vector<std::string> formats;

@@ -85,8 +85,8 @@ std::optional<std::uint64_t> findStart(const ByteSource& file) {
 constexpr std::size_t id3v1Length = 128;
 constexpr std::size_t apeFooterLength = 32;
 
-/// Reads items of the form: length of the value, flags, key, zero, value. The last item with a key counts.
-/// Several values in one item are joined by spaces.
+/// Reads items of the form: length of the value, flags, key, zero, value. If a key occurs again, the later
+/// item replaces the earlier one. Several values in one item are joined by spaces.
 void readApeItems(FileTags& tags, std::string_view items) {
     std::string title;
     std::string artist;

@@ -16,8 +16,8 @@ struct Box {
     bool isCutOff = false; ///< the box is longer than the rest of the file
 };
 
-/// Reads the header of the box at `place`. Only the end of the file limits the length, because parents with a
-/// too small length are common and harmless.
+/// Reads the header of the box at `place`. The box may be longer than its parent, because parents with too
+/// small a length are common and harmless. A box beyond the end of the file is cut.
 std::optional<Box> boxAt(const ByteSource& file, std::uint64_t place) {
     const std::uint64_t end = file.size();
     const std::string head = file.read(place, 16);
@@ -37,7 +37,7 @@ std::optional<Box> boxAt(const ByteSource& file, std::uint64_t place) {
     return Box{head.substr(4, 4), {place + headLength, contentLength}, length > end - place};
 }
 
-/// Returns the first box with the name that starts in the range. Does not search inside other boxes.
+/// Returns the first box that starts in the range and has the name. Does not search inside other boxes.
 std::optional<Box> find(const ByteSource& file, const ByteRange& range, std::string_view name) {
     std::uint64_t place = range.offset;
     for (int count = 0; count < mostBoxes && place < range.end(); ++count) {

@@ -56,7 +56,7 @@ std::string textIn(const ByteSource& file, const ByteRange& range) {
         file.read(range.offset, std::min(static_cast<std::size_t>(range.length), longestText)));
 }
 
-/// Reads the texts of an INFO list. Of several texts with one name, the last counts.
+/// Reads the texts of an INFO list. If a name occurs again, the later text replaces the earlier one.
 void readInfo(FileTags& tags, const ByteSource& file, const ByteRange& list) {
     std::string title;
     std::string artist;

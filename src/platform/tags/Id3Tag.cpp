@@ -11,7 +11,7 @@ namespace orvalen {
 namespace {
 
 constexpr std::size_t tagHeaderLength = 10;
-constexpr std::uint64_t longestWholeTag = 16 << 20; ///< bytes read of a tag that must be read completely
+constexpr std::uint64_t longestWholeTag = 16 << 20; ///< bytes read of a tag that is read as a whole
 constexpr int mostFrames = 10'000;                  ///< a tag with more frames is damaged
 
 constexpr unsigned char unsynchronised = 0x80;
@@ -20,6 +20,9 @@ constexpr unsigned char extendedHeader = 0x40;
 unsigned char byteAt(std::string_view bytes, std::size_t place) {
     return place < bytes.size() ? static_cast<unsigned char>(bytes[place]) : 0;
 }
+
+// ID3 tags can avoid byte pairs that look like the start of an MPEG frame. "Synchsafe" numbers use only seven
+// bits of each byte. "Unsynchronised" content has zero bytes inserted after 0xFF.
 
 /// Returns a number from four bytes of seven bits each.
 std::uint32_t synchSafe(std::string_view bytes) {
@@ -33,7 +36,7 @@ bool isSynchSafe(std::string_view bytes) {
     return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return (byte & 0x80) == 0; });
 }
 
-/// Removes the zero byte that unsynchronisation puts after every 0xFF.
+/// Removes the zero byte after every 0xFF.
 std::string synchronised(std::string_view bytes) {
     std::string result;
     result.reserve(bytes.size());
@@ -45,7 +48,7 @@ std::string synchronised(std::string_view bytes) {
     return result;
 }
 
-/// Returns nullopt for damaged bytes.
+/// Decompresses the bytes. Stops after `longestText` + 1 bytes. Returns nullopt for damaged bytes.
 std::optional<std::string> inflated(std::string_view bytes) {
     std::string result(longestText + 1, '\0');
     uLongf length = result.size();
@@ -111,7 +114,7 @@ private:
         return version_ == 2 || (version_ == 3 && byteAt(bytes, 3) == 0);
     }
 
-    /// Returns the index into `wantedFrames`, or their number for other frames.
+    /// Returns the index into `wantedFrames`, or wantedFrames.size() for other frames.
     std::size_t kindOf(std::string_view header) const {
         const bool old = hasOldName(header);
         const auto* const found =
@@ -129,8 +132,8 @@ private:
         const std::uint32_t plain = bigEndian32(header.substr(4));
         if (version_ == 3)
             return plain;
-        // Some programs write the lengths of version 4 like those of version 3. Looking for the next frame
-        // shows which one it is.
+        // Version 4 needs synchsafe lengths, but some programs write plain ones. The right length is the one
+        // that leads to the name of the next frame.
         const std::uint32_t safe = synchSafe(header.substr(4));
         if (!isSynchSafe(header.substr(4, 4)))
             return plain;
@@ -172,7 +175,7 @@ private:
 
     const ByteSource& source_;
     unsigned version_;
-    bool isUnsynchronised_; ///< all frames of version 4
+    bool isUnsynchronised_; ///< used for version 4 only: all frames are unsynchronised
 };
 
 /// Returns the length of the extended header at `place`.
@@ -207,7 +210,8 @@ void readId3Tag(FileTags& tags, const ByteSource& file, std::uint64_t place) {
     };
     if (!isUnsynchronised || version == 4)
         return readFrames(file, begin, end);
-    // Before version 4, the zero bytes also occur within the headers of frames.
+    // Before version 4, frame headers are unsynchronised too, so the zero bytes are removed from the whole
+    // tag.
     const MemorySource whole(
         synchronised(file.read(begin, static_cast<std::size_t>(std::min(end - begin, longestWholeTag)))));
     readFrames(whole, 0, whole.size());

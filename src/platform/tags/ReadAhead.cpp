@@ -20,7 +20,7 @@ namespace {
 constexpr std::size_t mostThreads = 16;
 constexpr std::size_t mostBytesOfFile = 128 << 10; ///< 32 MB for all files ahead
 constexpr int filesWithoutWait = 64;               ///< after this number in a row, the files count as cached
-constexpr int mostWaitsInVain = 16; ///< waits of the reader for files that were read in advance
+constexpr int mostWaitsInVain = 16;                ///< at this number, reading ahead stops
 constexpr auto shortestWait = std::chrono::microseconds(100);
 
 /// Returns how often this thread has waited, for example for a drive. Reading a cached file needs no wait.
@@ -60,7 +60,7 @@ void readOnce(const std::string& path) {
 struct ReadAhead::Shared {
     std::mutex mutex; ///< never held while a file is read
     std::condition_variable wakeUp;
-    std::deque<std::string> paths; ///< expected files that no thread has taken and the reader has not passed
+    std::deque<std::string> paths; ///< expected files that neither a thread nor the reader has opened yet
     std::size_t taken = 0;         ///< number of files that are no longer in `paths`
     std::size_t passed = 0;        ///< number of files that the reader has finished
     int withoutWait = 0;           ///< files read in a row without waiting for the drive
@@ -119,7 +119,7 @@ void ReadAhead::passOne() {
     ++shared_->passed;
     if (shared_->passed > shared_->taken && !shared_->paths.empty())
         shared_->takeNext();
-    // At this distance, even the slowest thread has mostly finished this file.
+    // If more than 16 later files were taken, the thread that took this file has very likely finished it.
     const bool wasAhead = shared_->passed + mostThreads < shared_->taken;
     waitsInVain_ = hasWaited && wasAhead ? waitsInVain_ + 1 : 0;
     if (hasWaited && shared_->isResting) {
@@ -128,12 +128,12 @@ void ReadAhead::passOne() {
         shared_->wakeUp.notify_all();
     }
     lock.unlock();
-    if (waitsInVain_ == mostWaitsInVain) // the system does not cache files of this drive
+    if (waitsInVain_ == mostWaitsInVain) // the system seems not to cache files of this drive
         end();
 }
 
-/// Returns whether the reader's thread has waited since the last call. Skips the system call if less time has
-/// passed than any wait takes.
+/// Returns whether the reader's thread has waited since the last call. Returns false without a system call if
+/// the time since then is too short for a wait.
 bool ReadAhead::hasReaderWaited() {
     const auto now = std::chrono::steady_clock::now();
     const bool isSlow = now - std::exchange(lastPass_, now) > shortestWait;

@@ -9,8 +9,8 @@ namespace orvalen {
 
 /// Reads the tags of the expected files on up to 16 threads and discards them. The system then has these
 /// parts of the files in its cache when the reader needs them. Reads at most 128 kB per file, 32 MB in total
-/// ahead of the reader. Pauses while files are cached anyway, resumes when the reader has to wait, and stops
-/// if the reader waits for files that were read in advance.
+/// ahead of the reader. Pauses if the system has cached the files already, and resumes when the reader has to
+/// wait. Stops for good if the reader waits even for files that were read ahead.
 class ReadAhead : public MediaReadAhead {
 public:
     ReadAhead();
@@ -33,7 +33,7 @@ private:
     std::size_t threads_ = 0;
     std::chrono::steady_clock::time_point lastPass_ = std::chrono::steady_clock::now();
     long waits_ = 0;      ///< number of waits of the reader's thread at the last passOne()
-    int waitsInVain_ = 0; ///< waits in a row for files that were read in advance
+    int waitsInVain_ = 0; ///< files in a row that were read ahead and for which the reader still waited
 };
 
 } // namespace orvalen

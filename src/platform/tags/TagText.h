@@ -9,8 +9,8 @@
 
 namespace orvalen {
 
-/// The longest text of a tag, in bytes of the file and after decompression. Longer texts are an error or are
-/// cut. No title, artist or tempo is that long.
+/// The longest text of a tag in bytes, before and after decompression. A longer text is an error in ID3 and
+/// MPEG-4 tags, and is cut in WAV and AIFF files. A longer APE tag is ignored.
 inline constexpr std::size_t longestText = 1 << 20;
 
 /// Returns the error for a longer text.
@@ -21,9 +21,8 @@ std::string fromLatin1(std::string_view bytes);
 /// Returns the bytes before the first zero if they are valid UTF-8; else converts them from Latin-1.
 std::string fromUtf8OrLatin1(std::string_view bytes);
 
-/// Decodes the first value of an ID3 text frame: a byte for the encoding, then the text. If the text is
-/// invalid in this encoding, tries UTF-16 without a byte-order mark, UTF-8 and Latin-1. Returns nullopt if
-/// none fits.
+/// Decodes the first value of an ID3 text frame: a byte for the encoding, then the text. If the encoding is
+/// unknown or a byte-order mark is missing, tries UTF-16, UTF-8 and Latin-1. Returns nullopt if none fits.
 std::optional<std::string> decodeId3Text(std::string_view frame);
 
 } // namespace orvalen
