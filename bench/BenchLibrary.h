@@ -30,7 +30,7 @@ inline const BenchLibrary& benchLibrary(std::size_t tracks) {
     return libraries.try_emplace(tracks, tracks).first->second;
 }
 
-/// Returns a copy of the index with its own texts, which therefore has no cache yet.
+/// Returns a copy that shares nothing with the index, so that no catalog is cached in the copy.
 inline LibraryIndex unprepared(const LibraryIndex& index) {
     LibraryIndexBuilder builder;
     for (std::size_t position = 0; position < index.trackCount(); ++position)

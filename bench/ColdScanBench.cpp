@@ -83,8 +83,8 @@ bool isHeadCached(const std::string& path) {
     return result;
 }
 
-/// Removes the files from the page cache. Returns false if the system keeps a page. With ORVALEN_DROP_CACHES,
-/// also removes all names and inodes of the system, which needs root.
+/// Removes the files from the page cache. Returns false if the last file is still cached. If the environment
+/// has ORVALEN_DROP_CACHES, also empties the kernel's caches of directories and inodes, which needs root.
 bool tryToDrop(const Files& files) {
     for (const std::string& path : files.paths) {
         const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
@@ -209,7 +209,7 @@ BENCHMARK(scanCold)
     ->Apply(both);
 BENCHMARK(scanColdRaw)->Name("scan_cold_raw")->Apply(raw);
 BENCHMARK(scanColdRaw16)->Name("scan_cold_raw16")->Apply(raw);
-// A hard disk; a network drive; a hard disk whose content is not cached.
+// A hard disk, a network drive, and a hard disk whose content the system does not cache.
 BENCHMARK_CAPTURE(scanSlow, rotating, {5ms, false, true})->Name("scan_rotating")->Apply(slow);
 BENCHMARK_CAPTURE(scanSlow, network, {20ms, true, true})->Name("scan_network")->Apply(slow);
 BENCHMARK_CAPTURE(scanSlow, uncached, {2ms, false, false})->Name("scan_uncached")->Apply(slow);

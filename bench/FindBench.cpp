@@ -20,7 +20,7 @@ struct Query {
     std::string title;
 };
 
-/// Removes, exchanges or replaces a letter in the longest word.
+/// Removes a letter of the longest word, replaces it, or exchanges it with the next one.
 std::string misspelt(std::string text, std::mt19937& random) {
     std::size_t start = 0;
     std::size_t length = 0;
@@ -60,7 +60,7 @@ std::vector<Query> queries(const LibraryIndex& index, std::size_t count) {
     return result;
 }
 
-/// Returns the text as it is typed: the first letter, every fifth, the complete text.
+/// Returns what is in the search field while the query is typed: 1 letter, 6, 11 and so on, then all.
 std::vector<std::string> keystrokes(const Query& query) {
     std::vector<std::string> texts;
     for (std::size_t length = 1; length < query.text.size(); length += 5)
@@ -76,8 +76,8 @@ bool holds(const LibraryIndex& index, const std::vector<std::size_t>& positions,
     });
 }
 
-/// Types every query. Counts the milliseconds per keystroke, and the queries whose track is among the first
-/// fifty results.
+/// Searches after each keystroke of every query. Reports the milliseconds per keystroke, and the share of
+/// queries whose track is among the results of the complete text.
 template <typename Find>
 void type(benchmark::State& state, const LibraryIndex& index, Find find) {
     const std::vector<Query> wanted = queries(index, 20);
@@ -151,7 +151,7 @@ void findFts5(benchmark::State& state) {
     type(state, index, [&](const std::string& text) { return table.find(text); });
 }
 
-/// Suggestions for misspelt lines, as for rows without a candidate.
+/// Measures suggestions for misspelt lines, as rows without a candidate show them.
 void suggest(benchmark::State& state) {
     const BenchLibrary& library = benchLibrary(static_cast<std::size_t>(state.range(0)));
     const LibraryCatalog catalog(library.index);

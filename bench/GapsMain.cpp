@@ -53,7 +53,7 @@ void makeHome(const std::string& home, std::size_t tracks) {
         lines << line << '\n';
 }
 
-/// Uses another process, so that the measured one starts with little memory.
+/// Calls makeHome() in a child process, so that its memory is not part of the measured process.
 bool makeHomeElsewhere(const std::string& home, std::size_t tracks) {
     const pid_t child = ::fork();
     if (child == 0) {
@@ -163,13 +163,13 @@ private:
             QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
 
-    /// Waits until the views are up to date. This time belongs to the step.
+    /// Runs the event loop until the views are up to date. Gaps in this time count for the current step.
     void rest(std::chrono::milliseconds time = 1500ms) {
         const auto end = std::chrono::steady_clock::now() + time;
         wait([&] { return std::chrono::steady_clock::now() > end; });
     }
 
-    /// Confirms an open message. The main loop runs meanwhile.
+    /// Confirms the open message, if there is one. A timer calls this, because messages are modal.
     void closeMessage() {
         if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
             ++messages_;
@@ -201,8 +201,8 @@ private:
 } // namespace orvalen::bench
 
 /// Usage: orvalen_gaps TRACKS [LOOPS]. Creates a library of TRACKS files below the temporary folder and runs
-/// the real program with it. Prints the longest gap of the main loop for each step. With LOOPS, repeats the
-/// evening and prints the memory of the process.
+/// the real program with it. Prints the longest gap of the main loop for each step. With LOOPS, then matches,
+/// includes, previews and closes LOOPS times, and prints the memory of the process.
 int main(int argc, char** argv) {
     using namespace orvalen;
     const std::size_t tracks = argc >= 2 ? std::strtoull(argv[1], nullptr, 10) : 0;

@@ -38,11 +38,12 @@ LoopProbe::Gaps LoopProbe::takeGaps() {
 
 bool LoopProbe::notify(QObject* receiver, QEvent* event) {
     const auto begin = Clock::now();
-    // The event may delete both.
+    // Handling the event may delete the receiver and the event.
     const char* const receiverClass = receiver->metaObject()->className();
     const QEvent::Type type = event->type();
     const bool handled = QApplication::notify(receiver, event);
-    // An event that opens a dialog ends much later, so the time is counted from the last timer call.
+    // An event that opens a modal dialog is handled until the dialog closes. The timer runs meanwhile, so
+    // only the time since its last call counts.
     const double took = millisecondsSince(std::max(begin, lastBeat_));
     if (took >= std::max(longestEvent_, 1.0)) {
         longestEvent_ = took;

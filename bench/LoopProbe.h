@@ -9,19 +9,19 @@
 namespace orvalen::bench {
 
 /// An application that measures gaps of its main loop. A timer fires every millisecond; the time between two
-/// of its calls is a gap. Time in which other processes used the processor is not counted, so results on a
-/// busy machine are similar.
+/// of its calls is a gap. Time in which the main thread waited for a processor is not counted, so that
+/// results do not depend on other processes.
 class LoopProbe : public QApplication {
 public:
     struct Gap {
-        double milliseconds = 0; ///< without waiting for a processor
+        double milliseconds = 0; ///< length of the gap, without waiting for a processor
         double processor = 0;    ///< the part of it in which the main thread ran
         QString event;           ///< what took most of it: the receiver's class and the event's type
     };
 
     LoopProbe(int& argc, char** argv);
 
-    /// The gaps since the last call: the longest, and all that are reported.
+    /// The gaps since the last takeGaps(): the longest, and all that are longer than `tellableMilliseconds`.
     struct Gaps {
         Gap longest;
         std::vector<Gap> tellable;

@@ -34,8 +34,7 @@ private:
     sqlite3_stmt* select_ = nullptr;
 };
 
-/// Normalised requests. A trigram table finds nothing shorter than three letters, so such requests are left
-/// out.
+/// Returns normalised requests. Leaves out texts of less than three bytes, which a trigram table cannot find.
 std::vector<Request> wanted(const BenchLibrary& library, std::size_t count) {
     std::vector<Request> requests;
     for (const std::string& line : library.lines(count)) {

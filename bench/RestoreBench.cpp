@@ -106,7 +106,7 @@ void plainSave(benchmark::State& state) {
     }
 }
 
-/// Returns the resident bytes now, or the largest number since forgetPeak().
+/// Returns the resident bytes: "VmRSS" the current number, "VmHWM" the largest since forgetPeak().
 std::size_t residentBytes(const char* name) {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);)
@@ -120,7 +120,7 @@ void forgetPeak() {
     std::ofstream("/proc/self/clear_refs") << 5;
 }
 
-/// Memory at the peak of reading and writing, without what remains, relative to the size of the file.
+/// Measures the temporary memory of reading and of writing a library file, as a multiple of the file's size.
 void peak(benchmark::State& state) {
     const test::TemporaryFolder folder;
     const std::string path = folder.write("library.orvl", libraryText(state.range(0)));

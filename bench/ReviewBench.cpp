@@ -26,7 +26,7 @@ void autoSave(benchmark::State& state) {
     state.counters["MB"] = static_cast<double>(bytes) / 1e6;
 }
 
-/// Our part of an auto-save, without writing the file.
+/// The encoding part of an auto-save, without writing the file.
 void encode(benchmark::State& state) {
     const auto rows = reviewedRows(state.range(0));
     for (auto _ : state)

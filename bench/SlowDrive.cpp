@@ -29,7 +29,7 @@ struct Drive {
     std::set<Block> asked;
     std::set<Block> cached;
     std::condition_variable arrival;
-    std::mutex head; ///< locked during a request, if the drive serves one at a time
+    std::mutex head; ///< locked during a request if the drive serves only one request at a time
 };
 
 Drive drive;
@@ -40,7 +40,8 @@ void serve() {
     std::this_thread::sleep_for(drive.kind.request);
 }
 
-/// A second reader of a cached drive waits for a block that is being read, as in the kernel.
+/// Waits as long as the drive needs. On a cached drive, a thread that needs a block that another thread is
+/// reading waits for that thread, as in the kernel.
 void request(const Block& block) {
     if (!drive.kind.isCached)
         return serve();

@@ -36,8 +36,8 @@ public:
     }
 
     struct Took {
-        double change; ///< until the views have it
-        double frame;  ///< until it is drawn
+        double change; ///< seconds until the items of the window show the change
+        double frame;  ///< seconds until the next frame is drawn
     };
 
     Took untilShown(const std::function<void()>& change, const Condition& isShown) {
@@ -100,7 +100,7 @@ private:
     int frames_ = 0;
 };
 
-/// Records the time until the views have the change. The time until the frame is a separate counter.
+/// Reports the time until the items show the change. The time until the frame is a separate counter.
 void count(benchmark::State& state, const Stage::Took& took) {
     state.SetIterationTime(took.change);
     state.counters["ms_with_frame"] = took.frame * 1e3;

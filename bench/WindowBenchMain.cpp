@@ -1,7 +1,7 @@
 #include <QGuiApplication>
 #include <benchmark/benchmark.h>
 
-/// The application must outlive every benchmark and end before Qt's globals.
+/// Creates the application in main(): it must outlive every benchmark and be destroyed before Qt's globals.
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");

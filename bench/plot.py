@@ -57,7 +57,7 @@ def grid():
         parts.append(f'<path d="M{LEFT} {y(time):.1f}h{WIDTH}" stroke="#ddd"/>')
         parts.append(text(LEFT - 8, y(time) + 4, f"{time:g} ms", 'text-anchor="end"'))
         time *= 10
-    # Guide lines for what grows in proportion to the library.
+    # Guide lines with the slope of times that grow in proportion to the library.
     parts.extend(
         f'<path d="M{x(1e4):.1f} {y(start):.1f}L{x(1e6):.1f} {y(start * 100):.1f}" stroke="#bbb" stroke-dasharray="2 5"/>'
         for start in (1e-3, 1e-2, 1e-1, 1, 10, 100)

@@ -25,7 +25,7 @@ is_update_address("${ORVALEN_UPDATE_URL}" is_valid)
 if(NOT is_valid)
   message(FATAL_ERROR "ORVALEN_UPDATE_URL must be https://HOST/latest.json; plain http is for loopback addresses only")
 endif()
-# Paths that start with a slash are appended to the base addresses.
+# Removes slashes at the end, because the program appends paths that start with a slash.
 foreach(address ORVALEN_SPOTIFY_ACCOUNTS_URL ORVALEN_SPOTIFY_API_URL)
   string(REGEX REPLACE "/+$" "" ${address} "${${address}}")
 endforeach()

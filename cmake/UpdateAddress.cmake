@@ -1,5 +1,6 @@
 # Sets RESULT to whether ADDRESS is a valid address of the update manifest: https with the path "/latest.json". http is
-# allowed for loopback addresses only, for tests: whoever can change the answer chooses what users download.
+# allowed for loopback addresses only, for tests: on a network, an attacker could change the answer and so choose what
+# users download.
 function(is_update_address address result)
   set(port "(:[0-9]+)?")
   set(loopback "(localhost|127\\.[0-9]+\\.[0-9]+\\.[0-9]+|\\[::1\\])")

@@ -83,8 +83,8 @@ build() {
     cmake --build "$folder" --parallel "$(jobs_that_fit)" "$@"
 }
 
-# jobs_that_fit: one job per processor, but not more than the memory allows. A file with many templates needs about 1
-# GB.
+# jobs_that_fit: prints the number of parallel jobs: one per processor, but not more than the memory allows. Compiling a
+# file with many templates needs about 1 GB.
 jobs_that_fit() {
     local processors gigabytes
     processors=$(nproc)

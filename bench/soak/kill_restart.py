@@ -26,7 +26,7 @@ COPIES_OF_THE_MUSIC = 100  # makes writing the library slow enough to hit
 
 
 class Evening:
-    """The work that is interrupted, and its known state."""
+    """The work that the kill interrupts, and the results that are expected at each moment."""
 
     def __init__(self, journey, music):
         self.journey = journey
@@ -70,7 +70,7 @@ def changed(path):
 
 
 def random_moment(evening):
-    """Returns the moment of the kill: a random time, or the start of writing a file."""
+    """Returns the moment of the kill as a name and a condition: a random time, or the start of writing a file."""
     begun = time.monotonic()
     limit = begun + random.uniform(0, 9)
     sights = {

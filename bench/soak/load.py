@@ -74,7 +74,7 @@ def one_loop(user, playlist, session):
 
 def check(looks, warm_up):
     """Checks that nothing grows. Some later loops must have no more files and threads than an early one, because pools end
-    idle threads at any time. Memory must show no trend."""
+    idle threads at any time. In long runs, memory must grow by less than 10 %."""
     late = looks[len(looks) // 2:]
     for what in ("files", "threads"):
         most_before = max(look[what] for look in looks[:warm_up])

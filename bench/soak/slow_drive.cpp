@@ -1,6 +1,6 @@
-// Preloaded into the program: makes the calls of the system below the folder $ORVALEN_SLOW_FOLDER wait, like
-// a drive that does not answer, as long as the file $ORVALEN_SLOW_SWITCH exists. The file's first letter says
-// which calls: "a" all, "r" only the reading of bytes, "t" only calls outside the main thread.
+// A library to be preloaded into the program. It simulates a drive that does not answer: file calls below the
+// folder $ORVALEN_SLOW_FOLDER block as long as the file $ORVALEN_SLOW_SWITCH exists. The first letter of that
+// file selects the calls: "a" all, "r" only reads of bytes, "t" only calls outside the main thread.
 
 #include <cstdarg>
 #include <cstdio>
@@ -24,7 +24,8 @@ bool isBelow(const char* path) {
     return folder != nullptr && path != nullptr && std::strncmp(path, folder, std::strlen(folder)) == 0;
 }
 
-/// The first letter in the switch; 0 when there is none. Calls the kernel itself: the functions are ours.
+/// Returns the first letter of the switch file, or 0 if there is none. Uses system calls, because open() and
+/// read() are the functions below.
 char switchLetter() {
     static const char* const place = std::getenv("ORVALEN_SLOW_SWITCH");
     const long file = place == nullptr ? -1 : ::syscall(SYS_openat, AT_FDCWD, place, O_RDONLY | O_CLOEXEC);
