@@ -5,7 +5,8 @@
 
 namespace orvalen {
 
-/// Owns a file descriptor and closes it. Negative: none. Call close() instead where its error matters.
+/// Owns a file descriptor and closes it. A negative number means that it owns none. The destructor ignores
+/// the error of closing; close() returns it.
 class Descriptor {
 public:
     explicit Descriptor(int number) : number_(number) {}

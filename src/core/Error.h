@@ -11,7 +11,8 @@ struct Error {
     std::string description;
 };
 
-/// The result of a function that can fail. Functions of this tree do not throw across folders.
+/// The result of a function that can fail. Functions return errors to other folders of src/ and do not throw
+/// them.
 template <typename T>
 using Expected = tl::expected<T, Error>;
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* notAFile = "Not a regular file";
 
-/// 4 GiB. No reader of this program accepts a larger file.
+/// 4 GiB. The JSON parser accepts no larger file.
 constexpr off_t longestRead = off_t{4} << 30;
 
 /// Spare capacity behind the bytes, so that a parser that reads past the end in blocks needs no copy.
@@ -126,14 +126,14 @@ private:
     bool exists_ = file_.isOpen();
 };
 
-/// Renaming a file over a device or pipe would remove it for all programs. writeFileAtomically() therefore
-/// writes into a device and rejects a pipe.
+/// Renaming a file over a device or pipe would remove the device or pipe for all programs. Such a path is
+/// passed to writeWholeFile() instead.
 bool isDeviceOrPipe(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
-/// Follows symbolic links, so that a playlist that is a link stays one. The target need not exist.
+/// Follows symbolic links, so that writing replaces the target and keeps the link. The target need not exist.
 std::string behindLinks(const std::string& path) {
     std::error_code error;
     std::filesystem::path place = path;

@@ -55,7 +55,8 @@ std::int64_t countTracksUnderFolder(const LibraryIndex& index, std::string_view 
         const std::size_t last = i + 1 < runs.size() ? runs[i + 1].first : index.trackCount();
         if (common == wanted.size())
             count += last - runs[i].first;
-        else if (runs[i].folder.size() == parentLength) // may contain `wanted` or files with this prefix
+        else if (runs[i].folder.size() == parentLength)
+            // The files in the parent of `wanted` can be `wanted` itself or start with it.
             for (std::size_t position = runs[i].first; position < last; ++position)
                 count += hasCanonicalPrefix(index.track(position).path, wanted) ? 1U : 0U;
     }

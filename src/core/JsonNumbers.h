@@ -5,8 +5,8 @@
 
 namespace orvalen {
 
-/// Returns the JSON text with each number that fits neither a 64-bit integer nor a double replaced by 0.5.
-/// simdjson rejects such numbers, even in members that are ignored. All other text is copied.
+/// Returns a copy of the JSON text in which 0.5 replaces each number that fits neither a 64-bit integer nor a
+/// double. The parser rejects such numbers, even in members that are ignored.
 std::string withoutOversizedNumbers(std::string_view json);
 
 } // namespace orvalen

@@ -37,7 +37,7 @@ Expected<element> parse(simdjson::dom::parser& parser, std::string& bytes) {
     const std::size_t start = bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0;
     element document;
     auto error = parser.parse(bytes.data() + start, bytes.size() - start, false).get(document);
-    // An ignored member may contain such a number.
+    // A number out of range is accepted in a member that is ignored.
     if (error == simdjson::NUMBER_ERROR)
         error = parser.parse(withoutOversizedNumbers(std::string_view(bytes).substr(start))).get(document);
     if (error)

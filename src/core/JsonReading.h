@@ -17,7 +17,8 @@ namespace orvalen {
 /// One object of a JSON document during decoding. Returned texts are valid until decoding ends.
 ///
 /// A required member that is missing or has another type is an error. The first error becomes the result of
-/// readJson(); the member reads as an empty value, and lists end. Optional members may be missing or null.
+/// readJson(). The member then reads as an empty value, and no further elements of lists are read. Optional
+/// members may be missing or null.
 class JsonObject {
 public:
     using Reader = std::function<void(const JsonObject&)>;

@@ -20,7 +20,7 @@ void writeMember(Writer& writer, std::string_view key, std::string_view text) {
     writeText(writer, text);
 }
 
-/// Writes the members that every form of a track has.
+/// Writes the members of a track that all files have in the same form.
 template <typename Writer>
 void writeTrackTexts(Writer& writer, const TrackView& track) {
     writeMember(writer, "title", track.title);

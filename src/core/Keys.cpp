@@ -20,8 +20,8 @@ const icu::Normalizer2& decomposer() {
     return *instance;
 }
 
-/// Returns whether `c` is dropped as a diacritic. Vowel signs and other marks that the Brahmic scripts need
-/// to spell a syllable are kept.
+/// Returns whether `c` is dropped as a diacritic. Vowel signs and other marks that spell a syllable in Indic
+/// scripts are kept.
 bool isDiacritic(UChar32 c) {
     const auto category = u_charType(c);
     if (category != U_NON_SPACING_MARK && category != U_ENCLOSING_MARK)
@@ -76,7 +76,7 @@ struct Folding {
 constexpr UChar32 foldedEnd = 0x370;
 using FoldingTable = std::array<Folding, foldedEnd>;
 
-/// The limit excludes combining marks, which depend on the character before them.
+/// The limit excludes Greek, because the lower case of its letter sigma depends on the neighbours.
 const FoldingTable& foldings() {
     static const FoldingTable table = [] {
         FoldingTable made;

@@ -28,9 +28,9 @@ struct KeyHalves {
 /// another copy later. A copy therefore serves as a snapshot for workers and writers, and costs one
 /// reference. Thread-safe for reading.
 ///
-/// Library order: keys in the order in which they were first added, and the tracks of each key in the order
-/// in which they were added. A position is an index into this order. Returned views are valid while any copy
-/// of the index exists.
+/// Library order: keys in the order of their first track, and the tracks of each key in the order in which
+/// they were added. A position is an index into this order. Returned views are valid while any copy of the
+/// index exists.
 class LibraryIndex {
 public:
     LibraryIndex();

@@ -43,7 +43,7 @@ LibraryIndex LibraryIndexBuilder::finish() {
     draft->sortIntoLibraryOrder();
     draft->tables.keys.shrink_to_fit();
     const auto body = std::make_shared<const LibraryIndex::Body>(std::move(draft->tables));
-    body->folderTable(); // built here, because a worker may be the caller
+    body->folderTable(); // built here, because a scan calls this on a worker and not on the main thread
     return LibraryIndex(body);
 }
 

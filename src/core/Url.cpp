@@ -84,7 +84,7 @@ std::optional<Url> parseUrl(std::string_view address) {
         url.host = hostOf(address.substr(0, end));
         address.remove_prefix(end);
         if (address.empty())
-            address = "/"; // as for any address with a host
+            address = "/"; // the path of an address that consists of a host only
     }
     url.path = address;
     return url;

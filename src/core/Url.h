@@ -15,7 +15,7 @@ struct Url {
     std::string host;   ///< empty if there is none
     std::string path;   ///< without query and fragment
 
-    /// Returns whether the URL has a scheme but no path from a root, like ‘mailto:someone’.
+    /// Returns whether the URL has a scheme and its path does not start with ‘/’, as in ‘mailto:someone’.
     bool isOpaque() const { return !scheme.empty() && !path.starts_with('/'); }
     /// Returns whether the URL is http or https with a host.
     bool isWeb() const { return (scheme == "http" || scheme == "https") && !host.empty(); }
@@ -32,8 +32,8 @@ std::string percentDecoded(std::string_view text);
 /// for an opaque URL.
 std::vector<std::string> pathComponents(const Url& url);
 
-/// Returns whether the text, unchanged, is exactly one component of a path. False for "." and "..", escaped
-/// or not.
+/// Returns whether the text can be used in a URL, without further escaping, as exactly one component of the
+/// path. False for ".", ".." and text with a slash or backslash, escaped or not.
 bool isPathSegment(std::string_view text);
 
 } // namespace orvalen

@@ -10,8 +10,8 @@ namespace orvalen {
 
 struct ContentView;
 
-// Candidates that the user chose in an earlier run, but whose choice is no longer a preferred match. Main
-// thread.
+// Candidates that the user chose earlier and that are no longer preferred matches; see
+// library/EarlierChoices.h. Main thread.
 
 struct EarlierCandidate {
     std::size_t row;

@@ -8,8 +8,8 @@
 
 namespace orvalen {
 
-/// Finds tracks by the hash of their file-name key. The keys are not stored: tracks with an equal hash are
-/// compared again. Needs eight bytes per track.
+/// Finds tracks by the hash of their file-name key. The keys are not stored: find() computes those of tracks
+/// with an equal hash again. Needs eight bytes per track.
 class FileNameTable {
 public:
     explicit FileNameTable(const LibraryIndex& index);

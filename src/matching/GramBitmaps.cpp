@@ -9,8 +9,7 @@ namespace {
 /// With more intersections than this, comparing the few remaining texts is cheaper.
 constexpr std::size_t mostIntersections = 6;
 
-/// Letters, digits and the first bytes of other scripts have a bitmap of their own or share it with few
-/// others.
+/// Four byte values share each bitmap.
 std::size_t bitmapOfByte(unsigned char byte) {
     return byte % 64;
 }

@@ -13,7 +13,7 @@ class WordTable;
 
 /// The search tables of a library index. Immutable and thread-safe.
 ///
-/// The first catalog of an index builds the tables, which takes up to half a microsecond per track: do not
+/// The first catalog of an index builds the tables. This takes up to half a microsecond per track: do not
 /// create it on the main thread. The tables are cached in the index, so later catalogs of the same tracks
 /// cost nothing.
 class LibraryCatalog {

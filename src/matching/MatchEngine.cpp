@@ -30,7 +30,6 @@ std::vector<std::size_t> findOptions(const LibraryCatalog& catalog, const Reques
     const std::vector<std::size_t> byContainment =
         matchesByArtistTitle(catalog, request.artist, request.title);
 
-    // Equal tracks become one candidate.
     std::vector<std::size_t> options;
     std::unordered_set<TrackView, TrackHash> seen;
     const auto add = [&](std::size_t position) {

@@ -8,9 +8,9 @@
 
 namespace orvalen {
 
-/// The preferred matches for one match run. Reads the table once, and again after this program has changed
-/// it, because each read locks the database file. If another process holds the database, only reading the
-/// table waits for it. Worker.
+/// The preferred matches for one match run. Reads the table once, because each read locks the database file,
+/// and again after this program has changed it. If another process holds the lock, reading the table waits,
+/// and of() then reads single paths without waiting. Match queue.
 class RememberedPaths {
 public:
     explicit RememberedPaths(PlaylistDatabaseManager& database)

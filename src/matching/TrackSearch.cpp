@@ -42,8 +42,8 @@ public:
         : table_(table), withBeginnings_(withBeginnings), scores_(table.trackCount()),
           lastWords_(table.trackCount()) {}
 
-    /// Adds the word's weight to the tracks with similar words. Each track counts the word once, with its
-    /// most similar word.
+    /// Adds the word's weight to the tracks with similar words. For each track, only its most similar word
+    /// counts.
     void add(std::string_view word, float weight) {
         const std::vector<SimilarWord> similar = table_.similarWords(word, withBeginnings_);
         if (++wordNumber_ == 0) { // after 255 words, all marks are reset
@@ -87,13 +87,12 @@ private:
     const WordTable& table_;
     bool withBeginnings_;
     std::vector<float> scores_;
-    std::vector<std::uint8_t> lastWords_; ///< number of the wanted word that the track counted last
+    std::vector<std::uint8_t> lastWords_; ///< per track, the last wanted word that changed its score
     std::uint8_t wordNumber_ = 0;
 };
 
 /// Scores each track in detail, drops tracks with score 0, sorts, and keeps each file once. A file can be in
-/// the index twice if it was attached to a row, because it is then also filed under the row's artist and
-/// title.
+/// the index twice: attaching it to a row adds it under the row's artist and title too.
 template <typename Score>
 std::vector<Scored> compared(const LibraryCatalog& catalog, const std::vector<Scored>& rough, Score score) {
     std::vector<Scored> tracks;

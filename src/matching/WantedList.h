@@ -24,8 +24,8 @@ std::vector<std::string_view> wantedLineViews(std::string_view text);
 /// there is no such dash or more than one. `format` is artistTitleFormat or titleArtistFormat. Thread-safe.
 std::optional<Request> parseWantedLine(std::string_view line, std::string_view format);
 
-/// Starts matching: posts the wanted lines to the match queue, or imports the Spotify playlist first. Does
-/// nothing if the library or the text is empty. Main thread; returns at once.
+/// Posts the wanted lines to the match queue. In Spotify mode, imports the playlist first and then starts
+/// matching its lines. Matches nothing if the library or the text is empty. Main thread; returns at once.
 void startMatching(ContentView& view);
 
 } // namespace orvalen
