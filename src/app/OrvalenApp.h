@@ -10,7 +10,7 @@ namespace orvalen {
 class Bundle;
 struct ContentView;
 
-/// Returns the value of the key in the program's own description, or "?".
+/// Returns the bundle's value of the key, or "?".
 std::string infoString(const Bundle& bundle, std::string_view key);
 
 /// Starts auto-save every 30 seconds, until the handle is destroyed. Main thread.

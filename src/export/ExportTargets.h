@@ -38,8 +38,8 @@ std::span<const HowTo> howTos();
 bool canExport(const ContentView& view);
 /// Asks where to save and writes the playlist of the selected choice. Blocks in a modal dialog. Main thread.
 void exportPlaylist(ContentView& view);
-/// The steps of exportPlaylist() after its first console line. Each asks where to save, writes the playlist
-/// and shows the banner. `extension` is m3u, m3u8 or pls; nothing happens for other values.
+/// exportPlaylist() calls one of these functions. Each asks where to save, writes the playlist and shows the
+/// banner. `extension` is m3u, m3u8 or pls; nothing happens for other values.
 void exportWithSaveDialog(ContentView& view, std::string_view extension);
 void exportForVirtualDJ(ContentView& view);
 /// Posts a notification before the dialog.

@@ -15,8 +15,8 @@ void importDJEPCSV(ContentView& view);
 /// Replaces the wanted text by the requests in the file. If the file cannot be read, writes an error line and
 /// changes nothing. Main thread.
 void parseDJEPCSV(ContentView& view, const Location& file);
-/// Returns one wanted line "Artist - Title" per request of the CSV text, joined by line feeds. Skips requests
-/// of the kind "Do Not Play" if `ignoreDoNotPlay`. Thread-safe.
+/// Returns one wanted line "Artist - Title" per CSV row with an artist and a title, joined by line feeds.
+/// Skips rows of the kind "Do Not Play" if `ignoreDoNotPlay`. Thread-safe.
 std::string wantedTextOfDJEP(std::string_view csv, bool ignoreDoNotPlay);
 
 } // namespace orvalen

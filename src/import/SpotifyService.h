@@ -48,15 +48,15 @@ struct PlaylistTracksResponse {
     std::vector<Item> items;
 };
 
-// Requests to the service. Main thread. They return at once and call `answer` once, later, on the main
-// thread. Errors never contain credentials or tokens.
+// Requests to the service. Main thread. They return at once and call `answer` once on the main thread, later
+// unless stated otherwise. Errors never contain credentials or tokens.
 
 /// Requests a token. `credentials` is ‘identifier:secret’. A refusal also writes an error line.
 void fetchSpotifyToken(HttpSession& session, Console& console, const SpotifyService& service,
                        std::string_view credentials,
                        std::function<void(tl::expected<SpotifyToken, SpotifyTokenFailure>)> answer);
-/// Requests the first 100 entries of a playlist. If `playlistID` is not a path component, calls `answer` with
-/// an error at once, before returning.
+/// Requests the first 100 entries of a playlist. If `playlistID` is not exactly one path component, calls
+/// `answer` with an error before returning.
 void fetchPlaylistTracks(HttpSession& session, const SpotifyService& service, std::string_view playlistID,
                          std::string_view accessToken,
                          std::function<void(Expected<PlaylistTracksResponse>)> answer);

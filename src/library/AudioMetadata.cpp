@@ -138,8 +138,8 @@ void attachBrowsedFile(ContentView& view, std::size_t row) {
     if (row >= view.matchedTracks.get().size())
         return;
     // The track gets the artist and title of the row whose button was pressed. If a match run ends in the
-    // meantime, another row can be at this position. It then shows the file under the pressed row's artist
-    // and title, and the library never files the track under a request that it does not fit.
+    // meantime, another row can be at this position and gets the file. The library still files the track
+    // under the request for which the user chose it.
     const MatchedTrack& pressed = view.matchedTracks.get()[row];
     Track track = namedAfter(pressed);
 

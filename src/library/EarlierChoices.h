@@ -9,12 +9,12 @@ namespace orvalen {
 
 struct ContentView;
 
-// Choices that are no longer preferred matches, because other rows replaced the table. At the start, for
-// example, the library file replaces it, which does not contain choices made after the last scan. They are
-// kept in `earlierChoices` and in the file "earlier_choices.json" of the support folder, so that the results
-// page can offer them again. Main thread. Errors are ignored.
+// Choices that replacePreferredMatches() removed from the database. At the start, for example, the matches of
+// the library file replace the table, and choices made after the last scan are not among them. The removed
+// choices are kept in `earlierChoices` and in the file "earlier_choices.json" of the support folder, so that
+// the results page can offer them again. Main thread. Errors are ignored.
 
-/// If there are more choices, the oldest are dropped.
+/// If there are more choices, those removed earlier are dropped first.
 inline constexpr std::size_t mostEarlierChoices = 5'000;
 
 /// Reads the choices from the file. Does nothing if it cannot be read.

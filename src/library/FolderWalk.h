@@ -9,8 +9,8 @@ namespace orvalen {
 class Console;
 
 /// Lists everything below some entries, one folder per step, so that other jobs can run in between. An entry
-/// that is a folder yields its content: each item before its own content, the items of one folder sorted by
-/// the bytes of their names. An entry that is a file yields itself.
+/// that is a folder yields its content, each folder before what it contains. The items of one folder are
+/// sorted by the bytes of their names. An entry that is a file yields itself.
 ///
 /// Skips hidden names (starting with a dot), and names that are not valid UTF-8, with an error line each.
 /// Skips the content of skipped folders too. Lists symbolic links but does not follow them. Skips silently

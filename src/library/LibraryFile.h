@@ -34,7 +34,7 @@ void loadPersistentLibrary(ContentView& view);
 void backupScannedLibrary(ContentView& view);
 /// Asks for a library file and loads it.
 void loadScannedLibrary(ContentView& view);
-/// Loads the library file, as loadScannedLibrary() does with the chosen file.
+/// Loads the library file. Does nothing if it cannot be read; see applyLibraryFile().
 void loadScannedLibraryFile(ContentView& view, const Location& file);
 /// Deletes "library.orvl", and empties the index, the preferred matches and the earlier choices.
 void removeSavedLibrary(ContentView& view);

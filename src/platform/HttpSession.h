@@ -30,9 +30,8 @@ struct HttpResponse {
 class HttpSession {
 public:
     virtual ~HttpSession() = default;
-    /// Returns at once. Calls `answer` once, later, on the main thread, with any response whatever its
-    /// status, or with the transport's error: invalid address, no connection, untrusted certificate,
-    /// time-out.
+    /// Returns at once. Calls `answer` once, later, on the main thread. A response of any status is a result.
+    /// Errors are an invalid address, no connection, an untrusted certificate, or a time-out.
     virtual void send(const HttpRequest& request, std::function<void(Expected<HttpResponse>)> answer) = 0;
 };
 

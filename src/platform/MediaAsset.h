@@ -12,8 +12,8 @@ namespace orvalen {
 
 /// One tag of a file. `value` is nullopt if the tag has no text, or an error if it cannot be read.
 struct MetadataItem {
-    std::string identifier; ///< ‘id3/TBPM’ and the like for an ID3 frame; may be empty
-    std::string commonKey;  ///< "title", "artist" or empty
+    std::string identifier; ///< for an ID3 frame, ‘id3/’ and its name, such as ‘id3/TBPM’; may be empty
+    std::string commonKey; ///< "title", "artist" or empty
     Expected<std::optional<std::string>> value;
 };
 
@@ -45,7 +45,7 @@ public:
     virtual void passOne() = 0;
 };
 
-/// Opens assets. Thread-safe, for one file at a time.
+/// Opens assets. Thread-safe. Use each asset on one thread.
 class MediaAssets {
 public:
     virtual ~MediaAssets() = default;

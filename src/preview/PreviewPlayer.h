@@ -11,6 +11,8 @@ struct ContentView;
 
 // The preview player. Main thread. Tracks are compared by path.
 
+/// Plays the track from its start. Does nothing if no music folder contains it or the folder cannot be read.
+/// Writes an error line if the file cannot be played.
 void playPreview(ContentView& view, const Track& track);
 /// The action of the play button: pauses or resumes the previewed track, or plays another track.
 void togglePreview(ContentView& view, const Track& track);

@@ -17,8 +17,8 @@ constexpr float clearArtist = 0.8F;
 /// The least similarity of both if artist and title are exchanged.
 constexpr float leastExchanged = 0.75F;
 constexpr float titleShare = 0.6F;
-/// A title of several words that is this similar is proposed even if the artist differs: lists can name the
-/// wrong artist.
+/// A track with this similar a title is proposed even if the artist differs, because lists can name the wrong
+/// artist. The wanted title must have several words.
 constexpr float sameTitle = 0.95F;
 constexpr std::size_t wordsOfTellingTitle = 3;
 

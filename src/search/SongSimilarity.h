@@ -25,7 +25,7 @@ WeighedWords weigh(const std::vector<SongWord>& words, const WordTable& table);
 
 /// What two texts have in common, as sums of weights. The order of words does not matter.
 struct Overlap {
-    float matched = 0; ///< of the wanted words with a counterpart, each times its similarity
+    float matched = 0; ///< of the wanted words with a counterpart, each multiplied by the similarity
     float wanted = 0;  ///< of all wanted words
     float left = 0;    ///< of the other text's words without a counterpart
 

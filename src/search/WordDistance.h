@@ -24,7 +24,7 @@ std::uint64_t letterSet(std::string_view word);
 /// word into the other. Returns limit + 1 if the number is larger than `limit`.
 std::size_t editDistance(std::u32string_view left, std::u32string_view right, std::size_t limit);
 
-/// Returns the number of edits up to which a word of this length counts as misspelt.
+/// Returns the largest number of edits in a misspelling of a word of this length.
 std::size_t toleratedEdits(std::size_t letterCount);
 
 /// Returns 1 for equal words, 0 for words that are not a misspelling of each other, or a value in between.

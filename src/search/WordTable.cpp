@@ -8,7 +8,8 @@
 namespace orvalen {
 namespace {
 
-/// The similarity of a word to a longer word that starts with it: this value for a very short word, up to 1.
+/// The least similarity of a word to a longer word that starts with it. The similarity grows with the share
+/// of the longer word.
 constexpr float leastOfBeginning = 0.6F;
 constexpr float leastRarity = 0.15F;
 

@@ -20,18 +20,19 @@ struct SimilarWord {
 };
 
 /// The words of a library's artists and titles, and the tracks that contain each word. Two neighbouring words
-/// also count as one word if one of them has at most two letters, so that ‘acdc’ finds ‘AC/DC’. Takes about
-/// two microseconds and forty bytes per track. Immutable, thread-safe.
+/// also count as one word if one of them has at most two bytes, so that ‘acdc’ finds ‘AC/DC’. Takes about two
+/// microseconds and forty bytes per track. Immutable, thread-safe.
 class WordTable {
 public:
     explicit WordTable(const LibraryIndex& index);
 
-    /// Returns the words that `word` may mean, the most similar first. `word` must be normalised. With
-    /// `withBeginnings`, includes longer words that start with it.
+    /// Returns the words of the table that are similar to `word`, the most similar first. `word` must be
+    /// normalised. With `withBeginnings`, includes longer words that start with it.
     std::vector<SimilarWord> similarWords(std::string_view word, bool withBeginnings) const;
     /// Returns the positions of the tracks with the word, in library order.
     std::span<const std::uint32_t> positionsOf(std::uint32_t word) const;
-    /// Returns how much the word says about a track: 1 if at most one track has it, near 0 if all have it.
+    /// Returns how much the word says about a track, from 1 (at most one track has it) down to 0.15 (very
+    /// many tracks have it).
     float rarity(std::string_view word) const { return knownRarity(word).value_or(1); }
     /// Returns rarity(word), or nullopt if no track has the word.
     std::optional<float> knownRarity(std::string_view word) const;

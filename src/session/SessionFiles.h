@@ -9,16 +9,16 @@ struct ContentView;
 
 // Session files: the wanted text and the rows. Main thread.
 
+/// Asks for a file name and writes the session. Writes an error line on failure.
 void saveSession(ContentView& view);
 /// Writes "session.orvs" in the support folder, unless there are no rows. Shows the auto-save indicator for
 /// two seconds.
 void autoSaveSession(ContentView& view);
 /// Asks for a session file and loads it.
 void loadSession(ContentView& view);
-/// Loads the session file, as loadSession() does with the chosen file. On failure, writes an error line and
-/// changes nothing.
+/// Loads the session file. On failure, writes an error line and changes nothing.
 void loadSessionFile(ContentView& view, const Location& file);
-/// Loads the last auto-saved session. Does nothing if there is none.
+/// Loads the last auto-saved session. Does nothing if there is none or it cannot be read.
 void loadLastSession(ContentView& view);
 /// Writes the rows and their wanted text to "session.previous.orvs" in the support folder, if a row is
 /// included or the user browsed to files. Call before other rows replace them. Errors are ignored.

@@ -18,7 +18,7 @@ constexpr std::array spacedDashes = {" - "sv, " \u2013 "sv, " \u2014 "sv};
 /// What can follow ‘by’ in a title.
 constexpr std::array titleEnds = {"me"sv,    "you"sv, "my side"sv,  "your side"sv,
                                   "night"sv, "day"sv, "the river"sv};
-/// Words for versions that few files are tagged with.
+/// Words for versions that the tags of files rarely contain.
 constexpr std::array droppedVersions = {"remaster"sv, "remastered"sv, "mono"sv,     "stereo"sv, "single"sv,
                                         "radio"sv,    "album"sv,      "original"sv, "version"sv};
 

@@ -14,7 +14,8 @@ namespace orvalen {
 // Tidies a wanted text. Thread-safe.
 
 /// Returns the text with all rules applied to every line. Line breaks and empty lines stay. Numbers at the
-/// start of lines are removed only if at least two lines have one and most of them count upwards.
+/// start of lines are removed only if at least two lines have one and at least half of these numbers are
+/// larger than the number before.
 std::string tidyText(std::string_view text);
 
 /// A line that can be read in another way. The user decides.

@@ -62,7 +62,8 @@ bool belongsToEmoji(UChar32 c) {
     return c == 0x200D || c == 0xFE0F || c == 0x20E3;
 }
 
-/// Returns the text without the quotation marks around it, or nullopt if it has none, or others inside.
+/// Returns the text without the quotation marks around it. Returns nullopt if it has none, or contains
+/// further ones.
 std::optional<std::string_view> unquoted(std::string_view text) {
     for (const auto& [open, close] : quotationMarks) {
         if (text.size() <= open.size() + close.size() || !text.starts_with(open) || !text.ends_with(close))
@@ -145,7 +146,7 @@ std::string withoutEmoji(std::string_view line) {
         if (!afterEmoji && !(c == ' ' && removed && (result.empty() || result.back() == ' ')))
             result.append(line.substr(start, i - start));
     }
-    // A line that consists of pictures only may be a name.
+    // A line that consists of emoji only stays, because it may be a name.
     const std::string_view left = removed ? trimmed(result) : line;
     return left.empty() || (isRead(line) && !isRead(left)) ? std::string(line) : std::string(left);
 }
@@ -200,7 +201,8 @@ std::string withDashForTab(std::string_view line) {
     const std::size_t last = line.find_last_of('\t');
     const std::string_view left = trimmed(line.substr(0, first));
     const std::string_view right = trimmed(line.substr(last + 1));
-    // More columns may be numbers or lengths. A tab beside a dash only replaces a space.
+    // Further columns may be numbers or lengths, so such a line stays. A tab beside a dash stands for a
+    // space.
     const bool isOneGap = isBlank(line.substr(first, last - first + 1));
     const auto besideDash = [](std::string_view text) {
         const std::vector<Dash> dashes = dashesOf(text);
@@ -257,7 +259,7 @@ NumberedLine numberedLine(std::string_view line) {
         !sign.starts_with(" - "))
         return none;
     result.rest = trimmed(sign.substr(sign.starts_with(" - ") ? 3 : 1));
-    // ‘22 - Taylor Swift’ is a song with this title.
+    // In ‘22 - Taylor Swift’, 22 is a title.
     if (result.rest.empty() || (sign.starts_with(" - ") && !isRead(result.rest)))
         return none;
     return result;

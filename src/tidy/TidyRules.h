@@ -33,7 +33,8 @@ std::string withoutQuotationMarks(std::string_view line);
 std::string withoutNote(std::string_view line);
 /// Replaces one tab between two texts by a dash with spaces.
 std::string withDashForTab(std::string_view line);
-/// Puts a space on each side of a single long dash, or of a dash that has only one.
+/// Puts a space on each side of a dash that is long, or has a space on one side only. Changes nothing if
+/// there are several such dashes.
 std::string withSpacedDash(std::string_view line);
 
 /// Returns all rules in the order in which they are applied.

@@ -41,7 +41,7 @@ inline constexpr const char* titleArtistFormat = "title-artist";
 struct ContentView {
     using Database = std::function<PlaylistDatabaseManager&()>;
 
-    /// `database` returns the database of the process. It is first called when it is needed, on any thread.
+    /// `database` returns the database of the process. The first call can come from any thread.
     ContentView(Platform& platform_, Database database_)
         : platform(platform_), database(std::move(database_)) {}
 
@@ -59,7 +59,7 @@ struct ContentView {
     Field<double> matchProgress{0};
     Field<std::shared_ptr<AudioPlayer>> audioPlayer;
     Field<std::optional<Track>> selectedTrack; ///< the previewed track, not the selected track of a row
-    Field<bool> isPlaying{false};              ///< as the user last set it
+    Field<bool> isPlaying{false}; ///< the user's last command was to play; stays true at the end of a track
     Field<double> playbackProgress{0};
     Field<TimerHandle> playbackTimer;
     Field<double> scanProgress{0};       ///< above 0 while a scan runs
