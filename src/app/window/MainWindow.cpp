@@ -25,13 +25,14 @@
 #include <QSGRendererInterface>
 #include <utility>
 
-// Generated for the QML module. A static library is registered only by calling this.
+// Generated for the QML module. Must be called, because a static library does not register its QML types
+// itself.
 void qml_register_types_Orvalen();
 
 namespace orvalen {
 namespace {
 
-/// Inter if it is installed, with colour emoji as fallback.
+/// Returns the default font with Inter before it, if installed, and colour emoji as fallback.
 QFont applicationFont() {
     QStringList families = QGuiApplication::font().families();
     if (QFontDatabase::hasFamily("Inter"))
@@ -42,16 +43,16 @@ QFont applicationFont() {
     return font;
 }
 
-/// Limits a pool of the scene graph: it keeps up to a thousand unused shader bindings of 3 kB each, and needs
-/// some dozens.
+/// Limits a pool of Qt's scene graph to 64 unused shader bindings. By default, it keeps a thousand of 3 kB
+/// each, but this window needs only some dozens.
 void boundRendererPool() {
     constexpr const char* threshold = "QSG_RENDERER_SRB_POOL_THRESHOLD";
     if (!qEnvironmentVariableIsSet(threshold))
         qputenv(threshold, "64");
 }
 
-/// Without a graphics card, Qt would draw each whole frame with an emulated one. Its software renderer draws
-/// only what has changed.
+/// Selects Qt's software renderer if there is no graphics card. It draws only what has changed. The default
+/// renderer would emulate a graphics card and draw every frame completely.
 void chooseRenderer() {
     const bool chosenByUser =
         qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND");

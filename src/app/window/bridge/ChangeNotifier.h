@@ -12,7 +12,7 @@ class ChangeNotifier : public QObject {
 
 public:
     ChangeNotifier();
-    /// Emits `notified` soon. Calls before that have no further effect.
+    /// Emits `notified` soon. All calls before the signal cause only one signal.
     void schedule();
 
 signals:

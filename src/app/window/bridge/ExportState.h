@@ -33,7 +33,7 @@ public:
     void setFormatIndex(int index);
     QString tip() const;
     QString longestTip() const;
-    /// Returns what the playlist will lack or repeat; empty if nothing.
+    /// Returns a text about rows without a file and repeated files in the playlist; empty if there are none.
     QString caption() const;
     /// Returns whether a row has no selected track.
     bool lacksFiles() const;

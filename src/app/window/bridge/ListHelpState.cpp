@@ -188,7 +188,7 @@ std::optional<ListHelpState::Place> ListHelpState::placeOf(const Question& quest
     return Place(block.position() + static_cast<int>(place), static_cast<int>(question.text.size()));
 }
 
-/// Skips lines that were edited since.
+/// Shows the question at `question_`. Skips questions about lines that the user has edited since.
 void ListHelpState::nextQuestion() {
     while (question_ < questions_.size() && !placeOf(questions_[question_]))
         ++question_;
@@ -235,7 +235,7 @@ QStringList ListHelpState::readings() const {
 void ListHelpState::countLeftOutOfRun() {
     if (std::exchange(wasMatching_, view().isMatching.get()) || !wasMatching_)
         return;
-    stopCounting(); // so that the match run need not wait for it
+    stopCounting(); // the match run would have to wait until the count ends
     onMatchQueue([text = view().matchInput.get()] { return checkLines(text).leftOut.size(); },
                  [this](std::size_t count) { leftOutNow_ = count; });
 }

@@ -39,15 +39,16 @@ public:
 
     QString caption() const { return caption_; }
     QString hint() const { return hint_; }
-    /// The first lines that are left out, and the reason of each.
+    /// The first 500 lines that are left out.
     QStringList leftOut() const { return leftOut_; }
+    /// The reason for each line of leftOut().
     QStringList reasons() const { return reasons_; }
     bool canTidy() const;
     /// The line that needs a decision and its proposed readings; empty if there is none.
     QString question() const;
     QString questionCount() const;
     QStringList readings() const;
-    /// Returns how many lines the run behind the current rows left out, as text; empty if none.
+    /// Says how many lines were left out by the match run that made the current rows; empty if none.
     QString leftOutOfRun() const;
 
     Q_INVOKABLE void edit(QQuickTextDocument* document);
@@ -107,9 +108,9 @@ private:
     std::vector<Question> questions_;
     std::size_t question_ = 0;
     bool wasMatching_ = false;
-    std::size_t leftOutNow_ = 0;    ///< of the current run
-    std::size_t leftOutOfRows_ = 0; ///< of the run that made the rows
-    std::optional<UUID> firstRow_;
+    std::size_t leftOutNow_ = 0;    ///< number of lines that the running match run left out
+    std::size_t leftOutOfRows_ = 0; ///< number of lines that the run that made the rows left out
+    std::optional<UUID> firstRow_;  ///< identifies the rows of `leftOutOfRows_`
 };
 
 } // namespace orvalen

@@ -39,12 +39,12 @@ public:
 
     MatchedTracksModel(ContentView& view, ReviewDecisions& decisions);
 
-    /// Reports changed rows to the views, or resets the model if the rows are other ones. Returns true after
-    /// a reset. Detects only what can change on the page. Pass `opensAnew` when the page opens: a session
-    /// that was edited by hand can have the same rows with other texts, so the model is reset.
+    /// Reports changed rows to the views, or resets the model if the rows have other ids. Returns true after
+    /// a reset. Detects only what can change while the page is open. With `opensAnew`, always resets: a
+    /// session file that was edited by hand can have the same ids with other texts.
     bool refresh(bool opensAnew = false);
-    /// Returns whether, at the last refresh, a row's selected track was the previewed track, or both were
-    /// absent.
+    /// Returns whether, at the last refresh, the previewed track was the selected track of a row. Also true
+    /// if there was no previewed track and a row had no selected track.
     bool stoodForPreview() const;
 
     /// Returns the number of rows with each decision, indexed by Decision.

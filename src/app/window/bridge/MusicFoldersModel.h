@@ -41,8 +41,8 @@ private:
     ContentView& view_;
     LibraryIndex counted_; ///< the index in which the tracks were counted
     std::vector<Row> rows_;
-    std::vector<Location> watched_;
-    std::vector<Location> notConnected_; ///< of `watched_`
+    std::vector<Location> watched_;      ///< the folders that were passed to DriveWatch
+    std::vector<Location> notConnected_; ///< those of `watched_` whose drive is not connected
 };
 
 } // namespace orvalen

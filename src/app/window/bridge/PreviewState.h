@@ -8,9 +8,10 @@
 namespace orvalen {
 
 /// The Now Playing panel. The state's progress changes a hundred times a second. Views are notified only
-/// while the results page is shown, and only if the slider moves by a step or a time label changes. The
-/// labels also move while the player plays without the progress timer, which happens after another file could
-/// not be opened.
+/// while the results page is shown, and only if the slider moves by a step or a time label changes.
+///
+/// After a file could not be opened, the earlier track can play without the timer that updates the progress.
+/// A timer of this class then updates the labels.
 class PreviewState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
@@ -44,7 +45,7 @@ protected:
     void refresh() override;
 
 private:
-    /// The visible part of the position.
+    /// The position as the views show it.
     struct Place {
         int step = 0;
         long long second = 0;
@@ -52,7 +53,7 @@ private:
     };
 
     Place place() const;
-    /// Returns whether the player may play while no timer updates the progress.
+    /// Returns whether the player may be playing although no timer updates the progress.
     bool playsWithoutTimer() const;
 
     int steps_ = 1000;

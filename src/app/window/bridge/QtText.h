@@ -13,7 +13,7 @@ inline QString toQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// Returns the first 1,000 characters of a text from outside.
+/// Returns the first 1,000 characters of a text that may be very long, for display.
 inline QString toShownText(std::string_view text) {
     return toQString(excerpt(text));
 }

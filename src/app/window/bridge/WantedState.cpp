@@ -19,7 +19,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Up to this length, each keystroke sends the whole text to the state at once.
+/// Texts up to this number of characters are sent to the state after each keystroke, without a delay.
 constexpr int longText = 20'000;
 constexpr auto longTextDelay = 250ms;
 
@@ -83,7 +83,8 @@ void WantedState::refresh() {
 }
 
 void WantedState::edit(QQuickTextDocument* document, QQuickItem* editor) {
-    // Draws only the visible part. Qt does so only for long texts that are set, not for pasted ones.
+    // Makes the editor draw only the visible part of the text. Qt itself does so only if a long text is set,
+    // not if it is pasted.
     editor->setFlag(QQuickItem::ItemObservesViewport);
     document_ = document->textDocument();
     connect(document_, &QTextDocument::contentsChanged, this, &WantedState::documentChanged);

@@ -44,8 +44,8 @@ public:
     void setSpotifyAddress(const QString& address) { view().spotifyURLInput.set(toUtf8(address)); }
     bool ignoreDoNotPlay() const { return view().ignoreDoNotPlay.get(); }
     void setIgnoreDoNotPlay(bool ignore) { view().ignoreDoNotPlay.set(ignore); }
-    /// Returns whether the text is so long that the editor would take minutes to lay it out. The editor is
-    /// then empty.
+    /// Returns whether the text is so long that the editor would need too much time to lay it out. The editor
+    /// is then empty.
     bool tooLongToShow() const { return tooLongToShow_; }
     bool canMatch() const;
     /// Returns whether neither the results page nor an alert covers the main page.
@@ -59,9 +59,10 @@ public:
 
     /// Follows the document of the editor from now on, and fills it.
     Q_INVOKABLE void edit(QQuickTextDocument* document, QQuickItem* editor);
-    /// Replaces a part of the editor's text by the clipboard, or by the text selected elsewhere. A pasted
-    /// text that is too long to show replaces the whole list. If the current list is too long to show, every
-    /// paste replaces it.
+    /// Replaces a part of the editor's text by the clipboard or, if `markedElsewhere`, by the X11 primary
+    /// selection. A pasted text that is too long to show replaces the whole list. If the current list is too
+    /// long to show, the clipboard replaces the whole list, and the primary selection is ignored unless it is
+    /// too long as well.
     Q_INVOKABLE void paste(int from, int to, bool markedElsewhere);
     Q_INVOKABLE void clearList() { view().matchInput.set({}); }
     Q_INVOKABLE void match();
@@ -72,7 +73,7 @@ public:
     void commitEdits();
 
 signals:
-    /// The editor's text was replaced by the state's.
+    /// Emitted after the state's text has replaced the editor's text.
     void textReplaced();
 
 protected:

@@ -13,7 +13,7 @@ DropArea {
     keys: ["text/uri-list"]
     onEntered: drag => {
         promise = drops.promise(drag.urls)
-        // Refused files are accepted as a drag too, so that the reason can be shown.
+        // Also accepts the drag of files that cannot be taken, so that the overlay can show the reason.
         drag.accept(drops.canTake(drag.urls) ? Qt.CopyAction : Qt.IgnoreAction)
         drag.accepted = promise !== ""
     }

@@ -21,7 +21,7 @@ Window {
     /// size.
     readonly property bool onWayland: Qt.platform.pluginName.startsWith("wayland")
     readonly property int greatestWidth: 900
-    /// Height of the title bar and edges. Wayland does not report the space that panels take.
+    /// Height of the title bar and edges. On Wayland, more is reserved, because it does not report the space of panels.
     readonly property int frame: onWayland ? 80 : 48
     readonly property int roomHeight: Math.max(320, Screen.desktopAvailableHeight - frame)
     readonly property int leastHeight: Math.min(roomHeight, review.shown ? results.leastHeight : 690)
@@ -31,7 +31,7 @@ Window {
     minimumWidth: Math.min(600, Screen.desktopAvailableWidth)
     maximumWidth: onWayland ? 16777215 : greatestWidth
     minimumHeight: leastHeight
-    // The desired width of 300 points is too narrow for the content, so the window opens at the width that fits best.
+    // The width at which the controls of the main page fit best.
     width: Math.min(720, Screen.desktopAvailableWidth)
     height: Math.min(800, roomHeight)
 
@@ -81,7 +81,7 @@ Window {
         return false
     }
 
-    /// Moves the focus into the topmost page or alert: to its last focused control, else to its first one.
+    /// Moves the focus into the topmost page or alert. On a page, the control that had the focus there before gets it.
     function restoreFocus() {
         if (updateAlert.shown)
             updateAlert.takeFocus()

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Orvalen
 
-/// Offers choices of earlier runs, and the rows before the current ones.
+/// Offers to use the choices of earlier runs, and to load the rows that the current ones replaced.
 ColumnLayout {
     id: notices
 

@@ -33,7 +33,8 @@ QPalette darkPalette() {
     return palette;
 }
 
-/// Returns the palette with all colours set explicitly. Qt replaces unset colours.
+/// Returns a copy of the palette with every colour set explicitly. QGuiApplication::setPalette() fills unset
+/// colours from the system's palette.
 QPalette allSet(const QPalette& palette) {
     QPalette result;
     for (int group = 0; group < QPalette::NColorGroups; ++group)
@@ -45,7 +46,7 @@ QPalette allSet(const QPalette& palette) {
     return result;
 }
 
-/// The setting is wrapped in one variant, or in two by older portals.
+/// Returns the number inside the variant. Older desktop portals wrap it in two variants instead of one.
 uint unwrapped(QVariant value) {
     while (value.canConvert<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();

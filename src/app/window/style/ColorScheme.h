@@ -10,8 +10,9 @@ class QQmlEngine;
 
 namespace orvalen {
 
-/// Applies the desktop's setting for light or dark and for high contrast, which Qt 6.4 does not. Reads
-/// org.freedesktop.appearance over D-Bus and sets the application's palette. A singleton in QML. Main thread.
+/// Follows the desktop's settings for light or dark and for high contrast, which Qt 6.4 ignores. Reads them
+/// from org.freedesktop.appearance over D-Bus. Sets the application's palette for light or dark. A singleton
+/// in QML. Main thread.
 class ColorScheme : public QObject {
     Q_OBJECT
     QML_ELEMENT

@@ -10,7 +10,7 @@ Pressable {
     signal chosen(int index)
     /// Asks to play or pause an entry without choosing it.
     signal previewed(int index)
-    /// Asks the page to open its list. The page emits `chosen` for the answer.
+    /// Asks the page to open the PickerList, which then emits this picker's `chosen`.
     signal opened()
 
     readonly property string currentLabel: labels[currentIndex] ?? ""

@@ -35,7 +35,8 @@ Item {
         segmentWidths = widths
     }
 
-    /// Returns the area of a segment. Extra width of a row is shared in proportion to the segments' own widths.
+    /// Returns the area of a segment. In a single row, each segment gets its own width and an equal share of the extra
+    /// width. In several rows, all segments are equally wide.
     function place(index: int): rect {
         const room = width - gap * 2
         const row = Math.floor(index / columns)

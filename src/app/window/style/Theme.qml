@@ -54,7 +54,7 @@ QtObject {
     readonly property string family: sample.font.family
     readonly property FontMetrics sample: FontMetrics {}
 
-    /// The desktop's text size relative to 11 points, at least 1.
+    /// The desktop's text size relative to 11 points, limited to 1 to 1.6.
     readonly property real scale: Math.max(1, Math.min(1.6, ColorScheme.textScale))
 
     // Text sizes by role, in pixels.
@@ -67,7 +67,7 @@ QtObject {
     readonly property int caption: Math.round(12 * scale)
     readonly property int smallestCaption: Math.round(11 * scale)
 
-    /// Returns the height of a control that has `pixels` at the usual text size.
+    /// Returns the height of a control, scaled with the text size. `pixels` is its height at a scale of 1.
     function high(pixels: real): real {
         return Math.round(pixels * scale)
     }
