@@ -38,7 +38,7 @@ inline LibraryIndex unprepared(const LibraryIndex& index) {
     return builder.finish();
 }
 
-// Library sizes to measure with.
+// Set the library sizes of a benchmark.
 inline void oneSize(benchmark::internal::Benchmark* bench) {
     bench->ArgNames({"tracks"})->Arg(100'000)->Unit(benchmark::kMillisecond);
 }

@@ -60,7 +60,7 @@ std::string MadeLibrary::words(std::size_t least, std::size_t most) {
     return text;
 }
 
-/// A name is mostly of words that are not everyone's.
+/// Returns a name whose last word is any word with equal probability, so that most names are different.
 std::string MadeLibrary::name() {
     std::string text = capitalised(vocabulary_[below(vocabulary_.size())]);
     for (std::size_t more = below(3); more > 0; --more)
@@ -74,7 +74,7 @@ void MadeLibrary::startAlbum() {
         leftInGenre_ = 200 + below(2000);
     }
     --leftInGenre_;
-    // Most albums are an artist's first; the others belong to one known before.
+    // 80 % of the albums are by a new artist, the others by an artist who has an album already.
     if (artists_.empty() || below(10) < 8) {
         artist_ = artists_.size();
         artists_.push_back(name());
@@ -122,7 +122,7 @@ std::vector<std::string> MadeLibrary::wantedLines(std::size_t count) {
         case 0:
             lines.push_back(track.artist + " - " + track.title);
             break;
-        case 1: // the first words of the title
+        case 1: // the title without its last word
             lines.push_back(track.artist + " \u2013 " + track.title.substr(0, track.title.rfind(' ')));
             break;
         case 2:

@@ -10,21 +10,22 @@
 
 namespace orvalen::test {
 
-/// A made library that looks like a grown one: an artist for about every eight tracks, a few artists with
-/// very many, words that are the rarer the later they stand, accents in some, one album a folder. The same
-/// seed gives the same library.
+/// Generates a library that is similar to a real one. There is one artist per eight tracks or so, and a few
+/// artists have very many tracks. Few words are common and many are rare, some with accents. Each album has
+/// its own folder. The same seed generates the same library.
 class MadeLibrary {
 public:
     explicit MadeLibrary(std::uint32_t seed = 1);
 
     Track nextTrack();
     LibraryIndex index(std::size_t tracks);
-    /// Lines as a person would want them of the tracks made so far: some exact, some loose, some unknown.
+    /// Returns wanted lines: exact ones and shortened ones for tracks generated so far, and unknown songs.
     std::vector<std::string> wantedLines(std::size_t count);
 
 private:
+    /// Returns a random number from 0 to `end` - 1.
     std::size_t below(std::size_t end);
-    /// Small numbers are much more likely.
+    /// Returns a random number from 0 to `end` - 1. Small numbers are much more likely.
     std::size_t skewedBelow(std::size_t end);
     std::string word();
     std::string words(std::size_t least, std::size_t most);
@@ -40,7 +41,7 @@ private:
     std::size_t leftOnAlbum_ = 0;
     std::size_t leftInGenre_ = 0;
     std::string genre_;
-    std::vector<Track> kept_; ///< a sample of what was made, for wanted lines
+    std::vector<Track> kept_; ///< every 64th generated track, for wanted lines
     std::size_t made_ = 0;
 };
 

@@ -7,7 +7,7 @@
 
 namespace orvalen::bench {
 
-/// An SQLite database in memory, to compare our own searches with. Throws when a statement is wrong.
+/// An SQLite database in memory, for comparisons with our own searches. Throws if a statement fails.
 class SqlMemory {
 public:
     SqlMemory() { sqlite3_open(":memory:", &db_); }
@@ -24,7 +24,7 @@ public:
             throw std::runtime_error(sqlite3_errmsg(db_));
     }
 
-    /// The statement lives as long as the database.
+    /// Returns a prepared statement, which exists as long as this object.
     sqlite3_stmt* prepare(const char* sql) {
         sqlite3_stmt* statement = nullptr;
         if (sqlite3_prepare_v2(db_, sql, -1, &statement, nullptr) != SQLITE_OK)

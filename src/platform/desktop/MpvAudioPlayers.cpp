@@ -208,7 +208,7 @@ private:
 } // namespace
 
 Expected<std::unique_ptr<AudioPlayer>> MpvAudioPlayers::open(const std::string& path) {
-    MpvLibrary::load(); // the file's drive is not to blame for the time that this takes
+    MpvLibrary::load(); // before the deadline is computed, because loading needs time but no music drive
     const auto deadline = Clock::now() + openLimit;
     DetachedQueue queue;
     const auto file = queue.ask(openLimit, [path] { return openRegularFile(path); });

@@ -6,7 +6,7 @@
 namespace orvalen {
 namespace {
 
-constexpr const char* fileName = "libmpv.so.2"; // the version of the interface whose header we include
+constexpr const char* fileName = "libmpv.so.2"; // the number is the interface version of mpv/client.h
 
 std::optional<MpvLibrary> open() {
     void* const file = ::dlopen(fileName, RTLD_LAZY | RTLD_LOCAL);

@@ -4,8 +4,8 @@
 
 namespace orvalen {
 
-/// The functions of libmpv that we call. libmpv brings two hundred libraries along, whose loading takes more
-/// time than all else up to the first frame; so it is loaded at the first sound.
+/// The functions of libmpv that we call. libmpv is loaded for the first sound, not at the start: it needs two
+/// hundred other libraries, and loading them takes longer than everything else before the first frame.
 struct MpvLibrary {
     decltype(&mpv_create) create;
     decltype(&mpv_initialize) initialize;
@@ -21,7 +21,7 @@ struct MpvLibrary {
     decltype(&mpv_command) command;
     decltype(&mpv_error_string) errorString;
 
-    /// Returns the library, which the first call loads and which stays loaded; null when it cannot be loaded.
+    /// Returns the library, or null if it cannot be loaded. The first call loads it, and it stays loaded.
     /// Thread-safe.
     static const MpvLibrary* load();
 };

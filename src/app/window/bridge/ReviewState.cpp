@@ -22,8 +22,8 @@ const MatchedTrack* rowAt(const ContentView& view, int row) {
     return row >= 0 && position < rows.size() ? &rows[position] : nullptr;
 }
 
-/// Returns the next row whose normalised label fits, from the position on and around the end; -1 if there is
-/// none.
+/// Returns the next row for whose normalised label `fits` returns true, from row `from` on in steps of `by`;
+/// -1 if there is none. The search wraps around.
 template <typename Fits>
 int nextRow(const std::vector<MatchedTrack>& rows, int from, int by, Fits fits) {
     const int count = static_cast<int>(rows.size());
@@ -56,7 +56,8 @@ void ReviewState::refresh() {
     bool stoodForPreview = rows_.stoodForPreview();
     const bool wasOnScreen = std::exchange(onScreen_, shown());
     const bool replaced = rows_.refresh(onScreen_ && !wasOnScreen);
-    stoodForPreview |= !replaced && rows_.stoodForPreview(); // started and closed before this refresh
+    // The preview may have started since the last refresh, which did not see it.
+    stoodForPreview |= !replaced && rows_.stoodForPreview();
     if (wasOnScreen && stoodForPreview && (replaced || !onScreen_)) {
         stopPreviewIfCurrent(view(), view().selectedTrack.get());
         rows_.refresh();

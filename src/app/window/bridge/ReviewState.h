@@ -43,11 +43,11 @@ public:
     Q_INVOKABLE void includeAll(bool include) { decisions_.includeAll(include); }
     Q_INVOKABLE void include(int row, bool include);
     Q_INVOKABLE void choose(int row, int option);
-    /// Returns the folders of the row's candidates, because candidates can have equal names. Marks the
-    /// candidate that was chosen in an earlier run.
+    /// Returns the paths of the row's candidates, for display. The path of a candidate that was chosen in an
+    /// earlier run begins with "chosen earlier · ".
     Q_INVOKABLE QStringList optionPaths(int row) const;
     Q_INVOKABLE void browse(int row);
-    /// Returns whether dropping the files on a row attaches one.
+    /// Returns whether a row accepts the dragged files: exactly one audio file, and no alert is shown.
     Q_INVOKABLE bool canTake(const QList<QUrl>& urls) const;
     Q_INVOKABLE void attach(int row, const QList<QUrl>& urls);
     Q_INVOKABLE void useEarlierChoices();
@@ -61,7 +61,8 @@ public:
     /// Returns the next row whose label contains the text, from `from` on in steps of `by`; -1 if there is
     /// none.
     Q_INVOKABLE int find(const QString& text, int from, int by) const;
-    /// Returns the next row from the position on whose label starts with the letter; -1 if there is none.
+    /// Returns the next row whose label starts with the letter, from row `from` on; -1 if there is none. The
+    /// search wraps around.
     Q_INVOKABLE int findInitial(const QString& letter, int from) const;
     /// Undoes the last tick or choice. Returns the row concerned, or -1 if there is nothing to undo.
     Q_INVOKABLE int undo();

@@ -12,7 +12,7 @@
 namespace orvalen {
 namespace {
 
-/// Few rows per job, so that a search need not wait long.
+/// The number of rows per suggestion job. Few, so that a search does not wait long for the match queue.
 constexpr std::size_t rowsAtOnce = 8;
 
 std::vector<FoundTrack> shown(const LibraryCatalog& catalog, const std::vector<std::size_t>& positions) {
@@ -36,7 +36,7 @@ QStringList labelsOf(const std::vector<FoundTrack>& tracks) {
 
 SearchState::SearchState(ContentView& view, ChangeNotifier& notifier) : StateProperties(view, notifier) {
     follow(view.matchedTracks, view.showResultsPage);
-    // Written when the library is replaced, but not when a file is attached.
+    // The field is written if the library is replaced, but not if a file is attached.
     observe(view.trackCount, [this] { index_.reset(); });
 }
 

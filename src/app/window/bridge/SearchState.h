@@ -20,8 +20,8 @@ struct FoundTrack {
 };
 
 /// "Find in library" and the suggestions for rows without a candidate. Searches run on the match queue, one
-/// at a time; the latest text is searched next. Rows are identified by `id`, because a match run may replace
-/// them meanwhile.
+/// at a time. If several texts arrive during a search, only the last one is searched next. Rows are
+/// identified by `id`, because a match run may replace them meanwhile.
 class SearchState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
@@ -46,7 +46,7 @@ public:
     Q_INVOKABLE void look(const QString& text);
     /// Attaches a result to the row of begin().
     Q_INVOKABLE void attach(int found);
-    /// Plays or pauses a found track; the row keeps what it has.
+    /// Plays or pauses a result. Does not change the row.
     Q_INVOKABLE void preview(int found);
     Q_INVOKABLE void end();
 
@@ -79,9 +79,9 @@ private:
     std::vector<Wanted> nextRowsToSuggest();
     void suggest();
     void receiveSuggestions(std::vector<Suggestions> suggestions);
-    /// Null when there are none.
+    /// Returns the suggestions of the row, or null if there are none.
     const std::vector<FoundTrack>* suggestionsFor(int row) const;
-    /// Null when there is no such suggestion.
+    /// Returns the suggestion of the row, or null if it does not exist.
     const FoundTrack* suggestionAt(int row, int suggestion) const;
     void attachTo(const UUID& id, const std::string& path);
 
@@ -89,13 +89,13 @@ private:
     /// catalog for it would take seconds per search.
     std::optional<LibraryIndex> index_;
     std::optional<UUID> row_;
-    std::optional<QString> wantedText_; ///< to be searched after the running search
+    std::optional<QString> wantedText_; ///< the text to search for after the running search
     bool searching_ = false;
     QString answered_;
     std::vector<FoundTrack> found_;
     std::map<UUID, std::vector<FoundTrack>> suggestions_;
     std::size_t looked_ = 0;       ///< position of the first row that has not been looked up
-    std::optional<UUID> firstRow_; ///< identifies the rows that `looked_` is about
+    std::optional<UUID> firstRow_; ///< the id of the first row; another id means other rows
     bool suggesting_ = false;
 };
 

@@ -107,7 +107,7 @@ PanelBox {
                                            - (copyButton.visible ? copyButton.width + 12 : 0) - 24
 
             visible: text !== ""
-            width: Math.min(implicitWidth, beside < 160 ? options.width - 24 : beside) // else in a row of its own
+            width: Math.min(implicitWidth, beside < 160 ? options.width - 24 : beside) // too narrow: gets its own row
             height: exportButton.height
             text: options.exports.caption
             verticalAlignment: Text.AlignVCenter

@@ -10,7 +10,7 @@ ColumnLayout {
     id: box
 
     required property ListHelpState help
-    required property int linesAtOnce ///< how many left-out lines are shown before their list scrolls
+    required property int linesAtOnce ///< the number of left-out lines that are shown before their list scrolls
     readonly property int lineHeight: Theme.high(24)
 
     spacing: 4

@@ -88,7 +88,7 @@ Flickable {
 
                 Layout.fillWidth: true
                 library: page.library
-                // As many as leave the rest of the page visible.
+                // As many folders as fit while the rest of the page is visible.
                 foldersAtOnce: Math.max(3, Math.floor((page.height - 696) / 28))
             }
             Divider { Layout.fillWidth: true }
@@ -98,7 +98,7 @@ Flickable {
                 Layout.fillWidth: true
                 wanted: page.wanted
                 listHelp: page.listHelp
-                // As many as leave "Match Playlist" in sight.
+                // As many lines as fit while "Match Playlist" is visible.
                 linesAtOnce: Math.max(2, Math.min(5, Math.floor((page.height - 720) / 24)))
             }
             MatchControls {

@@ -22,12 +22,12 @@ Item {
     required property bool included
     required property int decision
     required property list<string> suggestions ///< names of tracks that may be meant
-    required property var takes ///< function: whether dropping the dragged files attaches one
+    required property var takes ///< function that returns whether the row accepts the dragged files
 
-    /// Values for `reach` and `leaving` besides an index into `controls`.
+    /// Values that reach() and leaving() accept instead of an index into `controls`.
     enum Place { First = 100, Last }
 
-    /// A control of the row has the focus now.
+    /// Emitted when a control of the row gets the focus.
     signal focused(Item control)
     /// Asks to move the focus `by` rows further, to the given control.
     signal leaving(int by, int control)
@@ -42,7 +42,7 @@ Item {
     signal optionPreviewed(int option)
     signal pickerOpened(Picker picker)
 
-    /// In reading order.
+    /// The controls that can have the focus, in reading order.
     readonly property var controls: [picker, details.button, ...suggested.buttons, browse, find, include]
 
     function firstControl(): int {
@@ -59,7 +59,7 @@ Item {
         return controls.findIndex(control => control.activeFocus)
     }
 
-    // Moves the focus from a suggestion that was taken, and so is hidden, to its file.
+    // When a suggestion is taken, its button disappears. Moves the focus to the first control of the row.
     onHasTrackChanged: if (hasTrack && suggested.buttons.some(button => button.activeFocus)) afterTaking.start()
 
     Timer {
@@ -69,7 +69,8 @@ Item {
         onTriggered: row.reach(MatchedTrackRow.First)
     }
 
-    /// Backtab on the first control leads to the row before, on any other control to the control before.
+    /// Handles Backtab on a control. On the first control, asks to move the focus to the row before and returns true.
+    /// Otherwise returns false, and Qt moves the focus to the control before.
     function leavesBackwards(control: int): bool {
         if (control !== firstControl())
             return false
@@ -143,7 +144,7 @@ Item {
                 font.pixelSize: Theme.body
                 font.weight: row.bold ? Font.Bold : Font.Normal
                 elide: Text.ElideMiddle
-                Accessible.ignored: true // part of the row's name and tempo
+                Accessible.ignored: true // the row's name and the tempo label say the same
             }
         }
 

@@ -15,7 +15,7 @@ ListView {
     required property SearchState search
     required property SearchList searchList
 
-    /// The focus moves on to the control after or before the rows.
+    /// Asks to move the focus to the control after or before the list.
     signal passed(bool forwards)
 
     property int heldRow: -1 ///< the row that had the focus when it went out of sight; -1 while a row has the focus
@@ -46,8 +46,8 @@ ListView {
         return index < 0 ? count - 1 : index
     }
 
-    /// Moves the focus to a control of the row, or to the control before or after the rows. Only few rows exist, and
-    /// not in order, so the usual focus chain does not work for rows.
+    /// Moves the focus to a control of the row. If there is no such row, moves it to the control before or after the
+    /// list. Qt's focus chain does not work for rows, because items exist only for visible rows and are not in order.
     function reachRow(index: int, control: int) {
         if (index < 0 || index >= count) {
             passed(index >= count)
@@ -147,7 +147,7 @@ ListView {
         }
         if (hasKeysItself() && bringBack(event.key))
             return
-        // N and P act on the rows.
+        // Other letters jump to a row. N and P have their own functions.
         const jumps = event.text > " " && event.key !== Qt.Key_N && event.key !== Qt.Key_P
             && event.key !== Qt.Key_Delete && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier))
         const found = jumps ? review.findInitial(event.text, from + 1) : -1

@@ -36,7 +36,7 @@ T.Popup {
         }
     }
 
-    /// Gives the keys to the list, so many entries further.
+    /// Moves the focus to the list, and the current entry by `by`.
     function enterList(by: int) {
         if (list.count > 0) {
             list.goBy(by)

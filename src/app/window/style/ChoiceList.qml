@@ -4,13 +4,14 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvalen
 
-/// Files to choose one from. P, or the symbol at an entry's right end, plays an entry without choosing it.
+/// A list from which the user chooses one file. P, or the button at an entry's right end, plays an entry without
+/// choosing it.
 ListView {
     id: list
 
     property list<string> labels
-    property list<string> details ///< a second line for each entry: where its file lies
-    property string playingPath ///< the file that is being played
+    property list<string> details ///< a second line for each entry: the path of its file
+    property string playingPath ///< path of the playing file
     property int pickedIndex: -1 ///< the entry with a check mark
     property string spokenName
 
@@ -20,7 +21,7 @@ ListView {
     signal chosen(int index)
     signal previewed(int index)
     signal soughtBy(real seconds)
-    /// Up was pressed on the first entry.
+    /// Emitted if Up is pressed on the first entry.
     signal passedUp()
 
     property point pointerAt ///< last position of the pointer; negative until it is known

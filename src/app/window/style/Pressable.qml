@@ -10,8 +10,8 @@ T.AbstractButton {
     property int spokenRole: Accessible.Button
     property string spokenName: text
     property string spokenDetail
-    property string tip ///< hover help
-    /// For roles with two states.
+    property string tip ///< text of the tool tip
+    /// Whether the control is checked or selected. For roles with these states.
     property bool ticked: false
     property int radius: Theme.radius ///< radius of the corners of the tint
     readonly property color stateTint: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, down ? 0.14 : hovered ? 0.07 : 0)
@@ -26,7 +26,7 @@ T.AbstractButton {
     Accessible.description: spokenDetail
     Accessible.checked: ticked
 
-    onPressedChanged: tips.dismissed = true // would cover what the press opens
+    onPressedChanged: tips.dismissed = true // the tip would cover what the press opens
 
     TipLoader {
         id: tips

@@ -9,12 +9,12 @@ T.Slider {
     required property real position01
     /// The position as text for screen readers.
     property string spokenPosition
-    property string tip ///< hover help
+    property string tip ///< text of the tool tip
     /// Emitted while dragging.
     signal dragged(real value)
-    /// Emitted when the slider is released or set from outside.
+    /// Emitted when the user releases the slider or a screen reader sets it.
     signal released(real value)
-    /// Emitted for a step by key or screen reader: a share of the range, forwards or backwards.
+    /// Emitted when a key or a screen reader moves the slider. `by` is a share of the range, negative for backwards.
     signal stepped(real by)
     // The range for screen readers.
     readonly property real minimumValue: from
@@ -40,7 +40,7 @@ T.Slider {
     Accessible.onIncreaseAction: stepped(stepSize)
     Accessible.onDecreaseAction: stepped(-stepSize)
 
-    // Steps start at the player's position. The slider shows 0 while paused.
+    // Does not change `value`: steps start at the player's position, but the slider shows 0 while paused.
     Keys.onRightPressed: stepped(stepSize)
     Keys.onUpPressed: stepped(stepSize)
     Keys.onLeftPressed: stepped(-stepSize)

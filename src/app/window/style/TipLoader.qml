@@ -1,17 +1,17 @@
 import QtQuick
 import Orvalen
 
-/// Makes the hover help of a control when the pointer comes.
+/// Creates the tool tip of a control when the pointer enters the control.
 Loader {
     id: loader
 
     required property string tip
     required property bool hovered
-    property bool dismissed: false ///< until the pointer leaves
+    property bool dismissed: false ///< hides the tip until the pointer leaves the control
 
     active: tip !== "" && hovered && !dismissed
     onHoveredChanged: dismissed = false
-    source: Qt.resolvedUrl("HoverTip.qml") // no component of its own: controls that derive from ours could not make it
+    source: Qt.resolvedUrl("HoverTip.qml") // not an inline component: types derived from our controls cannot create it
     onLoaded: showTip()
     onTipChanged: showTip()
 
