@@ -105,7 +105,8 @@ TEST(Catalog, IsKeptWithTheTracksAndGoesWithThem) {
     fileTrack(index, track("Night", "Train", {}, "/m/later.mp3"));
     EXPECT_EQ(findOptions(LibraryCatalog(index), {"night", "train"}).size(), 2U);
 
-    static int made = 0;
+    static int made;
+    made = 0;
     static std::weak_ptr<const int> watched;
     const auto make = [](const LibraryIndex&) -> LibraryIndex::Cache {
         const auto value = std::make_shared<const int>(++made);
