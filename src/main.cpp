@@ -47,7 +47,7 @@ void raiseDescriptorLimit() {
 QStringList filesToOpen(int argc, char** argv) {
     QStringList uris;
     for (int i = 1; i < argc; ++i)
-        if (argv[i][0] != '-' && argv[i - 1][0] != '-') // an option of the toolkit, or its value
+        if (argv[i][0] != '-' && argv[i - 1][0] != '-') // skips options of Qt and their values
             uris.append(
                 QUrl::fromUserInput(QFile::decodeName(argv[i]), QDir::currentPath(), QUrl::AssumeLocalFile)
                     .toString(QUrl::FullyEncoded));

@@ -56,7 +56,7 @@ std::vector<std::string> readingOfBy(std::string_view line, std::string_view for
     return {lineOf({artist, title}, format)};
 }
 
-/// Whether the text names a version that few files are tagged with.
+/// Returns whether the text names a version that few files are tagged with.
 bool isDroppedVersion(std::string_view text) {
     const std::string version = normalize(text);
     return std::ranges::any_of(
@@ -73,8 +73,8 @@ std::vector<std::string> readingsOfSecondDash(const std::vector<std::string>& pi
     return isDroppedVersion(pieces[2]) ? std::vector{shorter, bracketed} : std::vector{bracketed, shorter};
 }
 
-/// Reads ‘Title by Artist – Version’ and ‘Artist- Title – Version’. As they are, the version would be the
-/// title.
+/// Reads ‘Title by Artist – Version’ and ‘Artist- Title – Version’. Read as they are written, the version
+/// would become the title.
 std::vector<std::string> readingBeforeVersion(const std::vector<std::string>& pieces,
                                               std::string_view format) {
     if (pieces.size() != 2 || !isDroppedVersion(pieces[1]))
