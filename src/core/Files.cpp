@@ -19,12 +19,12 @@ constexpr const char* notAFile = "Not a regular file";
 constexpr off_t longestRead = off_t{4} << 30;
 
 /// Spare capacity behind the bytes, so that a parser that reads past the end in blocks needs no copy.
-constexpr std::size_t roomBehind = 128;
+constexpr std::size_t spareCapacity = 128;
 
 Expected<std::string> readToEnd(int file, std::size_t expectedLength) {
     // Reads one byte more than expected to detect the end of the file. Some file systems report a size of 0.
     std::string bytes;
-    bytes.reserve(expectedLength + 1 + roomBehind);
+    bytes.reserve(expectedLength + 1 + spareCapacity);
     bytes.resize(expectedLength + 1);
     std::size_t length = 0;
     for (;;) {
@@ -58,7 +58,7 @@ Expected<void> writeAll(int file, std::string_view bytes) {
 
 /// Reserves disk space before the first old byte is overwritten. If the file system cannot reserve space, a
 /// full disk is noticed by the write.
-Expected<void> makeRoom(int file, off_t oldLength, off_t length) {
+Expected<void> reserveSpace(int file, off_t oldLength, off_t length) {
     if (length == 0 || ::fallocate(file, 0, 0, length) == 0)
         return {};
     const int error = errno;
@@ -82,8 +82,8 @@ Expected<void> replaceContent(Descriptor& file, std::string_view bytes) {
     const bool hasLength = S_ISREG(before.st_mode);
     const auto length = static_cast<off_t>(bytes.size());
     if (hasLength)
-        if (auto room = makeRoom(file.number(), before.st_size, length); !room)
-            return room;
+        if (auto reserved = reserveSpace(file.number(), before.st_size, length); !reserved)
+            return reserved;
     if (auto written = writeAll(file.number(), bytes); !written) {
         if (hasLength && ::lseek(file.number(), 0, SEEK_CUR) == 0)
             static_cast<void>(::ftruncate(file.number(), before.st_size) == 0);
@@ -134,7 +134,7 @@ bool isDeviceOrPipe(const std::string& path) {
 }
 
 /// Follows symbolic links, so that writing replaces the target and keeps the link. The target need not exist.
-std::string behindLinks(const std::string& path) {
+std::string followLinks(const std::string& path) {
     std::error_code error;
     std::filesystem::path place = path;
     for (int links = 0; links < 40 && std::filesystem::is_symlink(place, error); ++links)
@@ -185,7 +185,7 @@ Expected<std::string> readWholeFile(const std::string& path) {
 }
 
 Expected<void> writeWholeFile(const std::string& path, std::string_view bytes) {
-    const std::string place = behindLinks(path);
+    const std::string place = followLinks(path);
     const bool isNew = ::access(place.c_str(), F_OK) != 0 && errno == ENOENT;
     // O_NONBLOCK, as in readWholeFile().
     Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
@@ -198,7 +198,7 @@ Expected<void> writeWholeFile(const std::string& path, std::string_view bytes) {
 }
 
 Expected<void> writeFileAtomically(const std::string& path, std::string_view bytes) {
-    const std::string destination = behindLinks(path);
+    const std::string destination = followLinks(path);
     if (isDeviceOrPipe(destination))
         return writeWholeFile(destination, bytes);
     TemporaryFile temporary(destination);

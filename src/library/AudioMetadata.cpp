@@ -23,7 +23,7 @@ std::optional<std::string> firstText(const std::vector<MetadataItem>& items, std
     return *item->value;
 }
 
-void tellFailure(Console& console, std::string_view prefix, const Error& error) {
+void writeError(Console& console, std::string_view prefix, const Error& error) {
     console.line(std::string(prefix) + " " + error.description);
 }
 
@@ -85,7 +85,7 @@ Track readTrackMetadata(MediaAssets& assets, Console& console, const std::string
     const auto asset = assets.open(path);
     const auto common = asset->commonMetadata();
     if (!common) {
-        tellFailure(console, prefix, common.error());
+        writeError(console, prefix, common.error());
         if (unreadable != nullptr)
             *unreadable = true;
         return track;
@@ -100,14 +100,14 @@ std::optional<std::int64_t> readTempoFrame(MediaAsset& asset, Console& console,
                                            std::string_view failurePrefix) {
     const auto formats = asset.availableFormats();
     if (!formats) {
-        tellFailure(console, failurePrefix, formats.error());
+        writeError(console, failurePrefix, formats.error());
         return std::nullopt;
     }
     if (std::find(formats->begin(), formats->end(), id3Format) == formats->end())
         return std::nullopt;
     const auto items = asset.id3Metadata();
     if (!items) {
-        tellFailure(console, failurePrefix, items.error());
+        writeError(console, failurePrefix, items.error());
         return std::nullopt;
     }
     const auto tempo = std::find_if(items->begin(), items->end(), [](const MetadataItem& item) {
@@ -116,7 +116,7 @@ std::optional<std::int64_t> readTempoFrame(MediaAsset& asset, Console& console,
     if (tempo == items->end())
         return std::nullopt;
     if (!tempo->value) {
-        tellFailure(console, failurePrefix, tempo->value.error());
+        writeError(console, failurePrefix, tempo->value.error());
         return std::nullopt;
     }
     return *tempo->value ? parseBPM(**tempo->value) : std::nullopt;

@@ -59,7 +59,7 @@ QStringList names(QDialog* dialog) {
     return result;
 }
 
-/// Waits for the name to appear in the dialog's list, and clicks it.
+/// Waits for the name in the dialog's list and clicks it.
 void click(QDialog* dialog, const QString& name, Qt::KeyboardModifiers modifiers = {}, bool twice = false) {
     auto* list = dialog->findChild<QAbstractItemView*>("treeView");
     QModelIndex index;

@@ -26,8 +26,7 @@ std::vector<Call> allCalls();
 struct Fault {
     enum class Way {
         error,            ///< the call fails
-        halfThenContinue, ///< the call does half of its work and later calls do the rest: a short read or
-                          ///< write
+        halfThenContinue, ///< the call does half of its work and later calls do the rest
         halfThenFail,     ///< the call does half of its work and all later ones fail (a full disk)
     };
     Call call;

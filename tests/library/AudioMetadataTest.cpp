@@ -15,7 +15,7 @@ MetadataItem item(std::string name, Expected<std::optional<std::string>> value) 
     return {"id3/" + name, name, std::move(value)};
 }
 
-/// Tags with a title, an artist and an ID3 tempo.
+/// Returns tags with a title, an artist and an ID3 tempo.
 FakeTags tags(const char* title, const char* artist, const char* tempo) {
     FakeTags result;
     result.common = {{item("title", title), item("artist", artist)}};

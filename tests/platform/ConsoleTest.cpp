@@ -111,7 +111,7 @@ TEST(StandardConsole, WritesEachMessageAsOneLine) {
 }
 
 TEST(StandardConsole, LinesOfSeveralThreadsNeverMix) {
-    constexpr std::size_t lines = 50;    // fit into the queue together
+    constexpr std::size_t lines = 50;    // all fit into the queue
     constexpr std::size_t length = 5000; // longer than one atomic write to a pipe
     Pipe pipe;
     StandardConsole console(pipe.writer());
