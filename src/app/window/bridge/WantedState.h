@@ -12,9 +12,10 @@ namespace orvalen {
 
 /// The wanted text in its three input modes, and the match run.
 ///
-/// The editor's text is not bound to the field, because each keystroke would copy a long list. Edits reach
-/// the state in the next turn of the event loop, for a long list after 250 ms, and always before an operation
-/// reads the text. The editor is notified if the state's text is replaced.
+/// The editor's text is not bound to the field, because each keystroke would copy a long list. A timer sends
+/// edits to the state: in the next pass of the event loop, or after 250 ms for a long list. Operations that
+/// read the text call commitEdits() first. textReplaced() reports that the state's text has replaced the
+/// editor's.
 class WantedState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
@@ -61,8 +62,8 @@ public:
     Q_INVOKABLE void edit(QQuickTextDocument* document, QQuickItem* editor);
     /// Replaces a part of the editor's text by the clipboard or, if `markedElsewhere`, by the X11 primary
     /// selection. A pasted text that is too long to show replaces the whole list. If the current list is too
-    /// long to show, the clipboard replaces the whole list, and the primary selection is ignored unless it is
-    /// too long as well.
+    /// long to show, the clipboard replaces the whole list. The primary selection then replaces it only if it
+    /// is also too long.
     Q_INVOKABLE void paste(int from, int to, bool markedElsewhere);
     Q_INVOKABLE void clearList() { view().matchInput.set({}); }
     Q_INVOKABLE void match();
