@@ -9,7 +9,7 @@ namespace orvalen {
 
 // Functions for UTF-8 texts. Thread-safe.
 
-/// Returns whether both texts are equal under canonical equivalence: ‘é’ as one or two characters.
+/// Returns whether both texts are equal under canonical equivalence: ‘é’ can be one code point or two.
 bool canonicallyEqual(std::string_view left, std::string_view right);
 /// Returns a hash that is equal for canonically equal texts.
 std::size_t canonicalHash(std::string_view text);

@@ -25,9 +25,9 @@ struct TidyDecision {
     std::vector<std::string> readings; ///< proposed lines, the most likely first; at least one
 };
 
-/// Returns the possible meanings of a line that is not read as it is meant: ‘Title by Artist’, ‘Artist:
-/// Title’, a second dash, or a hyphen between two names. The results are lines in the format. Empty if there
-/// are none.
+/// Proposes replacements for a line that a match run leaves out or misreads: ‘Title by Artist’, a colon, a
+/// second dash, or a hyphen between two names. Around ‘by’, the sides are put in the order of the format;
+/// otherwise they keep their order. Returns an empty list if there is no proposal.
 std::vector<std::string> proposedReadings(std::string_view line, std::string_view format);
 
 /// Returns the line without guests (‘feat.’), or with ‘&’ and ‘and’ exchanged, if this finds tracks and the
