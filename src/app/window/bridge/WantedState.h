@@ -13,9 +13,9 @@ namespace orvalen {
 /// The wanted text in its three input modes, and the match run.
 ///
 /// The editor's text is not bound to the field, because each keystroke would copy a long list. A timer sends
-/// edits to the state: in the next pass of the event loop, or after 250 ms for a long list. Operations that
-/// read the text call commitEdits() first. textReplaced() reports that the state's text has replaced the
-/// editor's.
+/// edits to the state: in the next pass of the event loop, or after 250 ms for a long list. Matching, Tidy
+/// List and "Save Session" call commitEdits() first. textReplaced() reports that the state's text has
+/// replaced the editor's.
 class WantedState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT
