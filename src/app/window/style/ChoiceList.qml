@@ -41,14 +41,9 @@ ListView {
 
     /// Moves to the next entry that starts with the letter.
     function jumpTo(letter: string) {
-        const first = letter.toLocaleLowerCase()
-        for (let step = 1; step <= count; ++step) {
-            const index = (Math.max(-1, currentIndex) + step) % count
-            if ((labels[index] ?? "").toLocaleLowerCase().startsWith(first)) {
-                currentIndex = index
-                return
-            }
-        }
+        const index = Initials.next(labels, letter, currentIndex)
+        if (index >= 0)
+            currentIndex = index
     }
 
     model: labels
