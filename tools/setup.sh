@@ -47,7 +47,7 @@ apt_get() {
 # install_packages GROUP...: installs missing packages and prints them. Does nothing if none is missing.
 install_packages() {
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-        fail "this set-up is for Debian 12. Elsewhere, install the like of packaging/packages.txt and build with CMake."
+        fail "this set-up is for Debian 12. Elsewhere, install the packages of packaging/packages.txt under their names there, and build with CMake."
     fi
     local missing
     missing=$(missing_of "$@")

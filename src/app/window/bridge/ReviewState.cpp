@@ -114,7 +114,7 @@ void ReviewState::browse(int row) {
 
 QString ReviewState::playingPath() const {
     const auto& track = view().selectedTrack.get();
-    return track && view().isPlaying.get() ? toQString(track->path) : QString();
+    return track && view().isPlaying.get() ? directedPath(toShownText(track->path)) : QString();
 }
 
 void ReviewState::previewOption(int row, int option) {

@@ -31,7 +31,7 @@ public:
     QString summary() const;
     /// The number of rows with each MatchedTracksModel::Decision, by its value.
     QList<int> counts() const { return rows_.decisionCounts(); }
-    /// The path of the file that is playing; empty if none.
+    /// The path of the playing file as the lists show it; empty if none plays.
     QString playingPath() const;
     bool autoSaving() const { return view().isAutoSaving.get(); }
     /// Says how many rows have a candidate that was chosen in an earlier run; empty if none.

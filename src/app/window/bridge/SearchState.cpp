@@ -1,6 +1,7 @@
 #include "app/window/bridge/SearchState.h"
 
 #include "app/window/bridge/QtText.h"
+#include "app/window/bridge/TextDirection.h"
 #include "library/AudioMetadata.h"
 #include "matching/MatchReview.h"
 #include "matching/TrackSearch.h"
@@ -69,7 +70,7 @@ QStringList SearchState::labels() const {
 QStringList SearchState::paths() const {
     QStringList paths;
     for (const FoundTrack& track : found_)
-        paths.append(toQString(track.track.path));
+        paths.append(directedPath(toShownText(track.track.path)));
     return paths;
 }
 

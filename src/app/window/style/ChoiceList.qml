@@ -11,7 +11,7 @@ ListView {
 
     property list<string> labels
     property list<string> details ///< a second line for each entry: the path of its file
-    property string playingPath ///< path of the playing file
+    property string playingPath ///< path of the playing file, in the form of `details`
     property int pickedIndex: -1 ///< the entry with a check mark
     property string spokenName
 
@@ -123,7 +123,8 @@ ListView {
                 visible: entry.picked
             }
             SymbolButton {
-                readonly property bool playing: list.playingPath !== "" && entry.spokenDetail === list.playingPath
+                readonly property bool playing: list.playingPath !== "" && (entry.spokenDetail === list.playingPath
+                    || entry.spokenDetail === "chosen earlier · " + list.playingPath)
 
                 anchors.right: parent.right
                 anchors.rightMargin: 8
