@@ -5,6 +5,8 @@
 
 #include <QSslCertificate>
 #include <QSslConfiguration>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
@@ -125,6 +127,54 @@ TEST_F(HttpSessionTest, GivesOneErrorForAServerThatIsNotThereOrGoesAway) {
     for (const std::string& address :
          {server.address("/json"), server.address("/nothing"), LocalServer().address()})
         EXPECT_NE(errorOf(get(address)), "") << address;
+}
+
+/// Sends fixed bytes as soon as a request has arrived, and closes the connection.
+class RawServer : public QTcpServer {
+public:
+    explicit RawServer(QByteArray answer) : answer_(std::move(answer)) {
+        EXPECT_TRUE(listen(QHostAddress::LocalHost));
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            QTcpSocket* socket = nextPendingConnection();
+            connect(socket, &QTcpSocket::readyRead, this, [this, socket, request = QByteArray()]() mutable {
+                request += socket->readAll();
+                if (!request.endsWith("\r\n\r\n") && !request.endsWith("end"))
+                    return;
+                ++requests;
+                socket->write(answer_);
+                socket->disconnectFromHost();
+            });
+        });
+    }
+    std::string address() const { return "http://127.0.0.1:" + std::to_string(serverPort()) + "/x"; }
+
+    int requests = 0;
+
+private:
+    const QByteArray answer_;
+};
+
+TEST_F(HttpSessionTest, SendsARequestOnceAndTakesOnlyAFinalStatusForAnAnswer) {
+    const struct {
+        QByteArray sent;
+        std::string error; ///< empty: the answer is "ok"
+    } cases[] = {
+        {"", "The connection was closed without an answer."},
+        {"HTTP/1.1 199 Other\r\nContent-Length: 2\r\n\r\nno", "The server sent no final answer."},
+        {"HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\nok", ""},
+    };
+    for (const auto& c : cases)
+        for (const bool posts : {true, false}) {
+            SCOPED_TRACE(c.sent.toStdString() + (posts ? " POST" : " GET"));
+            RawServer raw(c.sent);
+            const HttpRequest request = posts ? post(raw.address(), "to the end") : get(raw.address());
+            if (c.error.empty())
+                EXPECT_EQ(bodyOf(request), "ok");
+            else
+                EXPECT_EQ(errorOf(request), c.error);
+            turnFor(100ms);
+            EXPECT_EQ(raw.requests, 1);
+        }
 }
 
 TEST_F(HttpSessionTest, TimesOutOnSilenceOnly) {

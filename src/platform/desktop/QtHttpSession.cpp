@@ -1,5 +1,6 @@
 #include "platform/desktop/QtHttpSession.h"
 
+#include <QIODevice>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -37,11 +38,35 @@ bool isRedirect(int status) {
 /// Returns whether the reply is an answer of the server. Qt reports a status of 400 and above as an error,
 /// too.
 bool isAnswer(QNetworkReply::NetworkError error, int status) {
+    if (status < 200)
+        return false;
     const bool ofTransport = error < QNetworkReply::ContentAccessDenied ||
                              error == QNetworkReply::ProtocolUnknownError ||
                              error == QNetworkReply::ProtocolFailure;
     return error == QNetworkReply::NoError || (status >= 400 && !ofTransport);
 }
+
+/// A request body that can be rewound only after allowRewind(). If a connection is closed without an answer,
+/// Qt rewinds the body and sends the request again. If it cannot rewind, it reports an error.
+class OneTimeBody : public QIODevice {
+public:
+    explicit OneTimeBody(const std::string& bytes) : bytes_(bytes) { open(ReadOnly | Unbuffered); }
+
+    void allowRewind() { mayRewind_ = true; }
+    qint64 size() const override { return static_cast<qint64>(bytes_.size()); }
+    bool reset() override { return mayRewind_ && QIODevice::reset(); }
+
+protected:
+    qint64 readData(char* destination, qint64 limit) override {
+        return static_cast<qint64>(
+            bytes_.copy(destination, static_cast<std::size_t>(limit), static_cast<std::size_t>(pos())));
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    const std::string bytes_;
+    bool mayRewind_ = false;
+};
 
 /// Returns whether the text is a single line. A line break in a header would add another header.
 bool isOneLine(const std::string& text) {
@@ -93,20 +118,27 @@ private:
     void send(const QUrl& url) {
         QNetworkRequest request(url);
         request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+        // A server may close a kept connection at any time, and a request on it would fail: it is sent once.
+        request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+        request.setRawHeader("Connection", "close");
         if (request_.cachePolicy == CachePolicy::reloadIgnoringCache)
-            request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
+            request.setRawHeader("Cache-Control", "no-cache");
         request.setDecompressedSafetyCheckThreshold(-1); // bodyLimit limits the decompressed size
         for (const auto& [name, value] : request_.headers)
             request.setRawHeader(bytes(name), bytes(value));
 
         body_.clear();
-        reply_ = request_.method == "GET"
-                     ? manager_.get(request)
-                     : manager_.sendCustomRequest(request, bytes(request_.method), bytes(request_.body));
+        auto* body = new OneTimeBody(request_.body);
+        reply_ = manager_.sendCustomRequest(request, bytes(request_.method), body);
         reply_->setParent(this);
+        body->setParent(reply_);
         reply_->setReadBufferSize(readAhead);
         connect(reply_, &QNetworkReply::uploadProgress, this, [this] { silence_.start(); });
-        connect(reply_, &QNetworkReply::metaDataChanged, this, [this] { silence_.start(); });
+        connect(reply_, &QNetworkReply::metaDataChanged, this, [this, body] {
+            silence_.start();
+            if (isRedirect(status())) // the toolkit rewinds the body for every redirect, also if we follow it
+                body->allowRewind();
+        });
         connect(reply_, &QNetworkReply::readyRead, this, [this] { readOn(); });
         connect(reply_, &QNetworkReply::finished, this, [this] { replyFinished(); });
         silence_.start();
@@ -126,8 +158,12 @@ private:
         readOn();
         if (!answer_)
             return;
-        const int status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-        if (status == 0 || !isAnswer(reply_->error(), status))
+        const int status = this->status();
+        if (reply_->error() == QNetworkReply::ContentReSendError)
+            return fail("The connection was closed without an answer.");
+        if (reply_->error() == QNetworkReply::NoError && status < 200)
+            return fail("The server sent no final answer.");
+        if (!isAnswer(reply_->error(), status))
             return fail(reply_->errorString().toStdString());
         if (endedEarly(status))
             return fail("The connection was closed in the middle of the answer.");
@@ -136,6 +172,8 @@ private:
             return follow(status, reply_->url().resolved(target));
         finish(HttpResponse{status, std::move(body_)});
     }
+
+    int status() const { return reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(); }
 
     /// Returns whether the body is shorter than announced. Qt accepts some of these bodies.
     bool endedEarly(int status) const {
