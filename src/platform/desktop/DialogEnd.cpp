@@ -1,7 +1,9 @@
 #include "platform/desktop/DialogEnd.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileSystemModel>
+#include <QUrl>
 
 namespace orvalen {
 namespace {
@@ -16,6 +18,11 @@ void deleteWhenIdle(QFileDialog* dialog) {
     auto* model = dialog->findChild<QFileSystemModel*>();
     if (!model)
         return dialog->deleteLater(); // a native dialog
+    // Qt first opens the next dialog in the last folder of this one and with its side bar. Either may lie on
+    // a drive that does not answer.
+    const QString home = QDir::homePath();
+    dialog->setDirectory(home);
+    dialog->setSidebarUrls({QUrl("file:"), QUrl::fromLocalFile(home)});
     // The thread reads folders in the order of requests, so this folder is reported last.
     QObject::connect(model, &QFileSystemModel::directoryLoaded, dialog, [dialog](const QString& folder) {
         if (folder == answeringFolder)

@@ -1,7 +1,8 @@
 #include "platform/desktop/DialogFolders.h"
 
+#include "platform/system/PathKind.h"
+
 #include <QDir>
-#include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
 
@@ -32,7 +33,7 @@ QString DialogFolders::folder(FileKind kind) const {
         known = QSettings(file_, QSettings::IniFormat).value(key).toString();
     const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
     for (const QString& folder : {known, music})
-        if (QDir::isAbsolutePath(folder) && QFileInfo(folder).isDir())
+        if (QDir::isAbsolutePath(folder) && pathKind(folder.toStdString()) == PathKind::folder)
             return folder;
     return QDir::homePath();
 }

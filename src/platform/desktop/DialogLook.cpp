@@ -1,5 +1,7 @@
 #include "platform/desktop/DialogLook.h"
 
+#include "platform/system/PathKind.h"
+
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -28,25 +30,28 @@ void removeButtonIcons(QDialog& dialog) {
 }
 
 /// Returns the drives that the desktop has mounted, one folder per drive.
-QFileInfoList mountedDrives() {
+QStringList mountedDrives() {
     const QString user = qEnvironmentVariable("USER");
-    QFileInfoList drives;
+    QStringList drives;
     if (!user.isEmpty())
-        for (const QString& place : {"/media/" + user, "/run/media/" + user})
-            drives += QDir(place).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot);
+        for (const QString& place : {"/media/" + user + '/', "/run/media/" + user + '/'})
+            for (const QString& name : QDir(place).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+                drives += place + name;
     return drives;
 }
 
 QList<QUrl> placesOfMusic() {
-    QList<QUrl> places{QUrl("file:")};
+    QStringList folders;
     for (const auto location : {QStandardPaths::HomeLocation, QStandardPaths::MusicLocation,
-                                QStandardPaths::DesktopLocation, QStandardPaths::DownloadLocation}) {
-        const QUrl place = QUrl::fromLocalFile(QStandardPaths::writableLocation(location));
-        if (QFileInfo(place.toLocalFile()).isDir() && !places.contains(place))
+                                QStandardPaths::DesktopLocation, QStandardPaths::DownloadLocation})
+        folders += QStandardPaths::writableLocation(location);
+    QList<QUrl> places{QUrl("file:")};
+    for (const QString& folder : folders + mountedDrives()) {
+        const QUrl place = QUrl::fromLocalFile(folder);
+        // The dialog would wait for a drive that does not answer.
+        if (!places.contains(place) && pathKind(folder.toStdString()) == PathKind::folder)
             places.append(place);
     }
-    for (const QFileInfo& drive : mountedDrives())
-        places.append(QUrl::fromLocalFile(drive.absoluteFilePath()));
     return places;
 }
 

@@ -3,6 +3,7 @@
 #include "platform/desktop/DialogLook.h"
 #include "platform/desktop/FileTypes.h"
 #include "platform/desktop/TypedPath.h"
+#include "platform/system/PathKind.h"
 
 #include <QDialogButtonBox>
 #include <QFileInfo>
@@ -53,15 +54,19 @@ LocationDialog::LocationDialog(const OpenOptions& options, const QString& folder
             if (view->selectionModel() == selection_)
                 view->setSelectionMode(QAbstractItemView::SingleSelection);
     connect(selection_, &QItemSelectionModel::selectionChanged, this, [this] { followSelection(); });
-    if (!options.folders)
-        return;
-    // Qt disables its own button while no file is named, and renames it while a folder is selected.
+    // Qt disables its own button while no file is named and for names with a quotation mark, and renames it
+    // while a folder is selected.
     auto* box = findChild<QDialogButtonBox*>("buttonBox");
     QPushButton* confirm = box->button(QDialogButtonBox::Open);
     auto* own = box->addButton(confirm->text(), QDialogButtonBox::AcceptRole);
     box->removeButton(confirm);
     confirm->deleteLater();
     own->setDefault(true);
+    if (options.folders)
+        return;
+    own->setEnabled(false);
+    connect(nameField_, &QLineEdit::textChanged, own,
+            [own](const QString& text) { own->setEnabled(!text.trimmed().isEmpty()); });
 }
 
 /// Shows the selected names in the name field, including folders, which Qt omits.
@@ -100,7 +105,7 @@ QString LocationDialog::selectionText() const {
 QStringList LocationDialog::typedPaths() const {
     const QString text = nameField_->text();
     for (const QString& whole : {text, text.trimmed()})
-        if (QFileInfo::exists(typedPath(*this, whole)))
+        if (pathKind(typedPath(*this, whole).toStdString()) != PathKind::absent)
             return {typedPath(*this, whole)};
     const QStringList pieces = text.split('"');
     if (pieces.size() < 3)
@@ -122,17 +127,18 @@ QStringList LocationDialog::candidates() const {
 }
 
 bool LocationDialog::isAcceptable(const QString& path) {
-    const QFileInfo info(path);
-    if (!info.exists()) {
-        explain(*this, tr("%1\nwas not found.").arg(path));
+    const auto kind = pathKind(path.toStdString());
+    if (kind != PathKind::file && kind != PathKind::folder) {
+        explain(*this, (kind ? tr("%1\nwas not found.") : tr(noAnswer)).arg(path));
         return false;
     }
-    if (info.isDir() && !options_.folders) {
+    const bool isFolder = kind == PathKind::folder;
+    if (isFolder && !options_.folders) {
         setDirectory(path);
         nameField_->clear();
         return false;
     }
-    if (!info.isDir() && (!options_.files || !mayBeChosen(path.toStdString(), options_.types))) {
+    if (!isFolder && (!options_.files || !mayBeChosen(path.toStdString(), options_.types))) {
         explain(*this, tr(wrongKind).arg(path));
         return false;
     }

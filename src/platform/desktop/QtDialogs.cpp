@@ -4,6 +4,7 @@
 #include "platform/desktop/DialogLook.h"
 #include "platform/desktop/LocationDialog.h"
 #include "platform/desktop/SaveDialog.h"
+#include "platform/system/PathKind.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -72,8 +73,8 @@ QtDialogs::QtDialogs(const std::string& memoryFile) : folders_(QString::fromStdS
 
 QString QtDialogs::firstFolder(const OpenOptions& options) const {
     for (const Location& folder : options.openIn)
-        if (const QString path = QString::fromStdString(folder.path); QFileInfo(path).isDir())
-            return path;
+        if (pathKind(folder.path) == PathKind::folder)
+            return QString::fromStdString(folder.path);
     return folders_.folder(options.kind);
 }
 

@@ -3,6 +3,7 @@
 #include "platform/desktop/DialogLook.h"
 #include "platform/desktop/FileTypes.h"
 #include "platform/desktop/TypedPath.h"
+#include "platform/system/PathKind.h"
 
 #include <QFileInfo>
 #include <QLineEdit>
@@ -29,7 +30,7 @@ SaveDialog::SaveDialog(const SaveOptions& options, const QString& folder) {
 }
 
 bool SaveDialog::mayReplace(const QString& path) {
-    if (!QFileInfo::exists(path))
+    if (pathKind(path.toStdString()) == PathKind::absent)
         return true;
     QMessageBox box(QMessageBox::NoIcon, windowTitle(),
                     tr("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(path).fileName()),
@@ -44,7 +45,7 @@ void SaveDialog::accept() {
     if (name.isEmpty())
         return;
     QString path = typedPath(*this, name);
-    if (QFileInfo(path).isDir()) {
+    if (pathKind(path.toStdString()) == PathKind::folder) {
         setDirectory(path);
         nameField_->clear();
         return;
@@ -52,7 +53,10 @@ void SaveDialog::accept() {
     if (!path.endsWith(ending_, Qt::CaseInsensitive))
         path += ending_;
     const QString folder = QFileInfo(path).absolutePath();
-    if (name.endsWith('/') || !QFileInfo(folder).isDir()) {
+    const auto kind = pathKind(folder.toStdString());
+    if (!kind)
+        return explain(*this, tr(noAnswer).arg(folder));
+    if (name.endsWith('/') || kind != PathKind::folder) {
         explain(*this, tr("The folder\n%1\nwas not found.").arg(name.endsWith('/') ? path : folder));
         return;
     }

@@ -3,6 +3,7 @@
 #include "app/window/bridge/QtText.h"
 #include "import/DjepImport.h"
 #include "library/MusicFolders.h"
+#include "platform/system/PathKind.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -10,9 +11,15 @@
 namespace orvalen {
 namespace {
 
+bool isFolder(const QString& path, bool withoutAnswer) {
+    const auto kind = pathKind(toUtf8(path));
+    return kind ? *kind == PathKind::folder : withoutAnswer;
+}
+
 bool isMusic(const QFileInfo& file) {
     const std::string extension = toUtf8(file.suffix().toLower());
-    return file.isDir() || std::ranges::find(addedExtensions, extension) != addedExtensions.end();
+    return std::ranges::find(addedExtensions, extension) != addedExtensions.end() ||
+           isFolder(file.filePath(), true);
 }
 
 } // namespace
@@ -34,7 +41,7 @@ Drop sortDrop(const QList<QUrl>& urls, InputMode mode) {
 
 std::optional<Location> audioFile(const QList<QUrl>& urls) {
     Drop drop = sortDrop(urls, InputMode::textList);
-    if (urls.size() != 1 || drop.music.size() != 1 || QFileInfo(urls.front().toLocalFile()).isDir())
+    if (urls.size() != 1 || drop.music.size() != 1 || isFolder(urls.front().toLocalFile(), false))
         return std::nullopt;
     return std::move(drop.music.front());
 }
