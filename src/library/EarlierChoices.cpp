@@ -53,6 +53,12 @@ void forgetEarlierChoice(ContentView& view, std::string_view key) {
     setEarlierChoices(view, std::move(others));
 }
 
+void keepEarlierChoice(ContentView& view, const std::string& key, const std::string& path) {
+    PreferredMatches choices = view.earlierChoices.get();
+    choices.insert_or_assign(key, path);
+    setEarlierChoices(view, std::move(choices));
+}
+
 void forgetAllEarlierChoices(ContentView& view) {
     setEarlierChoices(view, {});
 }

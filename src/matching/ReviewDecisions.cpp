@@ -3,6 +3,7 @@
 #include "app/state/ContentView.h"
 #include "core/Keys.h"
 #include "core/Text.h"
+#include "library/EarlierChoices.h"
 #include "library/PlaylistDatabaseManager.h"
 #include "matching/MatchReview.h"
 
@@ -15,14 +16,21 @@ std::string keyOf(const MatchedTrack& row) {
     return libraryKey(row.artist, row.title);
 }
 
-/// Returns the path of each row's preferred match.
-std::vector<std::optional<std::string>> preferredPathsOf(ContentView& view) {
+std::optional<std::string> earlierPath(const ContentView& view, const std::string& key) {
+    const auto choice = view.earlierChoices.get().find(key);
+    return choice == view.earlierChoices.get().end() ? std::nullopt : std::optional(choice->second);
+}
+
+/// Returns the path of each row's preferred match, or else of its earlier choice.
+std::vector<std::optional<std::string>> chosenPathsOf(ContentView& view) {
     const auto& rows = view.matchedTracks.get();
     std::vector<std::optional<std::string>> paths(rows.size());
     const auto matches = rows.empty() ? std::nullopt : view.database().tryPreferredMatches();
-    for (std::size_t i = 0; matches && i < rows.size(); ++i)
-        if (const auto match = matches->find(keyOf(rows[i])); match != matches->end())
-            paths[i] = match->second;
+    for (std::size_t i = 0; matches && i < rows.size(); ++i) {
+        const std::string key = keyOf(rows[i]);
+        const auto match = matches->find(key);
+        paths[i] = match == matches->end() ? earlierPath(view, key) : std::optional(match->second);
+    }
     return paths;
 }
 
@@ -37,7 +45,7 @@ void ReviewDecisions::followList() {
     std::ranges::transform(rows, ids_.begin(), &MatchedTrack::id);
     std::ranges::transform(rows, proposals_.begin(),
                            [](const MatchedTrack& row) { return row.options.size(); });
-    chosenPaths_ = preferredPathsOf(view_);
+    chosenPaths_ = chosenPathsOf(view_);
     steps_.clear();
 }
 
@@ -48,8 +56,10 @@ bool ReviewDecisions::isChosen(std::size_t row) const {
     const std::string& path = match.selectedTrack->path;
     if (chosenPaths_[row] && canonicallyEqual(*chosenPaths_[row], path))
         return true;
-    // Candidates that were added after the run are files that the user attached.
-    for (std::size_t option = proposals_[row]; option < match.options.size(); ++option)
+    // A run selects the first candidate or the preferred match. The user selected any other candidate, and
+    // attached those that were added after the run.
+    for (std::size_t option = std::min<std::size_t>(1, proposals_[row]); option < match.options.size();
+         ++option)
         if (canonicallyEqual(match.options[option].path, path))
             return true;
     return false;
@@ -112,7 +122,9 @@ void ReviewDecisions::choose(std::size_t row, std::string_view path) {
     step.row = row;
     step.selected = match.selectedTrack;
     step.chosenPath = chosenPaths_[row];
-    step.preferredPath = view_.database().tryPreferredPath(keyOf(match));
+    const std::string key = keyOf(match);
+    step.preferredPath = view_.database().tryPreferredPath(key);
+    step.earlierPath = earlierPath(view_, key);
     remember(std::move(step));
     chooseOption(view_, row, path);
     chosenPaths_[row] = std::string(path);
@@ -140,9 +152,11 @@ void ReviewDecisions::undoChoice(Step step) {
     view_.matchedTracks.update(
         [&](std::vector<MatchedTrack>& rows) { rows[row].selectedTrack = std::move(step.selected); });
     chosenPaths_[row] = std::move(step.chosenPath);
+    const std::string key = keyOf(view_.matchedTracks.get()[row]);
+    if (step.earlierPath)
+        keepEarlierChoice(view_, key, *step.earlierPath);
     if (!step.preferredPath)
         return;
-    const std::string key = keyOf(view_.matchedTracks.get()[row]);
     if (*step.preferredPath)
         view_.database().savePreferredMatch(key, **step.preferredPath);
     else

@@ -46,7 +46,13 @@ TEST_F(ReviewDecisionsTest, AreToldByWhatTheUserDid) {
     ReviewDecisions later(view);
     EXPECT_EQ(later.decisions()[2], chosen) << "by the stored preferred match";
     view.matchedTracks.update([&](auto& rows) { rows[2].selectedTrack = two; });
-    EXPECT_EQ(later.decisions()[2], undecided) << "the stored file is another one";
+    EXPECT_EQ(later.decisions()[2], chosen) << "a run takes the first candidate or the stored one";
+    test.database().savePreferredMatch(key, "/2.mp3");
+    view.matchedTracks.set({row("A", "two", {one, two})});
+    EXPECT_EQ(later.decisions()[0], undecided) << "the stored file is another one";
+    test.database().removePreferredMatch(key);
+    view.earlierChoices.set({{key, "/1.mp3"}});
+    EXPECT_EQ(ReviewDecisions(view).decisions()[0], chosen) << "in an earlier run";
 }
 
 TEST_F(ReviewDecisionsTest, UndoesChoicesWithTheirPreferredMatches) {
@@ -61,6 +67,15 @@ TEST_F(ReviewDecisionsTest, UndoesChoicesWithTheirPreferredMatches) {
     EXPECT_TRUE(test.database().allPreferredMatches().empty());
     EXPECT_EQ(decisions.decisions()[2], undecided);
     EXPECT_EQ(decisions.undo(), std::nullopt);
+}
+
+TEST_F(ReviewDecisionsTest, BringsAnEarlierChoiceBackOnUndo) {
+    view.earlierChoices.set({{key, "/2.mp3"}});
+    decisions.choose(2, "/2.mp3");
+    EXPECT_TRUE(view.earlierChoices.get().empty());
+    decisions.undo();
+    EXPECT_EQ(view.earlierChoices.get(), (PreferredMatches{{key, "/2.mp3"}}));
+    EXPECT_NE(test.support().read("Orvalen/earlier_choices.json").find("/2.mp3"), std::string::npos);
 }
 
 TEST_F(ReviewDecisionsTest, UndoesTicksStepByStep) {
