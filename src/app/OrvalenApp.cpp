@@ -33,6 +33,7 @@ void contentAppeared(ContentView& view) {
         view.platform.console.line("No home folder: library, sessions and choices are not saved");
     prepareMatchingOnLibraryChange(view);
     loadPersistentLibrary(view);
+    offerPreviousSession(view);
     const std::string version = infoString(view.platform.bundle, "CFBundleShortVersionString");
     checkForUpdates(view.platform, version, [&view](LatestInfo info) {
         view.remoteInfo.set(std::move(info));

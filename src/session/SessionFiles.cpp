@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace orvalen {
@@ -18,6 +20,7 @@ namespace {
 constexpr const char* autoSaveName = "session.orvs";
 constexpr const char* previousName = "session.previous.orvs";
 constexpr std::chrono::seconds indicatorTime{2};
+constexpr std::chrono::hours offerTime{24};
 
 AllowedTypes sessionType() {
     return AllowedTypes{{}, {"orvs"}};
@@ -98,6 +101,16 @@ void keepReplacedRows(ContentView& view) {
         return;
     const auto file = supportFileURL(view.platform.userFolders, previousName);
     if (file && writeWholeFile(file->path, encodeSession(view.matchedInput.get(), rows)))
+        view.previousSessionIsKept.set(true);
+}
+
+void offerPreviousSession(ContentView& view) {
+    const auto file = supportFileURL(view.platform.userFolders, previousName);
+    std::error_code error;
+    if (!file)
+        return;
+    const auto written = std::filesystem::last_write_time(file->path, error);
+    if (!error && std::filesystem::file_time_type::clock::now() - written < offerTime)
         view.previousSessionIsKept.set(true);
 }
 

@@ -204,6 +204,14 @@ TEST_F(SessionFiles, ReviewedRowsAreKeptWhenOthersReplaceThem) {
     loadPreviousSession(view);
     loadPreviousSession(view);
     EXPECT_EQ(kept()->matchInput, "B - T") << "C had no tick, and its browsed file was saved once";
+
+    for (const auto& [age, offered] : {std::pair(23h, true), {25h, false}}) { // after a start
+        view.previousSessionIsKept.set(false);
+        std::filesystem::last_write_time(test.support().path("Orvalen/session.previous.orvs"),
+                                         std::filesystem::file_time_type::clock::now() - age);
+        offerPreviousSession(view);
+        EXPECT_EQ(view.previousSessionIsKept.get(), offered);
+    }
 }
 
 } // namespace
