@@ -62,6 +62,15 @@ void applyFile(ContentView& view, const std::string& path) {
         applyLibraryFile(view, std::move(*bytes));
 }
 
+void copySupportFile(ContentView& view, std::string_view from, std::string_view to) {
+    const auto source = supportFileURL(view.platform.userFolders, from);
+    const auto copy = supportFileURL(view.platform.userFolders, to);
+    if (!source || !copy)
+        return;
+    if (const auto bytes = readWholeFile(source->path))
+        static_cast<void>(writeWholeFile(copy->path, *bytes));
+}
+
 } // namespace
 
 Expected<void> writeLibraryFile(ContentView& view, const Location& destination) {
@@ -83,12 +92,7 @@ void keepLibraryOfBefore(ContentView& view, const ScanOutcome& scan) {
     // After a scan that lost a folder, the existing copy is better than "library.orvl".
     if (!lostFiles || !view.lastScan.get().vanishedFolders.empty())
         return;
-    const auto source = supportFileURL(view.platform.userFolders, persistentName);
-    const auto copy = supportFileURL(view.platform.userFolders, previousName);
-    if (!source || !copy)
-        return;
-    if (const auto bytes = readWholeFile(source->path))
-        static_cast<void>(writeWholeFile(copy->path, *bytes));
+    copySupportFile(view, persistentName, previousName);
 }
 
 void loadLibraryOfBefore(ContentView& view) {
@@ -102,6 +106,7 @@ void loadLibraryOfBefore(ContentView& view) {
     if (!document)
         return;
     applyTracksAndMatches(view, *document);
+    copySupportFile(view, previousName, persistentName); // for the next start
     view.lastScan.set({});
 }
 

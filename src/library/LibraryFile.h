@@ -21,7 +21,8 @@ void applyLibraryFile(ContentView& view, std::string bytes);
 /// Copies "library.orvl" to "library.previous.orvl" if the scan could read fewer files than the index holds.
 /// Call before the scan replaces the index.
 void keepLibraryOfBefore(ContentView& view, const ScanOutcome& scan);
-/// Loads the index and the preferred matches of that copy. The music folders stay.
+/// Loads the index and the preferred matches of that copy, and copies it back to "library.orvl". The music
+/// folders stay.
 void loadLibraryOfBefore(ContentView& view);
 
 /// Writes "library.orvl" in the support folder and saves the music folders. Writes a success or error line.

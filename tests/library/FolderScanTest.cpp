@@ -183,6 +183,7 @@ TEST_F(FolderScan, KeepsTheLibraryOfBeforeWhenAFolderVanishes) {
     loadLibraryOfBefore(test.view);
     EXPECT_EQ(test.view.trackCount.get(), 2);
     EXPECT_EQ(test.view.musicFolderURLs.get(), folders);
+    EXPECT_EQ(test.support().read("Orvalen/library.orvl"), good) << "for the next start";
     EXPECT_THAT(test.view.lastScan.get().vanishedFolders, IsEmpty());
 }
 
