@@ -11,6 +11,7 @@
 #include "session/SessionFiles.h"
 
 #include <algorithm>
+#include <new>
 
 namespace orvalen {
 namespace {
@@ -119,8 +120,12 @@ void matchLines(std::vector<std::string> lines, ContentView& view) {
 void prepareMatchingOnLibraryChange(ContentView& view) {
     view.trackDict.observe([&view] {
         if (!view.trackDict.get().empty())
-            view.platform.matchQueue.post(
-                [index = view.trackDict.get()] { const LibraryCatalog made(index); });
+            view.platform.matchQueue.post([index = view.trackDict.get()] {
+                try {
+                    const LibraryCatalog made(index);
+                } catch (const std::bad_alloc&) { // a run makes it, if there is memory then
+                }
+            });
     });
 }
 
