@@ -34,6 +34,12 @@ std::vector<Track>::const_iterator findByPath(const std::vector<Track>& tracks, 
                                 [path](const Track& track) { return canonicallyEqual(track.path, path); });
 }
 
+bool isSameTrackAmong(const std::vector<Track>& tracks, const std::optional<Track>& left,
+                      const std::optional<Track>& right) {
+    return isSameTrack(left, right) &&
+           (!left || findByPath(tracks, left->path) == findByPath(tracks, right->path));
+}
+
 std::size_t TrackHash::operator()(const TrackView& track) const {
     std::size_t seed = track.bpm ? static_cast<std::size_t>(*track.bpm) + 1 : 0;
     const auto mix = [&seed](std::size_t value) {

@@ -52,6 +52,11 @@ std::string trackCountText(std::int64_t count);
 /// files can have names that differ only in how accents are encoded.
 std::vector<Track>::const_iterator findByPath(const std::vector<Track>& tracks, std::string_view path);
 
+/// Like isSameTrack(), but distinguishes two of the tracks whose paths differ only in how accents are
+/// encoded.
+bool isSameTrackAmong(const std::vector<Track>& tracks, const std::optional<Track>& left,
+                      const std::optional<Track>& right);
+
 /// Equal tracks have equal hashes.
 struct TrackHash {
     using is_transparent = void;

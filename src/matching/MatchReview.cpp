@@ -42,11 +42,11 @@ std::string rowHeader(const MatchedTrack& row) {
 }
 
 bool isHeaderBold(const MatchedTrack& row, const std::optional<Track>& previewed) {
-    return isSameTrack(previewed, row.selectedTrack);
+    return isSameTrackAmong(row.options, previewed, row.selectedTrack);
 }
 
 bool isPreviewed(const MatchedTrack& row, const std::optional<Track>& previewed) {
-    return previewed && isSameTrack(previewed, row.selectedTrack);
+    return previewed && isHeaderBold(row, previewed);
 }
 
 bool showsPicker(const MatchedTrack& row) {

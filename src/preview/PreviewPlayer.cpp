@@ -37,12 +37,6 @@ void startPlaying(ContentView& view, const Track& track, std::unique_ptr<AudioPl
     view.peakLevelRight.set(0);
 }
 
-/// A file can report no length or a wrong one. The result is always between 0 and 1.
-double playedFraction(const AudioPlayer& player) {
-    const double fraction = player.currentTime() / player.duration();
-    return std::isfinite(fraction) ? std::clamp(fraction, 0.0, 1.0) : 0.0;
-}
-
 bool isLoaded(const ContentView& view, const Track& track) {
     return view.audioPlayer.get() && isSameTrack(view.selectedTrack.get(), track);
 }
@@ -108,8 +102,9 @@ void seekPreview(ContentView& view) {
         player->setCurrentTime(seconds);
 }
 
-bool showsPause(const ContentView& view, const std::optional<Track>& track) {
-    return view.selectedTrack.get() && isSameTrack(view.selectedTrack.get(), track) && view.isPlaying.get();
+double playedFraction(const AudioPlayer& player) {
+    const double fraction = player.currentTime() / player.duration();
+    return std::isfinite(fraction) ? std::clamp(fraction, 0.0, 1.0) : 0.0;
 }
 
 std::string formatPlaybackTime(double seconds) {

@@ -7,6 +7,7 @@
 
 namespace orvalen {
 
+class AudioPlayer;
 struct ContentView;
 
 // The preview player. Main thread. Tracks are compared by path.
@@ -25,8 +26,8 @@ void updatePlaybackProgress(ContentView& view);
 /// Moves the player to the position of the slider (`playbackProgress`).
 void seekPreview(ContentView& view);
 
-/// Returns whether the track's button reads "Pause".
-bool showsPause(const ContentView& view, const std::optional<Track>& track);
+/// Returns the played share of the length, 0 to 1. A file can report no length or a wrong one.
+double playedFraction(const AudioPlayer& player);
 /// Returns ‘1:01’ for 61 seconds, rounded down; "0:00" if `seconds` is negative, not finite or very large.
 std::string formatPlaybackTime(double seconds);
 /// Return the position and the length of the previewed track; "0:00" for any other track.

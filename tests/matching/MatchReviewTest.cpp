@@ -70,6 +70,10 @@ TEST(MatchReviewStates, FollowThePreviewedTrackByItsPath) {
     EXPECT_EQ(states(shown, track("A", "T", 128, "/Music/caf\u00E9.mp3")), std::pair(false, false));
     EXPECT_EQ(states(shown, track("B", "U", {}, decomposedPath)), std::pair(true, true))
         << "one file, whatever its tags say and however its accent is written";
+    const MatchedTrack twins =
+        row("A", "T", {track("A", "T", {}, composedPath), track("A", "T", {}, decomposedPath)});
+    EXPECT_EQ(states(twins, twins.options[0]), std::pair(true, true));
+    EXPECT_EQ(states(twins, twins.options[1]), std::pair(false, false)) << "both are candidates";
 }
 
 TEST(MatchReviewStates, PickerShowsTheEntryOfTheSelectedFile) {

@@ -65,7 +65,7 @@ TEST(PreviewState, TellsOnlyWhatCanBeSeenToMove) {
     EXPECT_DOUBLE_EQ(preview.progress(), 0.5) << "and it is right when the page opens again";
 }
 
-TEST(PreviewState, MovesTheLabelsOfATrackThatPlaysAfterAnotherCouldNotBeOpened) {
+TEST(PreviewState, FollowsATrackThatPlaysAfterAnotherCouldNotBeOpened) {
     TestPlatform platform;
     ContentView& view = platform.view;
     view.showResultsPage.set(true);
@@ -85,6 +85,7 @@ TEST(PreviewState, MovesTheLabelsOfATrackThatPlaysAfterAnotherCouldNotBeOpened) 
         playback.time = time;
         const auto before = told.count();
         EXPECT_TRUE(QTest::qWaitFor([&] { return told.count() > before && preview.position() == label; }));
+        EXPECT_NEAR(preview.progress(), time / playback.length, 0.001);
     }
     togglePreview(view, played); // pauses
     QTest::qWait(50);

@@ -3,7 +3,6 @@
 #include "app/window/bridge/QtText.h"
 #include "app/window/bridge/TextDirection.h"
 #include "matching/MatchReview.h"
-#include "preview/PreviewPlayer.h"
 
 #include <QStringList>
 #include <algorithm>
@@ -49,8 +48,7 @@ std::vector<MatchedTracksModel::ShownRow> MatchedTracksModel::currentRows() {
     shownRows.reserve(decisions.size());
     for (const MatchedTrack& row : view_.matchedTracks.get())
         shownRows.push_back({row.id, contentHash(row), isHeaderBold(row, previewed),
-                             isPlaying && isPreviewed(row, previewed), showsPause(view_, row.selectedTrack),
-                             decisions[shownRows.size()]});
+                             isPlaying && isPreviewed(row, previewed), decisions[shownRows.size()]});
     return shownRows;
 }
 
@@ -140,7 +138,6 @@ QVariant MatchedTracksModel::data(const QModelIndex& index, int role) const {
     case hasTempo:
         return track && track->bpm.has_value();
     case pauses:
-        return showsPause(view_, track);
     case playing:
         return view_.isPlaying.get() && isPreviewed(row, view_.selectedTrack.get());
     case included:

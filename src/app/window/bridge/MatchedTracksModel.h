@@ -63,7 +63,6 @@ private:
         std::size_t content = 0;
         bool bold = false;
         bool playing = false;
-        bool pauses = false;
         RowDecision decision = RowDecision::noFile;
         bool operator==(const ShownRow&) const = default;
     };

@@ -45,7 +45,9 @@ bool PreviewState::playsWithoutTimer() const {
 
 PreviewState::Place PreviewState::place() const {
     const auto& player = view().audioPlayer.get();
-    return {static_cast<int>(std::lround(view().playbackProgress.get() * std::max(1, steps_))),
+    const bool hasTimer = static_cast<bool>(view().playbackTimer.get());
+    const double played = player && !hasTimer ? playedFraction(*player) : view().playbackProgress.get();
+    return {static_cast<int>(std::lround(played * std::max(1, steps_))),
             player ? static_cast<long long>(player->currentTime()) : 0};
 }
 

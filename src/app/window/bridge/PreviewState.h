@@ -11,7 +11,7 @@ namespace orvalen {
 /// while the results page is shown, and only if the slider moves by a step or a time label changes.
 ///
 /// After a file could not be opened, the earlier track can play without the timer that updates the progress.
-/// A timer of this class then updates the labels.
+/// The slider then shows the position of the player, and a timer of this class updates slider and labels.
 class PreviewState : public orvalen::StateProperties {
     Q_OBJECT
     QML_ELEMENT

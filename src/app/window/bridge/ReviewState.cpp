@@ -42,6 +42,14 @@ const Track* optionAt(const ContentView& view, int row, int option) {
     return match && option >= 0 && position < match->options.size() ? &match->options[position] : nullptr;
 }
 
+/// Pauses or resumes the candidate, or plays it while another candidate of the row is previewed.
+void toggleCandidate(ContentView& view, const MatchedTrack& row, const Track& track) {
+    if (isSameTrackAmong(row.options, view.selectedTrack.get(), track))
+        togglePreview(view, track);
+    else
+        playPreview(view, track);
+}
+
 } // namespace
 
 ReviewState::ReviewState(ContentView& view, ChangeNotifier& notifier)
@@ -119,7 +127,7 @@ QString ReviewState::playingPath() const {
 
 void ReviewState::previewOption(int row, int option) {
     if (const Track* track = optionAt(view(), row, option))
-        orvalen::togglePreview(view(), Track(*track));
+        toggleCandidate(view(), *rowAt(view(), row), Track(*track));
 }
 
 int ReviewState::next(int decision, int from, int by) const {
@@ -156,7 +164,7 @@ void ReviewState::attach(int row, const QList<QUrl>& urls) {
 void ReviewState::togglePreview(int row) {
     const MatchedTrack* match = rowAt(view(), row);
     if (match && match->selectedTrack)
-        orvalen::togglePreview(view(), Track(*match->selectedTrack));
+        toggleCandidate(view(), *match, Track(*match->selectedTrack));
 }
 
 } // namespace orvalen
