@@ -4,6 +4,7 @@
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
+#include <QDBusContext>
 #include <QVariantMap>
 #include <gtest/gtest.h>
 #include <optional>
@@ -11,7 +12,7 @@
 namespace orvalen::test {
 
 /// A notification service as a desktop provides it.
-class NotificationService : public QObject {
+class NotificationService : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
 
@@ -34,11 +35,13 @@ public:
         QVariantMap hints;
     };
     std::vector<Arrived> arrived;
+    bool answers = true;
 
 public slots:
     Q_SCRIPTABLE uint Notify(const QString&, uint, const QString&, const QString& title, const QString& body,
                              const QStringList&, const QVariantMap& hints, int) {
         arrived.push_back({title, body, hints});
+        setDelayedReply(!answers); // for a reply that never comes
         return static_cast<uint>(arrived.size());
     }
 
@@ -73,6 +76,13 @@ TEST(DBusNotifications, ReachTheServiceWithTheirTextsAndTheSound) {
     EXPECT_EQ(service.arrived[0].title, "Serato Export");
     EXPECT_EQ(service.arrived[0].body, "Naïve – “text”");
     EXPECT_EQ(service.arrived[0].hints.value("sound-name").toString(), "message-new-instant");
+}
+
+TEST(DBusNotifications, DoNotWaitLongForAServiceThatHangs) {
+    NotificationService service;
+    service.answers = false;
+    EXPECT_TRUE(Posting({"id", "title", "body"}).error());
+    EXPECT_EQ(service.arrived.size(), 1U);
 }
 
 TEST(DBusNotifications, TellThatNobodyAnswers) {

@@ -22,6 +22,10 @@ TEST_F(ResultsPage, ShowsLongNamesShortenedAndMarksALineBreakInAPath) {
 }
 
 TEST_F(ResultsPage, PicksByKeys) {
+    view.matchedTracks.update([](auto& changed) { // browsed to a file that is a candidate already
+        changed[0].options.push_back(track("Night Band", "Last Train Home", {}, "/Music/a.mp3"));
+    });
+    window.settle();
     const auto picker = window.inRow(several, "Choose match");
     struct Case {
         Qt::Key opens;
@@ -30,7 +34,8 @@ TEST_F(ResultsPage, PicksByKeys) {
         const char* path;
     };
     const Case cases[] = {{Qt::Key_Return, {}, {Qt::Key_Down, Qt::Key_Return}, "/Music/b.mp3"},
-                          {Qt::Key_Space, {}, {Qt::Key_End, Qt::Key_Space}, "/Music/c.mp3"},
+                          {Qt::Key_Space, {}, {Qt::Key_End, Qt::Key_Space}, "/Music/a.mp3"},
+                          {Qt::Key_Return, {}, {Qt::Key_End, Qt::Key_Up, Qt::Key_Return}, "/Music/c.mp3"},
                           {Qt::Key_F4, {}, {Qt::Key_Up, Qt::Key_Escape}, "/Music/c.mp3"},
                           {Qt::Key_Down, Qt::AltModifier, {Qt::Key_Home, Qt::Key_Return}, "/Music/a.mp3"},
                           {Qt::Key_F4, {}, {Qt::Key_N, Qt::Key_Enter}, "/Music/b.mp3"}};
