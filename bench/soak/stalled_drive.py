@@ -82,7 +82,7 @@ def main(program, folder, library):
         user.play(M4A)
         drive.stall("all")
         user.close_results()
-        cancel_file_dialog(user)  # the folder of the last one lies on the drive
+        cancel_file_dialog(user)  # the last dialog showed a folder of this drive
         assert journey.quit() == 0
 
 

@@ -24,7 +24,7 @@ void loadEarlierChoices(ContentView& view);
 void keepChoicesReplacedBy(ContentView& view, const PreferredMatches& matches);
 /// Removes the choice for the key, because the user has chosen again.
 void forgetEarlierChoice(ContentView& view, std::string_view key);
-/// Keeps a choice that forgetEarlierChoice() removed.
+/// Adds a choice again that forgetEarlierChoice() removed.
 void keepEarlierChoice(ContentView& view, const std::string& key, const std::string& path);
 /// Removes all choices and deletes the file.
 void forgetAllEarlierChoices(ContentView& view);

@@ -106,7 +106,7 @@ void loadLibraryOfBefore(ContentView& view) {
     if (!document)
         return;
     applyTracksAndMatches(view, *document);
-    copySupportFile(view, previousName, persistentName); // for the next start
+    copySupportFile(view, previousName, persistentName); // restored for the next start
     view.lastScan.set({});
 }
 

@@ -123,7 +123,8 @@ void prepareMatchingOnLibraryChange(ContentView& view) {
             view.platform.matchQueue.post([index = view.trackDict.get()] {
                 try {
                     const LibraryCatalog made(index);
-                } catch (const std::bad_alloc&) { // a run makes it, if there is memory then
+                } catch (const std::bad_alloc&) { // the next run builds the catalog, if there is enough
+                                                  // memory then
                 }
             });
     });

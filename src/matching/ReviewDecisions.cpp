@@ -56,8 +56,8 @@ bool ReviewDecisions::isChosen(std::size_t row) const {
     const std::string& path = match.selectedTrack->path;
     if (chosenPaths_[row] && canonicallyEqual(*chosenPaths_[row], path))
         return true;
-    // A run selects the first candidate or the preferred match. The user selected any other candidate, and
-    // attached those that were added after the run.
+    // A run selects the first candidate or the preferred match. Any other selection, and candidates that were
+    // added after the run, come from the user.
     for (std::size_t option = std::min<std::size_t>(1, proposals_[row]); option < match.options.size();
          ++option)
         if (canonicallyEqual(match.options[option].path, path))

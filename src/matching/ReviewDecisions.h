@@ -50,7 +50,7 @@ private:
         std::optional<Track> selected;
         std::optional<std::string> chosenPath;
         std::optional<std::optional<std::string>> preferredPath; ///< nullopt if it could not be read
-        std::optional<std::string> earlierPath;                  ///< of the choice in `earlierChoices`
+        std::optional<std::string> earlierPath;                  ///< path of the choice in `earlierChoices`
     };
 
     /// Resets everything if the state holds new rows.

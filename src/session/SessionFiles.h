@@ -23,7 +23,8 @@ void loadLastSession(ContentView& view);
 /// Writes the rows and their wanted text to "session.previous.orvs" in the support folder, if a row is
 /// included or the user browsed to files. Call before other rows replace them. Errors are ignored.
 void keepReplacedRows(ContentView& view);
-/// Offers "session.previous.orvs" at the start if it was written in the last 24 hours.
+/// Sets `previousSessionIsKept` if "session.previous.orvs" was written in the last 24 hours. Call at the
+/// start.
 void offerPreviousSession(ContentView& view);
 /// Loads "session.previous.orvs". The rows that it replaces are written to the same file.
 void loadPreviousSession(ContentView& view);

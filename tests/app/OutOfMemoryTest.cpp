@@ -17,7 +17,7 @@
 
 namespace {
 
-/// The allocation of this thread that fails, counted from 0; below 0 for none.
+/// The number of the allocation that fails on this thread, counted from 0. Negative: none fails.
 thread_local int failing = -1;
 
 } // namespace
@@ -45,8 +45,8 @@ void operator delete(void* memory, const std::nothrow_t&) noexcept {
 namespace orvalen::test {
 namespace {
 
-/// Makes each allocation of the call fail in turn. Returns how many there were. `prepare` runs before each
-/// call and has all the memory that it needs.
+/// Makes each allocation of the call fail in turn. Returns the number of allocations. Calls `prepare` before
+/// each call; its allocations do not fail.
 int failEachAllocation(const std::function<void()>& prepare, const std::function<void()>& call) {
     for (int number = 0;; ++number) {
         prepare();

@@ -41,7 +41,7 @@ public slots:
     Q_SCRIPTABLE uint Notify(const QString&, uint, const QString&, const QString& title, const QString& body,
                              const QStringList&, const QVariantMap& hints, int) {
         arrived.push_back({title, body, hints});
-        setDelayedReply(!answers); // for a reply that never comes
+        setDelayedReply(!answers); // delays the reply for ever
         return static_cast<uint>(arrived.size());
     }
 

@@ -129,7 +129,7 @@ TEST_F(HttpSessionTest, GivesOneErrorForAServerThatIsNotThereOrGoesAway) {
         EXPECT_NE(errorOf(get(address)), "") << address;
 }
 
-/// Sends fixed bytes as soon as a request has arrived, and closes the connection.
+/// A server that sends fixed bytes when a request arrives, and closes the connection.
 class RawServer : public QTcpServer {
 public:
     explicit RawServer(QByteArray answer) : answer_(std::move(answer)) {

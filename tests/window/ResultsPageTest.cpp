@@ -22,7 +22,7 @@ TEST_F(ResultsPage, ShowsLongNamesShortenedAndMarksALineBreakInAPath) {
 }
 
 TEST_F(ResultsPage, PicksByKeys) {
-    view.matchedTracks.update([](auto& changed) { // browsed to a file that is a candidate already
+    view.matchedTracks.update([](auto& changed) { // as after browsing to a file that is a candidate already
         changed[0].options.push_back(track("Night Band", "Last Train Home", {}, "/Music/a.mp3"));
     });
     window.settle();

@@ -18,8 +18,8 @@ void deleteWhenIdle(QFileDialog* dialog) {
     auto* model = dialog->findChild<QFileSystemModel*>();
     if (!model)
         return dialog->deleteLater(); // a native dialog
-    // Qt first opens the next dialog in the last folder of this one and with its side bar. Either may lie on
-    // a drive that does not answer.
+    // Qt opens the next dialog with the last folder and the side bar of this one. Both may be on a drive that
+    // does not answer.
     const QString home = QDir::homePath();
     dialog->setDirectory(home);
     dialog->setSidebarUrls({QUrl("file:"), QUrl::fromLocalFile(home)});

@@ -48,7 +48,7 @@ QList<QUrl> placesOfMusic() {
     QList<QUrl> places{QUrl("file:")};
     for (const QString& folder : folders + mountedDrives()) {
         const QUrl place = QUrl::fromLocalFile(folder);
-        // The dialog would wait for a drive that does not answer.
+        // Skips drives that do not answer, because the dialog would wait for them.
         if (!places.contains(place) && pathKind(folder.toStdString()) == PathKind::folder)
             places.append(place);
     }

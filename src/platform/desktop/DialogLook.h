@@ -18,7 +18,7 @@ void addMessage(QFileDialog& dialog, const QString& message);
 /// Sets up a message box: plain text, a bold heading, the program's icon, wide enough for its title.
 void prepareDialog(QMessageBox& box);
 
-/// The text to explain that the drive of the path %1 does not answer.
+/// The message if the drive of the path %1 does not answer.
 inline constexpr const char* noAnswer = "%1\nis on a drive that does not answer.";
 /// Shows the text in a message box over the dialog. Returns when the user has confirmed it.
 void explain(QDialog& dialog, const QString& text);

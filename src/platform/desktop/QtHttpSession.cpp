@@ -118,7 +118,8 @@ private:
     void send(const QUrl& url) {
         QNetworkRequest request(url);
         request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-        // A server may close a kept connection at any time, and a request on it would fail: it is sent once.
+        // Uses a new connection per request: a server may close a kept connection at any time, and a failed
+        // request is not repeated.
         request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
         request.setRawHeader("Connection", "close");
         if (request_.cachePolicy == CachePolicy::reloadIgnoringCache)
@@ -136,7 +137,8 @@ private:
         connect(reply_, &QNetworkReply::uploadProgress, this, [this] { silence_.start(); });
         connect(reply_, &QNetworkReply::metaDataChanged, this, [this, body] {
             silence_.start();
-            if (isRedirect(status())) // the toolkit rewinds the body for every redirect, also if we follow it
+            // Qt rewinds the body for every redirect, even if we follow it ourselves.
+            if (isRedirect(status()))
                 body->allowRewind();
         });
         connect(reply_, &QNetworkReply::readyRead, this, [this] { readOn(); });

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::chrono::milliseconds limit{500};
 
-/// The paths that a background thread is asking for. Never destroyed: such a thread may outlive everything.
+/// The paths that background threads are checking. Never destroyed, because a thread can outlive main().
 struct Unanswered {
     std::mutex mutex;
     std::set<std::string> paths; // under mutex

@@ -7,9 +7,8 @@ namespace orvalen {
 
 enum class PathKind { absent, file, folder };
 
-/// Returns what the path leads to, links followed. A background thread asks the file system. Returns nullopt
-/// when the drive does not answer within half a second, and at once while an earlier question for the same
-/// path is unanswered. Thread-safe.
+/// Returns the kind of the path, following links. Uses a background thread. Returns nullopt if the drive does
+/// not answer within 500 ms, and at once if an earlier call for this path is still waiting. Thread-safe.
 std::optional<PathKind> pathKind(const std::string& path);
 
 } // namespace orvalen
