@@ -62,7 +62,9 @@ LibraryIndex::Cache LibraryIndex::cached(Cache (*make)(const LibraryIndex&)) con
 
 void fileTrack(LibraryIndex& index, const Track& track) {
     const LibraryTables& old = *index.body_;
-    LibraryTables tables{old.texts, {}, old.keys, old.keyNumbers};
+    LibraryTables tables{old.texts, {}, {}, old.keyNumbers};
+    tables.keys.reserve(old.keys.size() + 1); // a new key would otherwise move all keys
+    tables.keys = old.keys;
     const TrackRecord record = TrackFiler().file(track, tables);
     const bool isNewKey = tables.keys.size() > old.keys.size();
     const std::size_t place = isNewKey ? old.records.size() : old.positionsOf(record.key).last;

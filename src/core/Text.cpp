@@ -154,8 +154,11 @@ bool isBlank(std::string_view text) {
 }
 
 std::string_view lastPathComponent(std::string_view path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string_view::npos ? path : path.substr(slash + 1);
+    if (path.empty())
+        return path;
+    // memrchr() compares many bytes at once, unlike rfind().
+    const auto* slash = static_cast<const char*>(::memrchr(path.data(), '/', path.size()));
+    return slash == nullptr ? path : path.substr(static_cast<std::size_t>(slash - path.data()) + 1);
 }
 
 std::string_view bareName(std::string_view path) {
