@@ -110,6 +110,9 @@ TEST(Layout, MovesNothingUnderThePointer) {
     window.view.scanningFileName.set("a.mp3");
     window.expectShown("a.mp3");
     EXPECT_EQ(bottom("Match Playlist"), match);
+    window.view.matchInput.set("no dash here");
+    window.expectShown("Lines that are left out");
+    EXPECT_EQ(bottom("Match Playlist"), match);
     window.openResults();
     const double save = bottom("Save Session");
     window.view.selectedExportFormat.set("virtualdj");

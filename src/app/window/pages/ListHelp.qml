@@ -57,61 +57,69 @@ ColumnLayout {
         onEnded: tidy.forceActiveFocus(Qt.OtherFocusReason)
     }
 
-    Disclosure {
+    // Keeps the place of the closed disclosure, so that the controls below do not move after a paste.
+    Item {
         Layout.fillWidth: true
-        visible: box.help.leftOut.length > 0
-        title: "Lines that are left out"
-        textSize: Theme.caption
+        implicitHeight: Math.max(Theme.high(26), leftOut.visible ? leftOut.implicitHeight : 0)
 
-        ListView {
-            id: lines
+        Disclosure {
+            id: leftOut
 
-            Layout.fillWidth: true
-            implicitHeight: Math.min(contentHeight, box.linesAtOnce * box.lineHeight)
-            clip: true
-            boundsBehavior: Flickable.StopAtBounds
-            model: box.help.leftOut
-            T.ScrollBar.vertical: ThinScrollBar {}
-            Accessible.role: Accessible.List
-            Accessible.name: "Lines that are left out"
+            width: parent.width
+            visible: box.help.leftOut.length > 0
+            title: "Lines that are left out"
+            textSize: Theme.caption
 
-            delegate: Pressable {
-                id: entry
+            ListView {
+                id: lines
 
-                required property int index
-                required property string modelData
+                Layout.fillWidth: true
+                implicitHeight: Math.min(contentHeight, box.linesAtOnce * box.lineHeight)
+                clip: true
+                boundsBehavior: Flickable.StopAtBounds
+                model: box.help.leftOut
+                T.ScrollBar.vertical: ThinScrollBar {}
+                Accessible.role: Accessible.List
+                Accessible.name: "Lines that are left out"
 
-                text: modelData
-                spokenDetail: box.help.reasons[index] ?? ""
-                width: lines.width - 12
-                implicitHeight: box.lineHeight
-                onClicked: box.help.show(index)
-                onActiveFocusChanged: if (activeFocus) lines.positionViewAtIndex(index, ListView.Contain)
+                delegate: Pressable {
+                    id: entry
 
-                contentItem: RowLayout {
-                    spacing: 10
+                    required property int index
+                    required property string modelData
 
-                    Label {
-                        Layout.fillWidth: true
-                        Layout.leftMargin: 6
-                        text: entry.text
-                        font.pixelSize: Theme.caption
-                        elide: Text.ElideRight
-                        Accessible.ignored: true
+                    text: modelData
+                    spokenDetail: box.help.reasons[index] ?? ""
+                    width: lines.width - 12
+                    implicitHeight: box.lineHeight
+                    onClicked: box.help.show(index)
+                    onActiveFocusChanged: if (activeFocus) lines.positionViewAtIndex(index, ListView.Contain)
+
+                    contentItem: RowLayout {
+                        spacing: 10
+
+                        Label {
+                            Layout.fillWidth: true
+                            Layout.leftMargin: 6
+                            text: entry.text
+                            font.pixelSize: Theme.caption
+                            elide: Text.ElideRight
+                            Accessible.ignored: true
+                        }
+                        Label {
+                            Layout.rightMargin: 6
+                            text: entry.spokenDetail
+                            font.pixelSize: Theme.smallestCaption
+                            color: Theme.secondary
+                            Accessible.ignored: true
+                        }
                     }
-                    Label {
-                        Layout.rightMargin: 6
-                        text: entry.spokenDetail
-                        font.pixelSize: Theme.smallestCaption
-                        color: Theme.secondary
-                        Accessible.ignored: true
-                    }
-                }
-                background: Rectangle {
-                    radius: 5
-                    color: entry.stateTint
+                    background: Rectangle {
+                        radius: 5
+                        color: entry.stateTint
 
-                    FocusRing { shown: entry.visualFocus }
+                        FocusRing { shown: entry.visualFocus }
+                    }
                 }
             }
         }
