@@ -1,6 +1,7 @@
 #include "library/FolderScan.h"
 
 #include "app/state/ContentView.h"
+#include "core/FolderCount.h"
 #include "core/LibraryIndexBuilder.h"
 #include "core/Text.h"
 #include "library/AudioMetadata.h"
@@ -40,7 +41,7 @@ bool isMissing(const std::string& path) {
 class Scan {
 public:
     Scan(ContentView& view, std::vector<std::string> folders)
-        : view_(view), platform_(view.platform), folders_(folders),
+        : view_(view), platform_(view.platform), before_(view.trackDict.get()), folders_(folders),
           walk_(std::move(folders), view.platform.console),
           readAhead_(view.platform.mediaAssets.startReadAhead()) {}
 
@@ -48,6 +49,7 @@ public:
     bool step();
 
 private:
+    void leaveOutUnusedFolders();
     void expectFiles(const std::vector<std::string>& items);
     void passFile();
     void beginReading();
@@ -58,6 +60,7 @@ private:
 
     ContentView& view_;
     Platform& platform_;
+    LibraryIndex before_; ///< the index when the scan was started
     std::vector<std::string> folders_;
     FolderWalk walk_;
     /// reads the first files while folders are still listed
@@ -76,7 +79,7 @@ private:
 bool Scan::step() {
     if (!isListed_) {
         if (!hasBegun_)
-            std::erase_if(folders_, isMissing);
+            leaveOutUnusedFolders();
         hasBegun_ = true;
         const bool goesOn = walk_.step();
         expectFiles(walk_.items());
@@ -88,6 +91,14 @@ bool Scan::step() {
         return true;
     complete();
     return false;
+}
+
+/// A folder that is missing and has no indexed tracks cannot lose any.
+void Scan::leaveOutUnusedFolders() {
+    std::erase_if(folders_, [this](const std::string& folder) {
+        return isMissing(folder) && countTracksUnderFolder(before_, folder) == 0;
+    });
+    before_ = {};
 }
 
 void Scan::expectFiles(const std::vector<std::string>& items) {

@@ -185,6 +185,10 @@ TEST_F(FolderScan, KeepsTheLibraryOfBeforeWhenAFolderVanishes) {
     EXPECT_EQ(test.view.musicFolderURLs.get(), folders);
     EXPECT_EQ(test.support().read("Orvalen/library.orvl"), good) << "for the next start";
     EXPECT_THAT(test.view.lastScan.get().vanishedFolders, IsEmpty());
+    scan();
+    EXPECT_THAT(test.view.lastScan.get().vanishedFolders, ElementsAre(drive.path("stick")))
+        << "a folder that was missing at the start already";
+    EXPECT_EQ(test.support().read("Orvalen/library.previous.orvl"), good);
 }
 
 class FolderWalkTest : public testing::Test {

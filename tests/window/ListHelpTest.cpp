@@ -46,11 +46,16 @@ TEST(ListHelp, TidiesTheListAsOneEditThatCanBeUndone) {
 TEST(ListHelp, AsksAboutLinesThatOnlyTheUserCanDecide) {
     WindowHarness window;
     replaceIndex(window.view, buildIndex(std::vector{track("ABBA", "Dancing Queen")}));
-    window.view.matchInput.set("Dancing Queen by ABBA\nStand By Me by Ben E. King\nHello by Adele");
+    window.view.matchInput.set(
+        "Dancing Queen by ABBA\nHalo by Beyoncé\nStand By Me by Ben E. King\nHello by Adele");
     window.settle();
     window.click("Tidy List");
     window.expectShown("Line to decide: Dancing Queen by ABBA", QAccessible::Grouping);
     EXPECT_EQ(ofEditor(window, "selectedText"), "Dancing Queen by ABBA");
+    window.key(Qt::Key_Tab, Qt::ShiftModifier);
+    window.key(Qt::Key_Space);
+    window.expectShown("Line to decide: Halo by Beyoncé", QAccessible::Grouping);
+    window.settle();
     window.key(Qt::Key_A);
     window.expectShown("Line to decide: Stand By Me by Ben E. King", QAccessible::Grouping);
     window.key(Qt::Key_L);
@@ -59,7 +64,7 @@ TEST(ListHelp, AsksAboutLinesThatOnlyTheUserCanDecide) {
     window.expectGone("Leave All");
     EXPECT_TRUE(window.waitFor([&] {
         return window.view.matchInput.get() ==
-               "ABBA – Dancing Queen\nStand By Me by Ben E. King\nHello by Adele";
+               "ABBA – Dancing Queen\nBeyoncé – Halo\nStand By Me by Ben E. King\nHello by Adele";
     })) << window.view.matchInput.get();
 }
 

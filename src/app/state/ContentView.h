@@ -26,8 +26,8 @@ class PlaylistDatabaseManager;
 /// The files and folders that a scan could not read.
 struct ScanOutcome {
     std::size_t unreadableFiles = 0;
-    std::vector<std::string>
-        vanishedFolders; ///< music folders that existed when the scan began, but not at its end
+    /// Music folders that do not exist at the end of the scan and had tracks or existed at its start.
+    std::vector<std::string> vanishedFolders;
 };
 
 enum class InputMode { textList, spotify, djep };

@@ -28,7 +28,7 @@ QString LibraryState::unreadableText() const {
         text = QString::number(scan.unreadableFiles) + (scan.unreadableFiles == 1 ? " file" : " files") +
                " could not be read in the last scan";
     for (const std::string& folder : scan.vanishedFolders)
-        text += (text.isEmpty() ? "" : "; ") + toQString(folder) + " disappeared during the scan";
+        text += (text.isEmpty() ? "" : "; ") + toQString(folder) + " was not found by the last scan";
     return text;
 }
 

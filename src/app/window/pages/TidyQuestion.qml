@@ -82,7 +82,10 @@ Rectangle {
                     textSize: Theme.footnote
                     width: Math.min(implicitWidth, column.width)
                     tip: index === 0 ? "Changes the line (A)" : "Changes the line"
-                    onClicked: panel.help.accept(index)
+                    onClicked: {
+                        focusTimer.restart() // the next question replaces this button
+                        panel.help.accept(index)
+                    }
                 }
             }
             PushButton {
