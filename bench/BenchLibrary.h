@@ -1,11 +1,11 @@
 #pragma once
 
 #include "MadeLibrary.h"
+#include "ProcessorTime.h"
 #include "core/LibraryIndexBuilder.h"
 #include "matching/LibraryCatalog.h"
 
 #include <benchmark/benchmark.h>
-#include <ctime>
 #include <map>
 #include <string>
 #include <vector>
@@ -44,13 +44,6 @@ inline void oneSize(benchmark::internal::Benchmark* bench) {
 }
 inline void threeSizes(benchmark::internal::Benchmark* bench) {
     bench->ArgNames({"tracks"})->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-}
-
-/// Returns the processor time of this thread, which does not depend on other processes.
-inline double processorMilliseconds() {
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
 } // namespace orvalen::bench

@@ -1,6 +1,6 @@
 #include "LoopProbe.h"
 
-#include "BenchLibrary.h"
+#include "ProcessorTime.h"
 
 #include <QEvent>
 #include <QMetaEnum>
