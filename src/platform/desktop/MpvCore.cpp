@@ -134,6 +134,7 @@ void MpvCore::command(std::initializer_list<const char*> arguments) {
     calls_.post(
         [mpv = mpv_, handle = handle_, words = std::vector<std::string>(arguments.begin(), arguments.end())] {
             std::vector<const char*> terminated;
+            terminated.reserve(words.size() + 1);
             for (const std::string& word : words)
                 terminated.push_back(word.c_str());
             terminated.push_back(nullptr);
