@@ -110,6 +110,7 @@ private:
     };
 
     Expected<void> load(double start, std::chrono::milliseconds limit) {
+        const auto deadline = Clock::now() + limit;
         core_.set("start", toText(start).c_str());
         if (auto loaded = core_.load(path_, limit); !loaded)
             return loaded;
@@ -117,7 +118,9 @@ private:
         ended_ = false;
         target_.reset();
         position_ = Position{start, Clock::now()};
-        duration_ = core_.number("duration").value_or(duration_);
+        // Positions are limited to the duration, so a busy system gets the rest of the time to report it.
+        duration_ =
+            core_.number("duration", std::max(MpvCore::answerLimit, timeLeft(deadline))).value_or(duration_);
         return {};
     }
 

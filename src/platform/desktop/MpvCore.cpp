@@ -11,7 +11,6 @@ namespace orvalen {
 
 namespace {
 
-constexpr std::chrono::milliseconds answerLimit{500};
 constexpr std::chrono::milliseconds endLimit{300};
 
 struct Option {
@@ -96,11 +95,11 @@ mpv_handle* start(const MpvLibrary& mpv) {
 
 template <typename Value>
 std::optional<Value> read(DetachedQueue& calls, const MpvLibrary* mpv, mpv_handle* handle,
-                          const char* property, mpv_format format) {
+                          const char* property, mpv_format format, std::chrono::milliseconds limit) {
     if (!handle)
         return std::nullopt;
-    const auto value = calls.ask(
-        answerLimit, [mpv, handle, property = std::string(property), format]() -> std::optional<Value> {
+    const auto value =
+        calls.ask(limit, [mpv, handle, property = std::string(property), format]() -> std::optional<Value> {
             Value result{};
             if (mpv->getProperty(handle, property.c_str(), format, &result) < 0)
                 return std::nullopt;
@@ -168,12 +167,12 @@ Expected<void> MpvCore::awaitLoaded(std::chrono::milliseconds limit) {
     }
 }
 
-std::optional<double> MpvCore::number(const char* property) {
-    return read<double>(calls_, mpv_, handle_, property, MPV_FORMAT_DOUBLE);
+std::optional<double> MpvCore::number(const char* property, std::chrono::milliseconds limit) {
+    return read<double>(calls_, mpv_, handle_, property, MPV_FORMAT_DOUBLE, limit);
 }
 
 std::optional<bool> MpvCore::flag(const char* property) {
-    const auto value = read<int>(calls_, mpv_, handle_, property, MPV_FORMAT_FLAG);
+    const auto value = read<int>(calls_, mpv_, handle_, property, MPV_FORMAT_FLAG, answerLimit);
     return value ? std::optional(*value != 0) : std::nullopt;
 }
 

@@ -24,6 +24,8 @@ struct MpvLibrary;
 /// below.
 class MpvCore {
 public:
+    static constexpr std::chrono::milliseconds answerLimit{500};
+
     /// Sets the process's locale for numbers to "C", which libmpv needs. The first player loads libmpv, which
     /// takes about 0.1 s.
     MpvCore();
@@ -38,8 +40,8 @@ public:
     Expected<void> load(const std::string& location, std::chrono::milliseconds limit);
 
     /// Returns the value of the property after all earlier calls. Returns nullopt if it has none now, or if
-    /// the player does not answer within 500 ms.
-    std::optional<double> number(const char* property);
+    /// the player does not answer within `limit`.
+    std::optional<double> number(const char* property, std::chrono::milliseconds limit = answerLimit);
     std::optional<bool> flag(const char* property);
     /// Sets a property and returns at once.
     void set(const char* property, const char* value);

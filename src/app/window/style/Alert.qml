@@ -18,7 +18,11 @@ T.Dialog {
     onShownChanged: shown ? open() : close()
     Component.onCompleted: if (shown) open()
 
-    onOpened: takeFocus()
+    onOpened: {
+        // Keeps the focus if the user has already pressed Tab.
+        if (cancel.activeFocus || !alert.activeFocus)
+            takeFocus()
+    }
 
     /// Focuses "Cancel": if the user is typing when the alert opens, a key can only cancel.
     function takeFocus() {
