@@ -131,9 +131,8 @@ std::vector<std::size_t> findTracks(const LibraryCatalog& catalog, std::string_v
         return overlap.share(0) < leastFound ? 0 : overlap.share(costOfLeftWords);
     });
     keepBest(tracks, most);
-    std::vector<std::size_t> positions;
-    for (const Scored& track : tracks)
-        positions.push_back(track.position);
+    std::vector<std::size_t> positions(tracks.size());
+    std::ranges::transform(tracks, positions.begin(), &Scored::position);
     return positions;
 }
 
