@@ -24,8 +24,8 @@ bool isBelow(const char* path) {
     return folder != nullptr && path != nullptr && std::strncmp(path, folder, std::strlen(folder)) == 0;
 }
 
-/// Returns the first letter of the switch file, or 0 if there is none. Uses system calls, because open() and
-/// read() are the functions below.
+/// Returns the first letter of the switch file, or 0 if the file is missing or empty. Uses system calls,
+/// because open() and read() are the functions below.
 char switchLetter() {
     static const char* const place = std::getenv("ORVALEN_SLOW_SWITCH");
     const long file = place == nullptr ? -1 : ::syscall(SYS_openat, AT_FDCWD, place, O_RDONLY | O_CLOEXEC);

@@ -29,7 +29,7 @@ void writeTrackTexts(Writer& writer, const TrackView& track) {
     writeMember(writer, "path", track.path);
 }
 
-/// Writes the object that readTrack() reads, without "bpm" if there is none.
+/// Writes the object that readTrack() reads, without "bpm" if the track has no tempo.
 template <typename Writer>
 void writeTrack(Writer& writer, const TrackView& track) {
     writer.StartObject();

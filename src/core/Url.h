@@ -12,7 +12,7 @@ namespace orvalen {
 
 struct Url {
     std::string scheme; ///< lower case; empty if the address is relative
-    std::string host;   ///< empty if there is none
+    std::string host;   ///< empty if the address has no host
     std::string path;   ///< without query and fragment
 
     /// Returns whether the URL has a scheme and its path does not start with ‘/’, as in ‘mailto:someone’.

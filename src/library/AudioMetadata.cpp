@@ -14,7 +14,8 @@
 namespace orvalen {
 namespace {
 
-/// Returns the text of the first item with the common key, or nullopt if there is none or it cannot be read.
+/// Returns the text of the first item with the common key, or nullopt if no item has it or its text is
+/// unreadable.
 std::optional<std::string> firstText(const std::vector<MetadataItem>& items, std::string_view commonKey) {
     const auto item = std::find_if(items.begin(), items.end(),
                                    [&](const MetadataItem& each) { return each.commonKey == commonKey; });

@@ -31,7 +31,7 @@ struct OpenOptions {
     std::string title{};  ///< title of the window; empty: the prompt
     FileKind kind = FileKind::music;
     std::vector<Location>
-        openIn{}; ///< the first existing one is shown; if there is none, the last folder of the kind
+        openIn{}; ///< the first existing one is shown; if none exists, the last folder of the kind
 };
 
 struct SaveOptions {

@@ -18,7 +18,7 @@ void autoSaveSession(ContentView& view);
 void loadSession(ContentView& view);
 /// Loads the session file. On failure, writes an error line and changes nothing.
 void loadSessionFile(ContentView& view, const Location& file);
-/// Loads the last auto-saved session. Does nothing if there is none or it cannot be read.
+/// Loads the last auto-saved session. Does nothing if that file is missing or unreadable.
 void loadLastSession(ContentView& view);
 /// Writes the rows and their wanted text to "session.previous.orvs" in the support folder, if a row is
 /// included or the user browsed to files. Call before other rows replace them. Errors are ignored.

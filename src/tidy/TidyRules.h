@@ -42,7 +42,7 @@ std::span<const NamedTidyRule> tidyRules();
 
 /// The number at the start of a line such as ‘12. Artist – Title’ or ‘12) …’, and the text after it.
 struct NumberedLine {
-    int number = 0; ///< -1 if there is none
+    int number = 0; ///< -1 if the line has no number
     std::string_view rest;
 };
 NumberedLine numberedLine(std::string_view line);

@@ -64,9 +64,9 @@ void click(QDialog* dialog, const QString& name, Qt::KeyboardModifiers modifiers
     auto* list = dialog->findChild<QAbstractItemView*>("treeView");
     QModelIndex index;
     ASSERT_TRUE(turnUntil([&] {
-        const auto found = list->model()->match(list->model()->index(0, 0, list->rootIndex()),
-                                                Qt::DisplayRole, name, 1, Qt::MatchExactly);
-        index = found.value(0);
+        const QAbstractItemModel& files = *list->model();
+        index = files.match(files.index(0, 0, list->rootIndex()), Qt::DisplayRole, name, 1, Qt::MatchExactly)
+                    .value(0);
         return index.isValid();
     })) << name.toStdString();
     list->scrollTo(index);
@@ -89,8 +89,7 @@ void whileOpen(std::function<void(QDialog*)> act) {
     QTimer::singleShot(0, [act = std::move(act)] {
         QDialog* dialog = openDialog();
         ASSERT_NE(dialog, nullptr);
-        // An unexpected question would block for ever.
-        QTimer watch;
+        QTimer watch; // rejects an unexpected question, which would block the test
         QObject::connect(&watch, &QTimer::timeout, [] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             ASSERT_NE(box, nullptr);
@@ -263,18 +262,17 @@ TEST_F(QtDialogsTest, TakesTypedPaths) {
 
 TEST_F(QtDialogsTest, HidesWhatTheTypesLeaveOutAndExplainsWhatCannotBeChosen) {
     folder.write("12\" Mix.mp3", "x");
-    EXPECT_THAT(open({.types = {{}, {"mp3"}}},
-                     [](QDialog* dialog) {
-                         EXPECT_TRUE(turnUntil([&] {
-                             QStringList shown = names(dialog);
-                             shown.sort();
-                             return shown == QStringList({"12\" Mix.mp3", "House", "Live.mp3", "Slow.MP3"});
-                         })) << "upper case is the same type, and folders stay";
-                         EXPECT_FALSE(button(dialog, "Open")->isEnabled());
-                         click(dialog, "12\" Mix.mp3");
-                         confirm(dialog, "Open");
-                     }),
-                ElementsAre(path("12\" Mix.mp3")));
+    EXPECT_THAT(
+        open({.types = {{}, {"mp3"}}},
+             [](QDialog* dialog) {
+                 EXPECT_TRUE(turnUntil([&] {
+                     return names(dialog) == QStringList({"12\" Mix.mp3", "House", "Live.mp3", "Slow.MP3"});
+                 })) << "upper case is the same type, and folders stay";
+                 EXPECT_FALSE(button(dialog, "Open")->isEnabled());
+                 click(dialog, "12\" Mix.mp3");
+                 confirm(dialog, "Open");
+             }),
+        ElementsAre(path("12\" Mix.mp3")));
     for (const char* name : {"Notes <b>bold.txt", "missing.mp3"})
         EXPECT_THAT(add(typingInVain(text(name), text(name))), IsEmpty());
     EXPECT_THAT(open({}, typing(text("House"))), IsEmpty()) << "a folder is no file";
@@ -325,11 +323,9 @@ TEST_F(QtDialogsTest, ReadsTheNameToSaveUnderAsOneName) {
             [](QDialog* dialog) {
                 EXPECT_EQ(nameField(dialog)->text(), "evening.m3u");
                 EXPECT_EQ(dialog->windowTitle(), "Save <b>Playlist</b>");
-                QStringList lines;
-                for (const QLabel* label : dialog->findChildren<QLabel*>())
-                    if (label->isVisible())
-                        lines.append(label->text());
-                EXPECT_TRUE(lines.contains("Pick a <i>name</i>"));
+                EXPECT_TRUE(std::ranges::any_of(dialog->findChildren<QLabel*>(), [](const QLabel* label) {
+                    return label->isVisible() && label->text() == "Pick a <i>name</i>";
+                }));
                 QTest::keyClick(nameField(dialog), Qt::Key_Return);
             }),
         path("House/evening.m3u"));

@@ -51,7 +51,7 @@ public:
     void observeFlag(const char* property);
     /// Returns whether events may have arrived since the last call. If so, take all events.
     bool hasNews() { return news_.exchange(false); }
-    /// Returns the next event; its kind is MPV_EVENT_NONE if there is none. Valid until the next call.
+    /// Returns the next event; its kind is MPV_EVENT_NONE if no event waits. Valid until the next call.
     const mpv_event& nextEvent();
 
 private:

@@ -44,7 +44,7 @@ public:
     /// The reason for each line of leftOut().
     QStringList reasons() const { return reasons_; }
     bool canTidy() const;
-    /// The line that needs a decision and its proposed readings; empty if there is none.
+    /// The line that needs a decision and its proposed readings; empty if no line needs one.
     QString question() const;
     QString questionCount() const;
     QStringList readings() const;

@@ -50,7 +50,7 @@ public:
     /// Returns the number of rows with each decision, indexed by Decision.
     QList<int> decisionCounts() const;
     /// Returns the next row with one of the decisions, after `from` (`by` 1) or before it (`by` -1). The
-    /// search wraps around. Returns -1 if there is none.
+    /// search wraps around. Returns -1 if no row has it.
     int nextRow(std::initializer_list<RowDecision> decisions, int from, int by) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;

@@ -23,7 +23,7 @@ const MatchedTrack* rowAt(const ContentView& view, int row) {
 }
 
 /// Returns the next row for whose normalised label `fits` returns true, from row `from` on in steps of `by`;
-/// -1 if there is none. The search wraps around.
+/// -1 if no row does. The search wraps around.
 template <typename Fits>
 int nextRow(const std::vector<MatchedTrack>& rows, int from, int by, Fits fits) {
     const int count = static_cast<int>(rows.size());

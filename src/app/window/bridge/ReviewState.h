@@ -61,7 +61,7 @@ public:
     /// Returns the next row whose label contains the text, from `from` on in steps of `by`; -1 if there is
     /// none.
     Q_INVOKABLE int find(const QString& text, int from, int by) const;
-    /// Returns the next row whose label starts with the letter, from row `from` on; -1 if there is none. The
+    /// Returns the next row whose label starts with the letter, from row `from` on; -1 if no label does. The
     /// search wraps around.
     Q_INVOKABLE int findInitial(const QString& letter, int from) const;
     /// Undoes the last tick or choice. Returns the row concerned, or -1 if there is nothing to undo.
