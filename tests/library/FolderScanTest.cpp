@@ -5,12 +5,14 @@
 #include "library/LibraryFile.h"
 #include "support/Builders.h"
 #include "support/Fakes.h"
+#include "support/OrdinaryUser.h"
 #include "support/OtherProgram.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 namespace orvalen::test {
 namespace {
@@ -227,6 +229,14 @@ TEST_F(FolderWalkTest, FollowsTheOrderOfTheEntriesAndRepeatsWhatIsListedTwice) {
                       folder.path("b/gone.mp3"), folder.path("b/two.mp3/below")}),
                 ElementsAre("b/two.mp3", "a/one.mp3", "a/one.mp3", "b/two.mp3"));
     EXPECT_THAT(console.lines(), IsEmpty());
+}
+
+TEST_F(FolderWalkTest, ListsAFolderThatItMayNotReadWithoutItsContent) {
+    folder.write("a.mp3");
+    folder.write("shut/b.mp3");
+    ASSERT_EQ(::chmod(folder.path("shut").c_str(), 0), 0);
+    const OrdinaryUser user(folder);
+    EXPECT_THAT(walk({folder.path()}), ElementsAre("a.mp3", "shut"));
 }
 
 TEST_F(FolderWalkTest, LeavesOutWhatIsHiddenUnlessTheUserChoseItself) {

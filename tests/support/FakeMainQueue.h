@@ -32,7 +32,7 @@ public:
         while (runOne()) {
         }
     }
-    /// Runs the next post. Returns false if there is none.
+    /// Runs the next post. Returns false if no post is waiting.
     bool runOne() {
         Function next;
         {
