@@ -209,6 +209,7 @@ TEST(FileFaults, LeaveTheStateBeforeOrAfterAndTheNextAttemptWorks) {
             FlowRun whole(flow, hasOldFile);
             whole.act();
             EXPECT_FALSE(whole.hasFailed()) << flow.name;
+            EXPECT_EQ(std::ranges::count(whole.calls, "sync"), flow.isAtomic ? 1 : 0) << "before the rename";
             for (const Fault& fault : faultsOf(whole.calls)) {
                 SCOPED_TRACE(testing::Message() << flow.name << ", " << fault);
                 FlowRun run(flow, hasOldFile);
