@@ -1,12 +1,13 @@
 #include "platform/desktop/ApplicationBus.h"
 
+#include "desktop/BusService.h"
 #include "desktop/EventLoop.h"
+#include "support/TemporaryFolder.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDialog>
-#include <QTimer>
+#include <QLocalServer>
 #include <future>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -26,23 +27,23 @@ constexpr const char* path = "/org/orvalen/Orvalen";
 /// Another program on the same bus.
 class Peer {
 public:
-    Peer() : bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "peer")) {}
+    Peer() = default;
     ~Peer() { QDBusConnection::disconnectFromBus("peer"); }
-    Peer(const Peer&) = delete;
-    Peer& operator=(const Peer&) = delete;
+    Q_DISABLE_COPY(Peer)
 
     /// Calls the program and runs the event loop until the reply arrives.
     bool call(const char* method, const QVariantList& arguments) const {
         QDBusMessage message =
             QDBusMessage::createMethodCall(name, path, "org.freedesktop.Application", method);
         message.setArguments(arguments);
-        const QDBusPendingCall answer = bus.asyncCall(message, 5000);
+        const QDBusPendingCall answer = bus_.asyncCall(message, 5000);
         EXPECT_TRUE(turnUntil([&] { return answer.isFinished(); }));
         return !answer.isError();
     }
     bool open(const QStringList& uris) const { return call("Open", {uris, QVariantMap()}); }
 
-    QDBusConnection bus;
+private:
+    QDBusConnection bus_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "peer");
 };
 
 /// The requests that reached the program, in order.
@@ -89,11 +90,13 @@ TEST(ApplicationBus, KeepsFilesBackWhileAModalDialogIsOpen) {
 }
 
 /// Represents the instance that was started first.
-class Owner : public QObject {
+class Owner : public BusService {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
+    Owner() : BusService(name, path) {}
+
     QVariantMap given;
     QStringList opened;
 
@@ -106,10 +109,7 @@ public slots:
 };
 
 TEST(ApplicationBus, HandsASecondStartToTheFirst) {
-    Peer peer;
     Owner owner;
-    ASSERT_TRUE(peer.bus.registerObject(path, &owner, QDBusConnection::ExportScriptableSlots));
-    ASSERT_TRUE(peer.bus.registerService(name));
     ApplicationBus program;
     EXPECT_EQ(program.claim(), ApplicationBus::Claim::second);
     qputenv("DESKTOP_STARTUP_ID", "startup-1");
@@ -123,6 +123,17 @@ TEST(ApplicationBus, HandsASecondStartToTheFirst) {
         EXPECT_EQ(owner.opened, files);
     }
     qunsetenv("DESKTOP_STARTUP_ID");
+}
+
+TEST(ApplicationBus, SwitchesABusOffThatDoesNotAnswer) {
+    const TemporaryFolder folder;
+    QLocalServer silent;
+    ASSERT_TRUE(silent.listen(QString::fromStdString(folder.path("bus"))));
+    const QByteArray usual = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + silent.fullServerName().toUtf8());
+    EXPECT_EQ(ApplicationBus().claim(), ApplicationBus::Claim::noBus);
+    EXPECT_EQ(qgetenv("DBUS_SESSION_BUS_ADDRESS"), "disabled:") << "each later use would wait for the bus";
+    qputenv("DBUS_SESSION_BUS_ADDRESS", usual);
 }
 
 } // namespace

@@ -1,9 +1,8 @@
 #include "platform/desktop/DBusNotifications.h"
 
+#include "desktop/BusService.h"
 #include "desktop/EventLoop.h"
 
-#include <QDBusAbstractAdaptor>
-#include <QDBusConnection>
 #include <QDBusContext>
 #include <QVariantMap>
 #include <gtest/gtest.h>
@@ -12,22 +11,12 @@
 namespace orvalen::test {
 
 /// A notification service as a desktop provides it.
-class NotificationService : public QObject, protected QDBusContext {
+class NotificationService : public BusService, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
 
 public:
-    NotificationService() : bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "service")) {
-        EXPECT_TRUE(bus_.registerObject("/org/freedesktop/Notifications", this,
-                                        QDBusConnection::ExportScriptableSlots));
-        EXPECT_TRUE(bus_.registerService("org.freedesktop.Notifications"));
-    }
-    ~NotificationService() override {
-        bus_.unregisterService("org.freedesktop.Notifications");
-        QDBusConnection::disconnectFromBus("service");
-    }
-    NotificationService(const NotificationService&) = delete;
-    NotificationService& operator=(const NotificationService&) = delete;
+    NotificationService() : BusService("org.freedesktop.Notifications", "/org/freedesktop/Notifications") {}
 
     struct Arrived {
         QString title;
@@ -44,34 +33,23 @@ public slots:
         setDelayedReply(!answers); // delays the reply for ever
         return static_cast<uint>(arrived.size());
     }
-
-private:
-    QDBusConnection bus_;
 };
 
 namespace {
 
-/// The outcome of a post, or nullopt before it arrives.
-class Posting {
-public:
-    explicit Posting(const Notification& notification) {
-        notifications_.post(notification,
-                            [this](std::optional<Error> error) { outcome_ = std::move(error); });
-        EXPECT_FALSE(outcome_) << "the outcome comes after the call";
-    }
-    std::optional<Error> error() {
-        EXPECT_TRUE(turnUntil([&] { return outcome_.has_value(); }));
-        return outcome_.value_or(std::nullopt);
-    }
-
-private:
-    DBusNotifications notifications_;
-    std::optional<std::optional<Error>> outcome_;
-};
+/// Posts a notification, waits for the outcome, and returns its error.
+std::optional<Error> errorOf(const Notification& notification) {
+    DBusNotifications notifications;
+    std::optional<std::optional<Error>> outcome;
+    notifications.post(notification, [&](std::optional<Error> error) { outcome = std::move(error); });
+    EXPECT_FALSE(outcome) << "the outcome comes after the call";
+    EXPECT_TRUE(turnUntil([&] { return outcome.has_value(); }));
+    return outcome.value_or(std::nullopt);
+}
 
 TEST(DBusNotifications, ReachTheServiceWithTheirTextsAndTheSound) {
     NotificationService service;
-    EXPECT_FALSE(Posting({"id", "Serato Export", "Naïve – “text”"}).error());
+    EXPECT_FALSE(errorOf({"id", "Serato Export", "Naïve – “text”"}));
     ASSERT_EQ(service.arrived.size(), 1U);
     EXPECT_EQ(service.arrived[0].title, "Serato Export");
     EXPECT_EQ(service.arrived[0].body, "Naïve – “text”");
@@ -81,12 +59,12 @@ TEST(DBusNotifications, ReachTheServiceWithTheirTextsAndTheSound) {
 TEST(DBusNotifications, DoNotWaitLongForAServiceThatHangs) {
     NotificationService service;
     service.answers = false;
-    EXPECT_TRUE(Posting({"id", "title", "body"}).error());
+    EXPECT_TRUE(errorOf({"id", "title", "body"}));
     EXPECT_EQ(service.arrived.size(), 1U);
 }
 
-TEST(DBusNotifications, TellThatNobodyAnswers) {
-    const auto error = Posting({"id", "title", "body"}).error();
+TEST(DBusNotifications, ReportThatThereIsNoService) {
+    const auto error = errorOf({"id", "title", "body"});
     ASSERT_TRUE(error);
     EXPECT_NE(error->description.find("org.freedesktop.Notifications"), std::string::npos)
         << error->description;

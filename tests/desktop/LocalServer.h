@@ -1,111 +1,72 @@
 #pragma once
 
-#include "support/TemporaryFolder.h"
-
-#include <atomic>
-#include <chrono>
-#include <cstdlib>
+#include <QByteArray>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <functional>
-#include <httplib.h>
+#include <gtest/gtest.h>
+#include <map>
 #include <memory>
-#include <stdexcept>
 #include <string>
-#include <thread>
+#include <vector>
 
 namespace orvalen::test {
 
-/// A key with a self-signed certificate for 127.0.0.1.
-class SelfSignedCertificate {
-public:
-    SelfSignedCertificate() {
-        const std::string command =
-            "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -days 2 "
-            "-subj /CN=127.0.0.1 -addext subjectAltName=IP:127.0.0.1 -keyout '" +
-            keyFile() + "' -out '" + certificateFile() + "' 2>/dev/null";
-        if (std::system(command.c_str()) != 0)
-            throw std::runtime_error("no certificate could be made: is openssl installed?");
-    }
-    std::string certificateFile() const { return folder_.path("certificate.pem"); }
-    std::string keyFile() const { return folder_.path("key.pem"); }
-
-private:
-    TemporaryFolder folder_;
-};
-
-/// A real HTTP server on a free port of 127.0.0.1. Its handlers run on their own threads. A handler that
-/// blocks does so until the server ends.
+/// A server on a free port of 127.0.0.1. It runs in the event loop of the test, keeps every request, and
+/// answers it by its path and query. The body of a POST request must end with "end".
 class LocalServer {
 public:
-    using Handler = std::function<void(const httplib::Request&, httplib::Response&)>;
+    using Answer = std::function<void(QTcpSocket&)>;
 
-    LocalServer() : LocalServer(std::make_unique<httplib::Server>(), "http") {}
-    explicit LocalServer(const SelfSignedCertificate& certificate)
-        : LocalServer(std::make_unique<httplib::SSLServer>(certificate.certificateFile().c_str(),
-                                                           certificate.keyFile().c_str()),
-                      "https") {}
-    ~LocalServer() {
-        ending_ = true;
-        server_->stop();
-        thread_.join();
+    explicit LocalServer(std::unique_ptr<QTcpServer> server = std::make_unique<QTcpServer>(),
+                         const char* scheme = "http")
+        : server_(std::move(server)), scheme_(scheme) {
+        EXPECT_TRUE(server_->listen(QHostAddress::LocalHost));
+        QObject::connect(server_.get(), &QTcpServer::pendingConnectionAvailable, server_.get(), [this] {
+            QTcpSocket* socket = server_->nextPendingConnection();
+            const auto readOn = [this, socket, request = QByteArray()]() mutable {
+                request += socket->readAll();
+                if (!request.endsWith(request.startsWith("POST") ? "end" : "\r\n\r\n"))
+                    return;
+                requests.push_back(request.toStdString());
+                if (const Answer& answer = answers_[request.split(' ').value(1).toStdString()])
+                    answer(*socket);
+            };
+            QObject::connect(socket, &QTcpSocket::readyRead, socket, readOn);
+        });
     }
-    LocalServer(const LocalServer&) = delete;
-    LocalServer& operator=(const LocalServer&) = delete;
 
-    /// Answers all methods on this path. Call before the first request to the path.
-    void on(const std::string& path, const Handler& handler) {
-        server_->Get(path, handler);
-        server_->Post(path, handler);
-    }
-    void on(const std::string& path, int status, const std::string& body,
-            const std::string& type = "application/json") {
-        on(path, [=](const httplib::Request&, httplib::Response& response) {
-            response.status = status;
-            response.set_content(body, type);
-        });
-    }
-    void redirect(const std::string& path, int status, const std::string& target) {
-        on(path, [=](const httplib::Request&, httplib::Response& response) {
-            response.status = status;
-            response.set_header("Location", target);
-            response.set_content("moved", "text/plain");
-        });
-    }
-    /// Announces a body of 1 MB, sends only `start`, and closes the connection.
-    void closeInTheMiddle(const std::string& path, const std::string& start) {
-        on(path, [=](const httplib::Request&, httplib::Response& response) {
-            response.set_content_provider(
-                1'000'000, "application/json", [=](std::size_t offset, std::size_t, httplib::DataSink& sink) {
-                    return offset < start.size() && sink.write(start.data(), start.size());
-                });
-        });
-    }
-    void neverAnswer(const std::string& path) {
-        on(path, [this](const httplib::Request&, httplib::Response&) {
-            while (!ending_)
-                std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    /// Sets the answer to a path. Requests for other paths are never answered.
+    void on(const std::string& path, Answer answer) { answers_[path] = std::move(answer); }
+    /// Sends these bytes and closes the connection.
+    void on(const std::string& path, const QByteArray& bytes) {
+        on(path, [bytes](QTcpSocket& socket) {
+            socket.write(bytes);
+            socket.disconnectFromHost();
         });
     }
 
     std::string address(const std::string& path = {}) const {
-        return std::string(scheme_) + "://127.0.0.1:" + std::to_string(port_) + path;
+        return std::string(scheme_) + "://127.0.0.1:" + std::to_string(server_->serverPort()) + path;
     }
+
+    std::vector<std::string> requests;
 
 private:
-    LocalServer(std::unique_ptr<httplib::Server> server, const char* scheme)
-        : server_(std::move(server)), scheme_(scheme), port_(server_->bind_to_any_port("127.0.0.1")) {
-        if (port_ <= 0)
-            throw std::runtime_error("no server could be started");
-        server_->set_keep_alive_timeout(1);
-        thread_ = std::thread([this] { server_->listen_after_bind(); });
-        while (!server_->is_running())
-            std::this_thread::yield();
-    }
-
-    std::unique_ptr<httplib::Server> server_;
+    std::unique_ptr<QTcpServer> server_;
     const char* scheme_;
-    int port_;
-    std::atomic<bool> ending_{false};
-    std::thread thread_;
+    std::map<std::string, Answer> answers_;
 };
+
+/// Returns the bytes of an answer with this body.
+inline QByteArray answer(int status, const QByteArray& body, const QByteArray& headers = {}) {
+    return "HTTP/1.1 " + QByteArray::number(status) +
+           " Text\r\nConnection: close\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n" +
+           headers + "\r\n" + body;
+}
+
+inline QByteArray redirection(int status, const std::string& target) {
+    return answer(status, "moved", "Location: " + QByteArray::fromStdString(target) + "\r\n");
+}
 
 } // namespace orvalen::test

@@ -103,16 +103,6 @@ void whileOpen(std::function<void(QDialog*)> act) {
     });
 }
 
-/// Runs `act` on the message that must appear over the dialog.
-void whileAsked(bool& asked, std::function<void(QMessageBox&)> act) {
-    QTimer::singleShot(0, [&asked, act = std::move(act)] {
-        auto* box = qobject_cast<QMessageBox*>(openDialog());
-        ASSERT_NE(box, nullptr);
-        asked = true;
-        act(*box);
-    });
-}
-
 std::vector<std::string> paths(const std::vector<Location>& locations) {
     std::vector<std::string> result;
     for (const Location& location : locations)
@@ -194,70 +184,70 @@ Act marking(const QStringList& marked) {
     };
 }
 
-/// Types a path that the dialog rejects: a plain text says why, and the dialog stays open.
-Act typingInVain(const QString& text, const QString& mentioned) {
+/// Types a path, expects a plain text that mentions `expected`, and answers it with Return or with Yes.
+Act typingAndAnswering(const QString& text, const QString& expected, bool withYes = false) {
     return [=](QDialog* dialog) {
-        bool explained = false;
-        whileAsked(explained, [&](QMessageBox& box) {
-            EXPECT_TRUE(box.text().contains(mentioned)) << box.text().toStdString();
-            if (QAbstractButton* no = box.button(QMessageBox::No))
-                return no->click();
-            EXPECT_EQ(box.textFormat(), Qt::PlainText);
-            box.reject();
+        bool asked = false;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QMessageBox*>(openDialog());
+            ASSERT_NE(box, nullptr);
+            asked = true;
+            EXPECT_TRUE(box->text().contains(expected)) << box->text().toStdString();
+            EXPECT_EQ(box->textFormat(), Qt::PlainText);
+            if (withYes)
+                box->button(QMessageBox::Yes)->click();
+            else
+                QTest::keyClick(box, Qt::Key_Return);
         });
         type(dialog, text);
-        EXPECT_TRUE(explained && dialog->isVisible()) << text.toStdString();
+        EXPECT_TRUE(asked) << text.toStdString();
     };
 }
 
 TEST_F(QtDialogsTest, AnswersWithWhatWasMarkedOrTypedLast) {
-    EXPECT_THAT(add(marking({"House", "Slow.MP3", "Live.mp3"})),
-                testing::UnorderedElementsAre(path("House"), path("Slow.MP3"), path("Live.mp3")));
-    EXPECT_THAT(add([&](QDialog* dialog) {
-                    click(dialog, "Slow.MP3");
-                    EXPECT_EQ(nameField(dialog)->text(), "Slow.MP3");
-                    type(dialog, text("House"));
-                }),
-                ElementsAre(path("House")));
-    EXPECT_THAT(add([](QDialog* dialog) {
-                    nameField(dialog)->setFocus();
-                    QTest::keyClicks(nameField(dialog), "nonsense");
-                    marking({"House"})(dialog);
-                }),
-                ElementsAre(path("House")));
-    EXPECT_THAT(add([](QDialog* dialog) {
-                    click(dialog, "House", {}, true);
-                    EXPECT_TRUE(turnUntil(
-                        [&] { return names(dialog) == QStringList{"Night Band - Last Train Home.mp3"}; }));
-                    confirm(dialog);
-                }),
-                ElementsAre(path("House")))
-        << "a double click enters a folder, which is chosen when nothing is marked";
-    EXPECT_THAT(add(marking({"Night Band - Last Train Home.mp3"})),
-                ElementsAre(path("House/Night Band - Last Train Home.mp3")))
-        << "the next dialog opens where the last one ended";
-}
-
-TEST_F(QtDialogsTest, TakesTypedPaths) {
+    const std::string song = path("House/Night Band - Last Train Home.mp3");
     const struct {
         const char* quirk;
-        QString typed;
+        Act act;
         std::vector<std::string> chosen;
     } cases[] = {
-        {"a folder with a slash behind it", text("House") + "/", {path("House")}},
-        {"a name in the shown folder", "House", {path("House")}},
-        {"a path with blanks around it", "  " + text("House") + " ", {path("House")}},
-        {"several in quotation marks", "\"House\" \"Fast.wav\"", {path("House"), path("Fast.wav")}},
-        {"a path into a folder with spaces in the name",
-         text("House/Night Band - Last Train Home.mp3"),
-         {path("House/Night Band - Last Train Home.mp3")}},
-        {"a name where the last path led",
-         "Night Band - Last Train Home.mp3",
-         {path("House/Night Band - Last Train Home.mp3")}},
-        {"home", "~/House", {path("House")}},
+        {"files and folders together",
+         marking({"House", "Live.mp3", "Slow.MP3"}),
+         {path("House"), path("Live.mp3"), path("Slow.MP3")}},
+        {"typed after marking",
+         [&](QDialog* dialog) {
+             click(dialog, "Slow.MP3");
+             EXPECT_EQ(nameField(dialog)->text(), "Slow.MP3");
+             type(dialog, text("House"));
+         },
+         {path("House")}},
+        {"marked after typing",
+         [](QDialog* dialog) {
+             nameField(dialog)->setFocus();
+             QTest::keyClicks(nameField(dialog), "nonsense");
+             marking({"House"})(dialog);
+         },
+         {path("House")}},
+        {"a folder with a slash behind it", typing(text("House") + "/"), {path("House")}},
+        {"a name in the shown folder", typing("House"), {path("House")}},
+        {"a path with blanks around it", typing("  " + text("House") + " "), {path("House")}},
+        {"several in quotation marks", typing("\"House\" \"Fast.wav\""), {path("House"), path("Fast.wav")}},
+        {"home", typing("~/House"), {path("House")}},
+        {"a double click enters a folder, which is chosen when nothing is marked",
+         [](QDialog* dialog) {
+             click(dialog, "House", {}, true);
+             EXPECT_TRUE(
+                 turnUntil([&] { return names(dialog) == QStringList{"Night Band - Last Train Home.mp3"}; }));
+             confirm(dialog);
+         },
+         {path("House")}},
+        {"the next dialog opens where the last one ended",
+         marking({"Night Band - Last Train Home.mp3"}),
+         {song}},
+        {"a name where the last path led", typing("Night Band - Last Train Home.mp3"), {song}},
     };
     for (const auto& row : cases)
-        EXPECT_EQ(add(typing(row.typed)), row.chosen) << row.quirk;
+        EXPECT_THAT(add(row.act), testing::UnorderedElementsAreArray(row.chosen)) << row.quirk;
 }
 
 TEST_F(QtDialogsTest, HidesWhatTheTypesLeaveOutAndExplainsWhatCannotBeChosen) {
@@ -274,7 +264,7 @@ TEST_F(QtDialogsTest, HidesWhatTheTypesLeaveOutAndExplainsWhatCannotBeChosen) {
              }),
         ElementsAre(path("12\" Mix.mp3")));
     for (const char* name : {"Notes <b>bold.txt", "missing.mp3"})
-        EXPECT_THAT(add(typingInVain(text(name), text(name))), IsEmpty());
+        EXPECT_THAT(add(typingAndAnswering(text(name), text(name))), IsEmpty());
     EXPECT_THAT(open({}, typing(text("House"))), IsEmpty()) << "a folder is no file";
 }
 
@@ -299,24 +289,22 @@ TEST_F(QtDialogsTest, AnswersANonBlockingDialogLaterAndOnce) {
 TEST_F(QtDialogsTest, ReadsTheNameToSaveUnderAsOneName) {
     const struct {
         const char* quirk;
-        QString typed;
+        Act act;
         std::string chosen;
         std::vector<std::string> extensions = {};
     } cases[] = {
-        {"the one allowed extension is added", "wedding 12.9", path("wedding 12.9.m3u"), {"m3u"}},
-        {"a quotation mark in the name", "12\" Classics.m3u", path("12\" Classics.m3u")},
-        {"quotation marks as for several names", "\"Best\" of \"80s\"", path("\"Best\" of \"80s\"")},
-        {"home", "~/House/evening", path("House/evening")},
-        {"a folder is entered", text("House"), "none"},
+        {"the one allowed extension is added", typing("wedding 12.9"), path("wedding 12.9.m3u"), {"m3u"}},
+        {"a quotation mark in the name", typing("12\" Classics.m3u"), path("12\" Classics.m3u")},
+        {"quotation marks as for several names", typing("\"Best\" \"80s\""), path("\"Best\" \"80s\"")},
+        {"Return keeps a file", typingAndAnswering("Fast.wav", "Fast.wav"), "none"},
+        {"Yes replaces it", typingAndAnswering("Fast.wav", "Fast.wav", true), path("Fast.wav")},
+        {"a folder that is missing", typingAndAnswering(text("missing/a.m3u"), "missing"), "none"},
+        {"home", typing("~/House/evening"), path("House/evening")},
+        {"a folder is entered", typing(text("House")), "none"},
     };
     for (const auto& row : cases)
-        EXPECT_EQ(save({.proposedName = "playlist.m3u", .types = {{}, row.extensions}}, typing(row.typed)),
-                  row.chosen)
+        EXPECT_EQ(save({.proposedName = "playlist.m3u", .types = {{}, row.extensions}}, row.act), row.chosen)
             << row.quirk;
-    for (const auto& [typed, mentioned] :
-         {std::pair("Fast.wav", "Fast.wav"), {"missing/evening.m3u", "missing"}})
-        EXPECT_EQ(save({.proposedName = "playlist.m3u"}, typingInVain(text(typed), mentioned)), "none")
-            << "asked before a file is replaced, and told of a missing folder";
     EXPECT_EQ(
         save(
             {.proposedName = "evening.m3u", .title = "Save <b>Playlist</b>", .message = "Pick a <i>name</i>"},

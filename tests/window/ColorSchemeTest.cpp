@@ -1,9 +1,7 @@
 #include "app/window/style/ColorScheme.h"
 
-#include "desktop/PrivateBus.h"
+#include "desktop/BusService.h"
 
-#include <QDBusConnection>
-#include <QDBusContext>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QGuiApplication>
@@ -14,16 +12,12 @@
 namespace orvalen::test {
 
 /// A settings portal as a desktop provides it.
-class SettingsPortal : public QObject {
+class SettingsPortal : public BusService {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
 
 public:
-    SettingsPortal() : bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal")) {
-        EXPECT_TRUE(bus_.registerObject(path, this, QDBusConnection::ExportScriptableSlots));
-        EXPECT_TRUE(bus_.registerService("org.freedesktop.portal.Desktop"));
-    }
-    ~SettingsPortal() override { QDBusConnection::disconnectFromBus("portal"); }
+    SettingsPortal() : BusService("org.freedesktop.portal.Desktop", path) {}
 
     void change(uint to, const char* key = "color-scheme") {
         QDBusMessage signal =
@@ -43,19 +37,16 @@ public slots:
 
 private:
     static constexpr auto path = "/org/freedesktop/portal/desktop";
-    QDBusConnection bus_;
 };
 
 namespace {
 
 bool becomes(bool dark) {
-    return QTest::qWaitFor(
-        [&] {
-            const QPalette palette = QGuiApplication::palette();
-            return (palette.color(QPalette::Window).lightness() <
-                    palette.color(QPalette::WindowText).lightness()) == dark;
-        },
-        2000);
+    return QTest::qWaitFor([&] {
+        const QPalette palette = QGuiApplication::palette();
+        return (palette.color(QPalette::Window).lightness() <
+                palette.color(QPalette::WindowText).lightness()) == dark;
+    });
 }
 
 TEST(ColorScheme, FollowsTheDesktop) {
@@ -78,9 +69,9 @@ TEST(ColorScheme, FollowsTheContrast) {
     SettingsPortal portal;
     portal.contrast = 1;
     const ColorScheme scheme(QGuiApplication::palette());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return scheme.highContrast(); }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scheme.highContrast(); }));
     portal.change(0, "contrast");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !scheme.highContrast(); }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !scheme.highContrast(); }));
 }
 
 } // namespace
