@@ -28,6 +28,7 @@ struct Drive {
     std::set<ino_t> files;
     std::set<Block> asked;
     std::set<Block> cached;
+    int run = 0; ///< a thread that still reads for an earlier run waits no longer
     std::condition_variable arrival;
     std::mutex head; ///< locked during a request if the drive serves only one request at a time
 };
@@ -46,6 +47,7 @@ void request(const Block& block) {
     if (!drive.kind.isCached)
         return serve();
     std::unique_lock lock(drive.state);
+    const int run = drive.run;
     if (drive.asked.insert(block).second) {
         lock.unlock();
         serve();
@@ -53,7 +55,7 @@ void request(const Block& block) {
         drive.cached.insert(block);
         drive.arrival.notify_all();
     }
-    drive.arrival.wait(lock, [&] { return drive.cached.contains(block); });
+    drive.arrival.wait(lock, [&] { return drive.run != run || drive.cached.contains(block); });
 }
 
 ino_t inodeOf(int file) {
@@ -88,6 +90,7 @@ void onRead(int file, std::size_t length, off_t offset) {
 } // namespace
 
 SlowDrive::SlowDrive(std::string folder, const DriveKind& kind) {
+    const std::lock_guard lock(drive.state);
     drive.folder = std::move(folder);
     drive.kind = kind;
     drive.files.clear();
@@ -98,6 +101,9 @@ SlowDrive::SlowDrive(std::string folder, const DriveKind& kind) {
 
 SlowDrive::~SlowDrive() {
     isSlow = false;
+    const std::lock_guard lock(drive.state);
+    ++drive.run;
+    drive.arrival.notify_all();
 }
 
 } // namespace orvalen::bench

@@ -20,8 +20,10 @@ namespace {
 constexpr std::size_t mostThreads = 16;
 constexpr std::size_t mostBytesOfFile = 128 << 10; ///< 32 MB for all files ahead
 constexpr int filesWithoutWait = 64;               ///< after this number in a row, the files count as cached
-constexpr int mostWaitsInVain = 16;                ///< at this number, reading ahead stops
+constexpr int mostFilesTried = 2; ///< after these, it is known whether the system caches the drive
 constexpr auto shortestWait = std::chrono::microseconds(100);
+
+using Clock = std::chrono::steady_clock;
 
 /// Returns how often this thread has waited, for example for a drive. Reading a cached file needs no wait.
 long waitsOfThread() {
@@ -46,24 +48,35 @@ private:
     mutable std::size_t left_ = mostBytesOfFile;
 };
 
+struct Reading {
+    bool hasWaited = false;
+    Clock::duration duration{};
+};
+
 /// Reads what the tag reader will read. The tag reader reports the errors.
-void readOnce(const std::string& path) {
+Reading readOnce(const std::string& path) {
+    const long before = waitsOfThread();
+    const auto began = Clock::now();
     try {
         if (const auto file = openRegularFile(path))
             static_cast<void>(readTags(ShortenedSource(**file)));
     } catch (const std::exception&) { // out of memory
     }
+    return {waitsOfThread() != before, Clock::now() - began};
 }
 
 } // namespace
 
-struct ReadAhead::Shared {
+struct ReadAhead::Shared : std::enable_shared_from_this<Shared> {
     std::mutex mutex; ///< never held while a file is read
     std::condition_variable wakeUp;
     std::deque<std::string> paths; ///< expected files that neither a thread nor the reader has opened yet
     std::size_t taken = 0;         ///< number of files that are no longer in `paths`
     std::size_t passed = 0;        ///< number of files that the reader has finished
     int withoutWait = 0;           ///< files read in a row without waiting for the drive
+    int filesTried = 0;            ///< files that a thread had to wait for and then read again
+    Clock::duration firstReadings{};
+    Clock::duration secondReadings{}; ///< of the tried files
     bool isResting = false;
     bool isOver = false;
 
@@ -74,6 +87,28 @@ struct ReadAhead::Shared {
         return path;
     }
 
+    /// If reading a file again takes about as long as the first time, the system does not cache this drive.
+    /// Reading ahead would then only delay the reader.
+    void addTrial(const Reading& first, const Reading& second) {
+        ++filesTried;
+        firstReadings += first.duration;
+        secondReadings += second.duration;
+        if (filesTried < mostFilesTried)
+            return;
+        if (secondReadings * 2 > firstReadings)
+            isOver = true;
+        else
+            startThreads(mostThreads - 1);
+    }
+
+    void startThreads(std::size_t count) {
+        try {
+            for (; count > 0; --count)
+                std::thread([self = shared_from_this()] { self->run(); }).detach();
+        } catch (const std::system_error&) { // no further thread available
+        }
+    }
+
     void run() {
         std::unique_lock lock(mutex);
         for (;;) {
@@ -81,69 +116,56 @@ struct ReadAhead::Shared {
             if (isOver)
                 return;
             const std::string path = takeNext();
+            const bool isTrial = filesTried < mostFilesTried; // then this is the only thread
             lock.unlock();
-            const long before = waitsOfThread();
-            readOnce(path);
-            const bool hasWaited = waitsOfThread() != before;
+            const Reading first = readOnce(path);
+            const bool readsAgain = isTrial && first.hasWaited;
+            const Reading second = readsAgain ? readOnce(path) : Reading();
             lock.lock();
-            withoutWait = hasWaited ? 0 : withoutWait + 1;
+            if (readsAgain)
+                addTrial(first, second);
+            withoutWait = first.hasWaited ? 0 : withoutWait + 1;
             isResting = isResting || withoutWait >= filesWithoutWait;
         }
     }
 };
 
-ReadAhead::ReadAhead() : shared_(std::make_shared<Shared>()) {}
+ReadAhead::ReadAhead() : shared_(std::make_shared<Shared>()) {
+    shared_->startThreads(1);
+}
 
 ReadAhead::~ReadAhead() {
-    end();
+    const std::lock_guard lock(shared_->mutex);
+    shared_->isOver = true;
+    shared_->wakeUp.notify_all();
 }
 
 void ReadAhead::expect(const std::string& path) {
     const std::lock_guard lock(shared_->mutex);
     shared_->paths.push_back(path);
-    if (shared_->isResting || shared_->isOver)
-        return;
-    if (threads_ < mostThreads) {
-        ++threads_;
-        try {
-            std::thread([shared = shared_] { shared->run(); }).detach();
-        } catch (const std::system_error&) { // no thread available: the reader reads alone
-        }
-    }
-    shared_->wakeUp.notify_one();
+    if (!shared_->isResting)
+        shared_->wakeUp.notify_one();
 }
 
 void ReadAhead::passOne() {
     const bool hasWaited = hasReaderWaited();
-    std::unique_lock lock(shared_->mutex);
+    const std::lock_guard lock(shared_->mutex);
     ++shared_->passed;
     if (shared_->passed > shared_->taken && !shared_->paths.empty())
         shared_->takeNext();
-    // If more than 16 later files were taken, the thread that took this file has very likely finished it.
-    const bool wasAhead = shared_->passed + mostThreads < shared_->taken;
-    waitsInVain_ = hasWaited && wasAhead ? waitsInVain_ + 1 : 0;
     if (hasWaited && shared_->isResting) {
         shared_->withoutWait = 0;
         shared_->isResting = false;
         shared_->wakeUp.notify_all();
     }
-    lock.unlock();
-    if (waitsInVain_ == mostWaitsInVain) // the system seems not to cache files of this drive
-        end();
 }
 
 /// Returns whether the reader's thread has waited since the last call. Returns false without a system call if
 /// the time since then is too short for a wait.
 bool ReadAhead::hasReaderWaited() {
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = Clock::now();
     const bool isSlow = now - std::exchange(lastPass_, now) > shortestWait;
     return isSlow && std::exchange(waits_, waitsOfThread()) != waits_;
-}
-
-void ReadAhead::end() {
-    const std::lock_guard lock(shared_->mutex);
-    shared_->isOver = true;
-    shared_->wakeUp.notify_all();
 }
 
 } // namespace orvalen

@@ -10,7 +10,7 @@ namespace orvalen {
 /// Reads the tags of the expected files on up to 16 threads and discards them. The system then has these
 /// parts of the files in its cache when the reader needs them. Reads at most 128 kB per file, 32 MB in total
 /// ahead of the reader. Pauses if the system has cached the files already, and resumes when the reader has to
-/// wait. Stops for good if the reader waits even for files that were read ahead.
+/// wait. One thread tries two files first. If the system does not cache them, reading ahead stops for good.
 class ReadAhead : public MediaReadAhead {
 public:
     ReadAhead();
@@ -27,13 +27,10 @@ public:
 
 private:
     bool hasReaderWaited();
-    void end();
 
     std::shared_ptr<Shared> shared_;
-    std::size_t threads_ = 0;
     std::chrono::steady_clock::time_point lastPass_ = std::chrono::steady_clock::now();
-    long waits_ = 0;      ///< number of waits of the reader's thread at the last passOne()
-    int waitsInVain_ = 0; ///< files in a row that were read ahead and for which the reader still waited
+    long waits_ = 0; ///< number of waits of the reader's thread at the last passOne()
 };
 
 } // namespace orvalen
