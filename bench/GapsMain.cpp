@@ -10,6 +10,7 @@
 #include "library/LibraryDocument.h"
 #include "matching/MatchReview.h"
 #include "matching/WantedList.h"
+#include "platform/desktop/MpvLibrary.h"
 #include "preview/PreviewPlayer.h"
 #include "session/SessionFiles.h"
 #include "support/TemporaryFolder.h"
@@ -137,6 +138,7 @@ private:
         program_->window.show();
         wait([&] { return shown; });
         tell("first frame");
+        MpvLibrary::loadInBackground(); // as main() does
         wait([&] { return program_->view.trackDict.get().trackCount() >= tracks_ / 2; });
         rest();
         tell("restore");

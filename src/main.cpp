@@ -3,6 +3,7 @@
 #include "app/state/MainThread.h"
 #include "library/SupportFolder.h"
 #include "platform/desktop/ApplicationBus.h"
+#include "platform/desktop/MpvLibrary.h"
 #include "platform/system/InstanceLock.h"
 
 #include <QApplication>
@@ -63,7 +64,7 @@ int refuseToStart() {
     return EXIT_FAILURE;
 }
 
-/// Passes requests of other programs on, after the library is restored.
+/// Passes requests of other programs on, after the library is restored. Then also loads the player.
 void serveOnceShown(ApplicationBus& bus, Program& program) {
     QQuickWindow* window = program.window.window();
     const auto raise = [window] { bringToFront(*window); };
@@ -73,7 +74,11 @@ void serveOnceShown(ApplicationBus& bus, Program& program) {
     };
     // The window restores the library at the same signal and was connected first.
     QObject::connect(
-        window, &QQuickWindow::frameSwapped, &bus, [&bus, raise, open] { bus.serve(raise, open); },
+        window, &QQuickWindow::frameSwapped, &bus,
+        [&bus, raise, open] {
+            bus.serve(raise, open);
+            MpvLibrary::loadInBackground();
+        },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 

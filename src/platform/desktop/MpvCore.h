@@ -26,8 +26,8 @@ class MpvCore {
 public:
     static constexpr std::chrono::milliseconds answerLimit{500};
 
-    /// Sets the process's locale for numbers to "C", which libmpv needs. The first player loads libmpv, which
-    /// takes about 0.1 s.
+    /// Sets the process's locale for numbers to "C", which libmpv needs. Loads libmpv if it is not loaded,
+    /// which takes 0.1 to 0.4 s.
     MpvCore();
     /// Ends the player. Waits at most 300 ms; a player that blocks is left to the background thread.
     ~MpvCore();

@@ -2,6 +2,8 @@
 
 #include <dlfcn.h>
 #include <optional>
+#include <system_error>
+#include <thread>
 
 namespace orvalen {
 namespace {
@@ -39,6 +41,13 @@ std::optional<MpvLibrary> open() {
 const MpvLibrary* MpvLibrary::load() {
     static const std::optional<MpvLibrary> library = open();
     return library ? &*library : nullptr;
+}
+
+void MpvLibrary::loadInBackground() {
+    try {
+        std::thread(load).detach();
+    } catch (const std::system_error&) { // no thread available: the first sound loads libmpv
+    }
 }
 
 } // namespace orvalen

@@ -4,8 +4,8 @@
 
 namespace orvalen {
 
-/// The functions of libmpv that we call. libmpv is loaded for the first sound, not at the start: it needs two
-/// hundred other libraries, and loading them takes longer than everything else before the first frame.
+/// The functions of libmpv that we call. libmpv is not loaded at the start: it needs two hundred other
+/// libraries, and loading them takes longer than everything else before the first frame.
 struct MpvLibrary {
     decltype(&mpv_create) create;
     decltype(&mpv_initialize) initialize;
@@ -24,6 +24,9 @@ struct MpvLibrary {
     /// Returns the library, or null if it cannot be loaded. The first call loads it, and it stays loaded.
     /// Thread-safe.
     static const MpvLibrary* load();
+    /// Starts load() on a thread and returns at once, so that the first sound does not block the window. The
+    /// process must not run destructors when it exits.
+    static void loadInBackground();
 };
 
 } // namespace orvalen
