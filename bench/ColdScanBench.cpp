@@ -1,4 +1,5 @@
 #include "MadeMp3.h"
+#include "PageCache.h"
 #include "SlowDrive.h"
 #include "library/AudioMetadata.h"
 #include "platform/tags/FileMediaAssets.h"
@@ -14,7 +15,6 @@
 #include <fstream>
 #include <memory>
 #include <string>
-#include <sys/uio.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -74,34 +74,6 @@ const Files& files(const benchmark::State& state) {
     return *made;
 }
 
-bool isHeadCached(const std::string& path) {
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    char byte = 0;
-    const iovec buffer{&byte, 1};
-    const bool result = ::preadv2(file, &buffer, 1, 0, RWF_NOWAIT) == 1;
-    ::close(file);
-    return result;
-}
-
-/// Removes the files from the page cache. Returns false if the last file is still cached. If the environment
-/// has ORVALEN_DROP_CACHES, also empties the kernel's caches of directories and inodes, which needs root.
-bool tryToDrop(const Files& files) {
-    for (const std::string& path : files.paths) {
-        const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        ::posix_fadvise(file, 0, 0, POSIX_FADV_DONTNEED);
-        ::close(file);
-    }
-    if (std::getenv("ORVALEN_DROP_CACHES") != nullptr &&
-        !(std::ofstream("/proc/sys/vm/drop_caches") << "3\n"))
-        return false;
-    return !isHeadCached(files.paths.back());
-}
-
-/// Tries again if a page was in use.
-bool dropFromCache(const Files& files) {
-    return tryToDrop(files) || tryToDrop(files) || tryToDrop(files);
-}
-
 /// Reads the tags as a scan does, with or without reading ahead.
 void readAll(benchmark::State& state, const Files& files, bool isAhead) {
     FileMediaAssets assets;
@@ -123,7 +95,7 @@ void measureCold(benchmark::State& state, Read read) {
     const Files& made = files(state);
     for (auto _ : state) {
         state.PauseTiming();
-        const bool isCold = dropFromCache(made);
+        const bool isCold = bench::dropFromCache(made.paths);
         state.ResumeTiming();
         if (!isCold) {
             state.SkipWithError("skipped: the page cache of this folder cannot be dropped");

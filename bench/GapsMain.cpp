@@ -1,8 +1,10 @@
 #include "LoopProbe.h"
 #include "MadeLibrary.h"
 #include "MadeMp3.h"
+#include "PageCache.h"
 #include "Program.h"
 #include "ReviewedRows.h"
+#include "ScanTimeline.h"
 #include "app/state/MainThread.h"
 #include "core/Files.h"
 #include "core/LibraryIndexBuilder.h"
@@ -54,6 +56,26 @@ void makeHome(const std::string& home, std::size_t tracks) {
         lines << line << '\n';
 }
 
+/// Creates files as a user buys them: with a picture, and with sound that other programs accept.
+void makeMusic(const std::string& folder, std::size_t tracks) {
+    test::MadeLibrary made;
+    for (std::size_t i = 0; i < tracks; ++i) {
+        Track track = made.nextTrack();
+        const std::filesystem::path path = folder + track.path;
+        std::filesystem::create_directories(path.parent_path());
+        std::ofstream(path) << mp3File(track, 60'000, 24);
+    }
+    ::sync();
+}
+
+std::vector<std::string> filesBelow(const std::string& folder) {
+    std::vector<std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+        if (entry.is_regular_file())
+            files.push_back(entry.path().string());
+    return files;
+}
+
 /// Calls makeHome() in a child process, so that its memory is not part of the measured process.
 bool makeHomeElsewhere(const std::string& home, std::size_t tracks) {
     const pid_t child = ::fork();
@@ -63,6 +85,10 @@ bool makeHomeElsewhere(const std::string& home, std::size_t tracks) {
     }
     int status = 0;
     return ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+double millisecondsSince(std::chrono::steady_clock::time_point begin) {
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
 }
 
 double residentMegabytes() {
@@ -105,6 +131,24 @@ public:
         step("auto-save", [&] { autoSaveSession(view); });
     }
 
+    /// Scans twice, and prints the phases of each scan as a row of a table.
+    void timeScans(const std::string& folder, const std::string& home) {
+        start();
+        timeline_ = std::make_unique<ScanTimeline>(program_->view, home);
+        program_->view.musicFolderURLs.set({{folder}});
+        for (const char* name : {"first", "again"}) {
+            timeline_->click();
+            scanLibrary(program_->view);
+            const int before = messages_;
+            wait([&] { return messages_ > before; });
+            std::printf("scan %s:", name);
+            for (const ScanTimeline::Phase& phase : timeline_->phases())
+                std::printf(" | %s %.1f", phase.name, phase.milliseconds);
+            std::printf("\n");
+            rest();
+        }
+    }
+
     /// Matches, includes, previews and closes repeatedly. Prints the memory of the process.
     void repeat(int loops) {
         ContentView& view = program_->view;
@@ -128,13 +172,12 @@ private:
         bool shown = false;
         const auto begin = std::chrono::steady_clock::now();
         program_ = std::make_unique<Program>();
-        QObject::connect(program_->window.window(), &QQuickWindow::frameSwapped, [&] {
-            if (!std::exchange(shown, true))
-                std::printf(
-                    "%zu tracks, first frame: %.0f ms\n", tracks_,
-                    std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin)
-                        .count());
-        });
+        const auto printTime = [&] {
+            shown = true;
+            std::printf("%zu tracks, first frame: %.0f ms\n", tracks_, millisecondsSince(begin));
+        };
+        QObject::connect(program_->window.window(), &QQuickWindow::frameSwapped, &probe_, printTime,
+                         Qt::SingleShotConnection);
         program_->window.show();
         wait([&] { return shown; });
         tell("first frame");
@@ -173,7 +216,8 @@ private:
 
     /// Confirms the open message, if there is one. A timer calls this, because messages are modal.
     void closeMessage() {
-        if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog && (!timeline_ || timeline_->isMessageShown())) {
             ++messages_;
             dialog->accept();
         }
@@ -195,6 +239,7 @@ private:
     LoopProbe& probe_;
     std::size_t tracks_;
     QTimer confirmations_;
+    std::unique_ptr<ScanTimeline> timeline_; // outlives the state
     std::unique_ptr<Program> program_;
     int messages_ = 0;
 };
@@ -205,15 +250,34 @@ private:
 /// Usage: orvalen_gaps TRACKS [LOOPS]. Creates a library of TRACKS files below the temporary folder and runs
 /// the real program with it. Prints the longest gap of the main loop for each step. With LOOPS, then matches,
 /// includes, previews and closes LOOPS times, and prints the memory of the process.
+///
+/// orvalen_gaps make FOLDER TRACKS creates audio files. orvalen_gaps drop FOLDER removes them from the page
+/// cache. orvalen_gaps scan FOLDER DATA_HOME scans them twice with the real program, which keeps its files in
+/// DATA_HOME, and prints how long each phase takes.
 int main(int argc, char** argv) {
     using namespace orvalen;
-    const std::size_t tracks = argc >= 2 ? std::strtoull(argv[1], nullptr, 10) : 0;
-    if (tracks == 0) {
-        std::fprintf(stderr, "usage: %s TRACKS [LOOPS]\n", argv[0]);
+    const std::string what = argc >= 2 ? argv[1] : "";
+    if (what == "make" && argc == 4) {
+        bench::makeMusic(argv[2], std::strtoull(argv[3], nullptr, 10));
+        return 0;
+    }
+    if (what == "drop" && argc == 3) {
+        if (bench::dropFromCache(bench::filesBelow(argv[2])))
+            return 0;
+        std::fprintf(stderr, "The page cache of this folder cannot be dropped.\n");
+        return 1;
+    }
+    const bool isScan = what == "scan" && argc == 4;
+    const std::size_t tracks = std::strtoull(what.c_str(), nullptr, 10);
+    if (tracks == 0 && !isScan) {
+        std::fprintf(stderr,
+                     "usage: %s TRACKS [LOOPS] | make FOLDER TRACKS | drop FOLDER | scan FOLDER DATA_HOME\n",
+                     argv[0]);
         return 2;
     }
-    const test::TemporaryFolder home;
-    if (!bench::makeHomeElsewhere(home.path(), tracks)) {
+    const test::TemporaryFolder temporary;
+    const std::string home = isScan ? argv[3] : temporary.path();
+    if (!isScan && !bench::makeHomeElsewhere(home, tracks)) {
         std::fprintf(stderr, "The library could not be made.\n");
         return 1;
     }
@@ -221,11 +285,16 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
         qputenv("QT_QUICK_BACKEND", "software");
-    qputenv("XDG_DATA_HOME", QByteArray::fromStdString(home.path()));
+    qputenv("XDG_DATA_HOME", QByteArray::fromStdString(home));
+    std::filesystem::create_directories(home + "/Orvalen");
     bench::LoopProbe probe(argc, argv);
     becomeMainThread();
     bench::Session session(probe, tracks);
-    session.run(home.path());
+    if (isScan) {
+        session.timeScans(argv[2], home);
+        return 0;
+    }
+    session.run(home);
     if (argc >= 3)
         session.repeat(static_cast<int>(std::strtol(argv[2], nullptr, 10)));
 }

@@ -39,4 +39,12 @@ inline std::string mp3Tag(const Track& track, std::size_t pictureLength, std::si
     return tag + frames;
 }
 
+/// Returns a tag followed by silence: MPEG frames of 128 kbit/s.
+inline std::string mp3File(const Track& track, std::size_t pictureLength, std::size_t frames) {
+    std::string file = mp3Tag(track, pictureLength, 1024);
+    for (std::size_t i = 0; i < frames; ++i)
+        file += std::string("\xFF\xFB\x90\x64", 4) + std::string(413, '\0');
+    return file;
+}
+
 } // namespace orvalen::bench
