@@ -121,7 +121,8 @@ std::optional<PreferredMatches> readPreferredMatches(std::string bytes) {
     return preferred ? *std::move(preferred) : std::nullopt;
 }
 
-std::string librarySnapshotText(const LibraryIndex& index, const PreferredMatches& preferred) {
+void writeLibrarySnapshot(const LibraryIndex& index, const PreferredMatches& preferred,
+                          const std::function<void(std::string_view)>& use) {
     rapidjson::StringBuffer buffer;
     Writer writer(buffer);
     writer.SetIndent(' ', 2);
@@ -137,7 +138,7 @@ std::string librarySnapshotText(const LibraryIndex& index, const PreferredMatche
         writeMember(writer, key, path);
     writer.EndObject();
     writer.EndObject();
-    return {buffer.GetString(), buffer.GetSize()};
+    use({buffer.GetString(), buffer.GetSize()});
 }
 
 } // namespace orvalen

@@ -36,8 +36,9 @@ std::string preferredMatchesText(const PreferredMatches& preferred);
 /// memory is exhausted.
 std::optional<PreferredMatches> readPreferredMatches(std::string bytes);
 
-/// Returns the text of an automatic backup: all tracks, each with a "bpm" (0 if it has none), and the
-/// preferred matches as one object. Thread-safe.
-std::string librarySnapshotText(const LibraryIndex& index, const PreferredMatches& preferred);
+/// Writes the text of an automatic backup and passes it to `use`, as writeLibraryDocument() does: all tracks,
+/// each with a "bpm" (0 if it has none), and the preferred matches as one object.
+void writeLibrarySnapshot(const LibraryIndex& index, const PreferredMatches& preferred,
+                          const std::function<void(std::string_view)>& use);
 
 } // namespace orvalen

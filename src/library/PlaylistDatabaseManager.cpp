@@ -373,7 +373,9 @@ PreferredMatches PlaylistDatabaseManager::rowsReplacedBy(const PreferredMatches&
 
 void PlaylistDatabaseManager::exportLibrarySnapshot(const Location& destination, const LibraryIndex& index) {
     // A failed backup must not look like a failed scan.
-    static_cast<void>(writeWholeFile(destination.path, librarySnapshotText(index, allPreferredMatches())));
+    writeLibrarySnapshot(index, allPreferredMatches(), [&](std::string_view text) {
+        static_cast<void>(writeWholeFile(destination.path, text));
+    });
 }
 
 void PlaylistDatabaseManager::autoBackupLibrary(const LibraryIndex& index) {
