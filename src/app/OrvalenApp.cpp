@@ -2,7 +2,6 @@
 
 #include "app/UpdateCheck.h"
 #include "app/state/ContentView.h"
-#include "library/LibraryFile.h"
 #include "matching/MatchRun.h"
 #include "platform/Bundle.h"
 #include "platform/Console.h"
@@ -28,11 +27,11 @@ TimerHandle installAutoSave(ContentView& view) {
     return view.platform.mainQueue.every(autoSaveInterval, [&view] { autoSaveSession(view); });
 }
 
-void contentAppeared(ContentView& view) {
+void contentAppeared(ContentView& view, LibraryReading reading) {
     if (!view.platform.userFolders.applicationSupport())
         view.platform.console.line("No home folder: library, sessions and choices are not saved");
     prepareMatchingOnLibraryChange(view);
-    loadPersistentLibrary(view);
+    loadPersistentLibrary(view, std::move(reading));
     offerPreviousSession(view);
     const std::string version = infoString(view.platform.bundle, "CFBundleShortVersionString");
     checkForUpdates(view.platform, version, [&view](LatestInfo info) {

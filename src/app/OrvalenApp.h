@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/LibraryFile.h"
 #include "platform/Timer.h"
 
 #include <string>
@@ -17,8 +18,8 @@ std::string infoString(const Bundle& bundle, std::string_view key);
 TimerHandle installAutoSave(ContentView& view);
 
 /// Call once, when the first frame of the window was shown. Builds the catalog of every library from now on,
-/// restores the library, and starts the update check. The library is restored when the call returns. Main
-/// thread.
-void contentAppeared(ContentView& view);
+/// restores the library (see loadPersistentLibrary()), and starts the update check. The library is restored
+/// when the call returns. Main thread.
+void contentAppeared(ContentView& view, LibraryReading reading = {});
 
 } // namespace orvalen

@@ -16,7 +16,9 @@
 #include "platform/UserFolders.h"
 
 #include <algorithm>
+#include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace orvalen {
 namespace {
@@ -57,9 +59,16 @@ void appendFolders(ContentView& view, const std::vector<Location>& folders) {
     });
 }
 
-void applyFile(ContentView& view, const std::string& path) {
-    if (auto bytes = readWholeFile(path))
-        applyLibraryFile(view, std::move(*bytes));
+/// Returns null if the file is not a readable library file.
+std::unique_ptr<LibraryDocument> readLibrary(const std::string& path) {
+    auto bytes = readWholeFile(path);
+    auto document = bytes ? readLibraryDocument(std::move(*bytes)) : std::nullopt;
+    return document ? std::make_unique<LibraryDocument>(*std::move(document)) : nullptr;
+}
+
+void applyDocument(ContentView& view, LibraryDocument& document) {
+    applyTracksAndMatches(view, document);
+    appendFolders(view, document.folders);
 }
 
 void copySupportFile(ContentView& view, std::string_view from, std::string_view to) {
@@ -78,11 +87,8 @@ Expected<void> writeLibraryFile(ContentView& view, const Location& destination) 
 }
 
 void applyLibraryFile(ContentView& view, std::string bytes) {
-    auto document = readLibraryDocument(std::move(bytes));
-    if (!document)
-        return;
-    applyTracksAndMatches(view, *document);
-    appendFolders(view, document->folders);
+    if (auto document = readLibraryDocument(std::move(bytes)))
+        applyDocument(view, *document);
 }
 
 void keepLibraryOfBefore(ContentView& view, const ScanOutcome& scan) {
@@ -99,10 +105,7 @@ void loadLibraryOfBefore(ContentView& view) {
     const auto file = supportFileURL(view.platform.userFolders, previousName);
     if (!file)
         return;
-    auto bytes = readWholeFile(file->path);
-    if (!bytes)
-        return;
-    auto document = readLibraryDocument(std::move(*bytes));
+    const auto document = readLibrary(file->path);
     if (!document)
         return;
     applyTracksAndMatches(view, *document);
@@ -122,11 +125,25 @@ void savePersistentLibrary(ContentView& view) {
     saveFolderBookmarks(view);
 }
 
-void loadPersistentLibrary(ContentView& view) {
+LibraryReading startReadingLibrary(const UserFolders& userFolders) {
+    const auto source = supportFileURL(userFolders, persistentName);
+    if (!source)
+        return {};
+    try {
+        return std::async(std::launch::async, readLibrary, source->path);
+    } catch (const std::system_error&) {
+        return {};
+    }
+}
+
+void loadPersistentLibrary(ContentView& view, LibraryReading reading) {
     loadFolderBookmarks(view);
     loadEarlierChoices(view);
-    if (const auto source = supportFileURL(view.platform.userFolders, persistentName))
-        applyFile(view, source->path);
+    const auto source = supportFileURL(view.platform.userFolders, persistentName);
+    if (!source)
+        return;
+    if (const auto document = reading.valid() ? reading.get() : readLibrary(source->path))
+        applyDocument(view, *document);
 }
 
 void backupScannedLibrary(ContentView& view) {
@@ -155,7 +172,8 @@ void loadScannedLibrary(ContentView& view) {
 }
 
 void loadScannedLibraryFile(ContentView& view, const Location& file) {
-    applyFile(view, file.path);
+    if (const auto document = readLibrary(file.path))
+        applyDocument(view, *document);
 }
 
 void removeSavedLibrary(ContentView& view) {

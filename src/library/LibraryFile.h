@@ -3,11 +3,15 @@
 #include "core/Error.h"
 #include "core/Location.h"
 
+#include <future>
+#include <memory>
 #include <string>
 
 namespace orvalen {
 
+class UserFolders;
 struct ContentView;
+struct LibraryDocument;
 struct ScanOutcome;
 
 // Library files: all tracks, the preferred matches and the music folders as one JSON object. Main thread.
@@ -27,9 +31,14 @@ void loadLibraryOfBefore(ContentView& view);
 
 /// Writes "library.orvl" in the support folder and saves the music folders. Writes a success or error line.
 void savePersistentLibrary(ContentView& view);
-/// Restores the library at the start: posts the music folders, loads the earlier choices, and reads
-/// "library.orvl".
-void loadPersistentLibrary(ContentView& view);
+/// The content of "library.orvl", or null if it cannot be read.
+using LibraryReading = std::future<std::unique_ptr<LibraryDocument>>;
+/// Starts to read "library.orvl" on a thread, so that the window can be created meanwhile. Returns an invalid
+/// future if there is no support folder or no thread.
+LibraryReading startReadingLibrary(const UserFolders& userFolders);
+/// Restores the library at the start: posts the music folders, loads the earlier choices, and waits for
+/// `reading`. If that is invalid, reads "library.orvl" itself.
+void loadPersistentLibrary(ContentView& view, LibraryReading reading = {});
 
 /// Asks for a file name and writes the library, with a success or error line.
 void backupScannedLibrary(ContentView& view);

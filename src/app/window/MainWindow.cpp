@@ -101,10 +101,11 @@ public:
 
     void appear() {
         if (!std::exchange(appeared, true))
-            contentAppeared(view);
+            contentAppeared(view, std::move(reading));
     }
 
     ContentView& view;
+    LibraryReading reading{startReadingLibrary(view.platform.userFolders)};
     ChangeNotifier notifier;
     ColorScheme colorScheme{QGuiApplication::palette()};
     LibraryState library;
