@@ -42,6 +42,11 @@ inline LibraryIndex unprepared(const LibraryIndex& index) {
 inline void oneSize(benchmark::internal::Benchmark* bench) {
     bench->ArgNames({"tracks"})->Arg(100'000)->Unit(benchmark::kMillisecond);
 }
+inline void twoHundredLines(benchmark::internal::Benchmark* bench) {
+    bench->ArgNames({"tracks", "lines"})->Unit(benchmark::kMillisecond);
+    for (const std::int64_t tracks : {10'000, 60'000, 100'000, 1'000'000})
+        bench->Args({tracks, 200});
+}
 inline void threeSizes(benchmark::internal::Benchmark* bench) {
     bench->ArgNames({"tracks"})->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 }

@@ -22,6 +22,7 @@
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -102,7 +103,8 @@ double residentMegabytes() {
 /// Drives the program through its operations and prints the gaps of each step.
 class Session {
 public:
-    Session(LoopProbe& probe, std::size_t tracks) : probe_(probe), tracks_(tracks) {
+    /// `leastTracks` is the size from which on the library counts as restored.
+    Session(LoopProbe& probe, std::size_t leastTracks) : probe_(probe), leastTracks_(leastTracks) {
         QObject::connect(&confirmations_, &QTimer::timeout, [this] { closeMessage(); });
         confirmations_.start(20);
     }
@@ -137,14 +139,16 @@ public:
         timeline_ = std::make_unique<ScanTimeline>(program_->view, home);
         program_->view.musicFolderURLs.set({{folder}});
         for (const char* name : {"first", "again"}) {
+            const int before = messages_;
+            const std::clock_t processorBefore = std::clock();
             timeline_->click();
             scanLibrary(program_->view);
-            const int before = messages_;
             wait([&] { return messages_ > before; });
-            std::printf("scan %s:", name);
+            std::printf("scan %s, %zu tracks:", name, program_->view.trackDict.get().trackCount());
             for (const ScanTimeline::Phase& phase : timeline_->phases())
                 std::printf(" | %s %.1f", phase.name, phase.milliseconds);
-            std::printf("\n");
+            std::printf(" | processor %.1f\n",
+                        static_cast<double>(std::clock() - processorBefore) * 1e3 / CLOCKS_PER_SEC);
             rest();
         }
     }
@@ -174,7 +178,7 @@ private:
         program_ = std::make_unique<Program>();
         const auto printTime = [&] {
             shown = true;
-            std::printf("%zu tracks, first frame: %.0f ms\n", tracks_, millisecondsSince(begin));
+            std::printf("first frame after %.0f ms\n", millisecondsSince(begin));
         };
         QObject::connect(program_->window.window(), &QQuickWindow::frameSwapped, &probe_, printTime,
                          Qt::SingleShotConnection);
@@ -182,7 +186,8 @@ private:
         wait([&] { return shown; });
         tell("first frame");
         MpvLibrary::loadInBackground(); // as main() does
-        wait([&] { return program_->view.trackDict.get().trackCount() >= tracks_ / 2; });
+        wait([&] { return program_->view.trackDict.get().trackCount() >= leastTracks_; });
+        std::printf("library after %.0f ms\n", millisecondsSince(begin));
         rest();
         tell("restore");
     }
@@ -237,7 +242,7 @@ private:
     }
 
     LoopProbe& probe_;
-    std::size_t tracks_;
+    std::size_t leastTracks_;
     QTimer confirmations_;
     std::unique_ptr<ScanTimeline> timeline_; // outlives the state
     std::unique_ptr<Program> program_;
@@ -289,7 +294,8 @@ int main(int argc, char** argv) {
     std::filesystem::create_directories(home + "/Orvalen");
     bench::LoopProbe probe(argc, argv);
     becomeMainThread();
-    bench::Session session(probe, tracks);
+    const bool hasLibrary = std::filesystem::exists(home + "/Orvalen/library.orvl");
+    bench::Session session(probe, isScan ? std::size_t{hasLibrary} : tracks / 2);
     if (isScan) {
         session.timeScans(argv[2], home);
         return 0;

@@ -65,7 +65,7 @@ void exportList(benchmark::State& state) {
         state.SkipWithError("nothing was exported");
 }
 
-BENCHMARK(autoSave)->Name("autosave")->ArgName("rows")->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(autoSave)->Name("autosave")->ArgName("rows")->Arg(200)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(encode)->Name("autosave_encode")->ArgName("rows")->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(loadLast)->Name("loadlast")->ArgName("rows")->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(selectAll)->Name("selectall")->ArgName("rows")->Arg(10'000)->Unit(benchmark::kMillisecond);
