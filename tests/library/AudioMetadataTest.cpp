@@ -44,62 +44,57 @@ TEST(AudioMetadata, ParseBPMReadsPlainIntegersOnly) {
         EXPECT_EQ(parseBPM(text), bpm) << text;
 }
 
-class ReadTrackMetadata : public testing::Test {
-protected:
-    Track read(const std::string& path, FakeTags fileTags) {
-        test.mediaAssets.tags[path] = std::move(fileTags);
-        return readTrackMetadata(test.mediaAssets, test.console, path);
-    }
-    TestPlatform test;
-};
-
-TEST_F(ReadTrackMetadata, FallsBackWhereTheTagsSayNothing) {
-    EXPECT_EQ(read("/Music/01.mp3", tags("Train", "Night", "123")),
-              (Track{"Train", "Night", "", "/Music/01.mp3", 123}));
-    EXPECT_EQ(read("/Music/My.Song.wav", {}), (Track{"My.Song", "Unknown", "", "/Music/My.Song.wav", {}}));
-    EXPECT_EQ(read("/a.mp3", tags("", "  ", "+96")), (Track{"", "  ", "", "/a.mp3", 96}))
-        << "an empty text is a text";
-
-    FakeTags absent;
-    absent.common = {{item("Title", "other case"), item("title", std::nullopt),
-                      item("artist", failure("damaged")), item("title", "second")}};
-    EXPECT_EQ(read("/b.mp3", absent), (Track{"b", "Unknown", "", "/b.mp3", {}})) << "the first item counts";
-    EXPECT_THAT(test.console.lines(), IsEmpty());
-}
-
-TEST_F(ReadTrackMetadata, TempoComesFromTheFirstID3TempoFrameAlone) {
-    FakeTags mp4 = tags("T", "A", "120");
-    mp4.formats = {{"com.apple.itunes"}};
-    EXPECT_EQ(read("/a.m4a", mp4).bpm, std::nullopt) << "no ID3 tag, no tempo";
-
-    FakeTags several = tags("T", "A", "");
+TEST(ReadTrackMetadata, TakesEachTextFromTheTagsOrSaysWhyNot) {
+    FakeTags firstItems, several, laterNumber, noValue, noFrame;
+    firstItems.common = {{item("Title", "other case"), item("title", std::nullopt),
+                          item("artist", failure("damaged")), item("title", "second")}};
+    several = tags("T", "A", "");
     several.formats = {{"com.apple.itunes", std::string(id3Format)}};
     several.id3 = {{MetadataItem{"tbpm", "", "1"}, MetadataItem{"org.id3.TBPM.2", "", "140"},
                     MetadataItem{"id3/TBPM", "", "150"}}};
-    EXPECT_EQ(read("/b.mp3", several).bpm, 140);
-    several.id3->at(1).value = "128.0";
-    EXPECT_EQ(read("/b.mp3", several).bpm, std::nullopt) << "a later frame does not stand in";
-    several.id3->at(1).value = std::optional<std::string>();
-    EXPECT_EQ(read("/b.mp3", several).bpm, std::nullopt);
-    several.id3 = std::vector<MetadataItem>();
-    EXPECT_EQ(read("/b.mp3", several).bpm, std::nullopt);
-    EXPECT_THAT(test.console.lines(), IsEmpty());
-}
-
-TEST_F(ReadTrackMetadata, EachFailingLoadIsOneLineAndKeepsWhatIsKnown) {
-    const FakeTags good = tags("T", "A", "120");
-    FakeTags common = good, formats = good, frames = good, value = good;
-    common.common = failure("not a media file");
-    formats.formats = failure("first");
-    frames.id3 = failure("second");
-    value.id3 = {{item("TBPM", failure("third"))}};
-    EXPECT_EQ(read("/Music/Grüße.mp3", common), (Track{"Grüße", "Unknown", "", "/Music/Grüße.mp3", {}}));
-    for (const FakeTags& each : {formats, frames, value})
-        EXPECT_EQ(read("/Music/Grüße.mp3", each), (Track{"T", "A", "", "/Music/Grüße.mp3", {}}));
-    EXPECT_THAT(test.console.lines(), ElementsAre("Failed to load metadata from Grüße.mp3: not a media file",
-                                                  "Failed to load metadata from Grüße.mp3: first",
-                                                  "Failed to load metadata from Grüße.mp3: second",
-                                                  "Failed to load metadata from Grüße.mp3: third"));
+    laterNumber = noValue = noFrame = several;
+    laterNumber.id3->at(1).value = "128.0";
+    noValue.id3->at(1).value = std::optional<std::string>();
+    noFrame.id3 = std::vector<MetadataItem>();
+    FakeTags mp4, badFile, badFormats, badFrames, badValue;
+    mp4 = badFile = badFormats = badFrames = badValue = tags("T", "A", "120");
+    mp4.formats = {{"com.apple.itunes"}};
+    badFile.common = failure("not a media file");
+    badFormats.formats = failure("first");
+    badFrames.id3 = failure("second");
+    badValue.id3 = {{item("TBPM", failure("third"))}};
+    const struct {
+        const char* quirk;
+        FakeTags tags;
+        Track expected; ///< without the path
+        const char* error = "";
+    } cases[] = {
+        {"all tags", tags("Train", "Night", "123"), {"Train", "Night", "", "", 123}},
+        {"no tags", {}, {"My.Grüße", "Unknown", "", "", {}}},
+        {"an empty text is a text", tags("", "  ", "+96"), {"", "  ", "", "", 96}},
+        {"the first item of a name counts", firstItems, {"My.Grüße", "Unknown", "", "", {}}},
+        {"a tempo without an ID3 tag", mp4, {"T", "A", "", "", {}}},
+        {"several tempo frames", several, {"T", "A", "", "", 140}},
+        {"a later frame does not stand in", laterNumber, {"T", "A", "", "", {}}},
+        {"a frame without a value", noValue, {"T", "A", "", "", {}}},
+        {"no frame", noFrame, {"T", "A", "", "", {}}},
+        {"an unreadable file", badFile, {"My.Grüße", "Unknown", "", "", {}}, "not a media file"},
+        {"unreadable formats", badFormats, {"T", "A", "", "", {}}, "first"},
+        {"unreadable frames", badFrames, {"T", "A", "", "", {}}, "second"},
+        {"an unreadable tempo", badValue, {"T", "A", "", "", {}}, "third"},
+    };
+    for (const auto& c : cases) {
+        FakeMediaAssets assets;
+        FakeConsole console;
+        assets.tags["/Music/My.Grüße.mp3"] = c.tags;
+        Track track = readTrackMetadata(assets, console, "/Music/My.Grüße.mp3");
+        EXPECT_EQ(std::exchange(track.path, ""), "/Music/My.Grüße.mp3");
+        EXPECT_EQ(track, c.expected) << c.quirk;
+        std::vector<std::string> lines;
+        if (*c.error != '\0')
+            lines.push_back(std::string("Failed to load metadata from My.Grüße.mp3: ") + c.error);
+        EXPECT_EQ(console.lines(), lines) << c.quirk;
+    }
 }
 
 class AttachBrowsedFile : public testing::Test {
@@ -131,10 +126,10 @@ TEST_F(AttachBrowsedFile, MakesTheFileTheRowsChoiceUnderTheWantedNames) {
     ASSERT_EQ(filed.size(), 1U);
     EXPECT_EQ(index.track(filed.first), TrackView(browsed));
     EXPECT_EQ(test.view.trackCount.get(), 7) << "counted anew only by a scan or a load";
+    EXPECT_TRUE(test.view.hasBrowsedFiles.get()) << "the rows are worth keeping";
     EXPECT_FALSE(test.support().exists("orvalen.sqlite")) << "no choice is remembered";
 
-    test.dialogs.willOpen({"/USB/x.mp3"});
-    attachBrowsedFile(test.view, 1);
+    attachFile(test.view, 1, "/USB/x.mp3");
     test.settle();
     EXPECT_THAT(second().options, ElementsAre(browsed, browsed)) << "the same file twice is two options";
 }

@@ -1,12 +1,8 @@
 #include "app/state/ContentView.h"
-#include "core/LibraryIndexBuilder.h"
 #include "library/FolderScan.h"
 #include "library/LibraryFile.h"
-#include "library/LibraryIndexState.h"
-#include "matching/MatchEngine.h"
 #include "matching/MatchRun.h"
 #include "platform/system/ThreadWorkerQueue.h"
-#include "support/Builders.h"
 #include "support/TestPlatform.h"
 
 #include <chrono>
@@ -37,7 +33,7 @@ struct ThreadedPlatform : TestPlatform {
     ContentView state{real, [this]() -> PlaylistDatabaseManager& { return database(); }};
 };
 
-TEST(LibraryThreads, TwoScansAndAMatchRunGoOnWhileTheLibraryIsRemoved) {
+TEST(LibraryThreads, ScansAndMatchRunsKeepTheirLibraryWhileTheMainThreadChangesIt) {
     TemporaryFolder music;
     for (int i = 0; i < 150; ++i) {
         music.write("first/song " + std::to_string(i) + ".mp3");
@@ -46,6 +42,15 @@ TEST(LibraryThreads, TwoScansAndAMatchRunGoOnWhileTheLibraryIsRemoved) {
     ThreadedPlatform test;
     int runs = 0;
     test.state.isMatching.observe([&] { runs += test.state.isMatching.get() ? 0 : 1; });
+    int turn = 0;
+    const auto changeLibrary = [&] {
+        if (++turn % 16 == 0)
+            test.database().savePreferredMatch("key " + std::to_string(turn % 7), "/m/x.mp3");
+        test.state.trackDict.update([](LibraryIndex& index) {
+            fileTrack(index, Track{"t", "a", "", "/p", {}});
+        });
+        test.state.matchInputFormat.set(turn % 2 == 0 ? "title-artist" : "artist-title");
+    };
 
     test.state.musicFolderURLs.set({{music.path("first")}});
     scanLibrary(test.state);
@@ -53,49 +58,20 @@ TEST(LibraryThreads, TwoScansAndAMatchRunGoOnWhileTheLibraryIsRemoved) {
     scanLibrary(test.state);
     matchLines({"Unknown - song 7", "Unknown - song"}, test.state);
     ASSERT_TRUE(test.runUntil([&] { return test.dialogs.messages.size() == 1; }));
+    test.state.matchInputFormat.set("artist-title");
     matchLines({"Unknown - song 7", "Unknown - song"}, test.state);
     removeSavedLibrary(test.state);
     EXPECT_EQ(test.state.trackCount.get(), 0);
-    ASSERT_TRUE(test.runUntil([&] { return test.dialogs.messages.size() == 2 && runs == 2; }));
+    ASSERT_TRUE(test.runUntil([&] {
+        changeLibrary();
+        return test.dialogs.messages.size() == 2 && runs == 2;
+    }));
 
     EXPECT_EQ(test.state.trackCount.get(), 150) << "the scan that ends later fills the library again";
     EXPECT_EQ(test.state.trackDict.get().track(0).path.find(music.path("second")), 0U);
     ASSERT_EQ(test.state.matchedTracks.get().size(), 2U);
     EXPECT_EQ(test.state.matchedTracks.get()[1].options.size(), 150U)
-        << "the run had the library that stood when it was asked for";
-}
-
-TEST(LibraryThreads, AMatchRunHasItsOwnLibraryWhileTheMainThreadReplacesItAndRemembersChoices) {
-    std::vector<Track> tracks;
-    std::vector<std::string> lines;
-    for (int i = 0; i < 1000; ++i)
-        tracks.push_back(track("Artist " + std::to_string(i % 50), "Title " + std::to_string(i)));
-    for (int i = 0; i < 150; ++i)
-        lines.push_back("Artist " + std::to_string(i) + " - Title " + std::to_string(i % 20));
-    const LibraryIndex library = buildIndex(tracks);
-
-    ThreadedPlatform test;
-    replaceIndex(test.state, library);
-    matchLines(lines, test.state);
-    int turn = 0;
-    ASSERT_TRUE(test.runUntil([&] {
-        if (++turn % 16 == 0)
-            test.database().savePreferredMatch("key " + std::to_string(turn % 7), "/m/x.mp3");
-        if (turn % 64 == 0)
-            replaceIndex(test.state, turn % 128 == 0 ? LibraryIndex() : library);
-        test.state.trackDict.update([](LibraryIndex& index) {
-            fileTrack(index, Track{"t", "a", "", "/p", {}});
-        });
-        test.state.matchInputFormat.set(turn % 2 == 0 ? "title-artist" : "artist-title");
-        return !test.state.isMatching.get() && !test.state.matchedTracks.get().empty();
-    }));
-
-    const std::vector<MatchedTrack>& rows = test.state.matchedTracks.get();
-    ASSERT_EQ(rows.size(), lines.size());
-    for (std::size_t i = 0; i < lines.size(); ++i)
-        EXPECT_EQ(rows[i].options.size(),
-                  findOptions(LibraryCatalog(library), *parseWantedLine(lines[i], "artist-title")).size())
-            << lines[i];
+        << "the run had the library and the format of its start";
 }
 
 } // namespace

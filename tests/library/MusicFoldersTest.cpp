@@ -2,6 +2,7 @@
 
 #include "core/Base64.h"
 #include "core/Json.h"
+#include "support/Builders.h"
 #include "support/TestPlatform.h"
 
 #include <gmock/gmock.h>
@@ -14,12 +15,7 @@ using testing::IsEmpty;
 
 class MusicFolders : public testing::Test {
 protected:
-    std::vector<std::string> listed() {
-        std::vector<std::string> paths;
-        for (const Location& location : test.view.musicFolderURLs.get())
-            paths.push_back(location.path);
-        return paths;
-    }
+    std::vector<std::string> listed() { return pathsOf(test.view.musicFolderURLs.get()); }
     std::string saved() { return test.support().read("Orvalen/folders.json"); }
     /// Returns the content of "folders.json" for these paths.
     static std::string fileOf(std::vector<std::string> paths) {

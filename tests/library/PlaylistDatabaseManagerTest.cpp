@@ -50,22 +50,7 @@ TEST_F(Database, HasTheTablesThatOtherProgramsRead) {
     EXPECT_THAT(console.lines(), IsEmpty());
 }
 
-TEST_F(Database, ReplacingLeavesExactlyTheNewRowsAndOneFile) {
-    auto database = open();
-    database.savePreferredMatch("old", "/o.mp3");
-    const PreferredMatches texts = {{"rock n roll", "/O'Brien/'; DROP TABLE preferred_matches; --.mp3"},
-                                    {"größe 日本", "/Musik/Große \"Größe\" 🎵.mp3"},
-                                    {"", ""}};
-    database.replacePreferredMatches(texts);
-    EXPECT_EQ(database.allPreferredMatches(), texts);
-    for (const auto& [key, path] : texts)
-        EXPECT_EQ(database.preferredPath(key), path) << key;
-    EXPECT_EQ(OtherProgram(file()).ask("PRAGMA journal_mode"), "delete") << "a copy of the file is complete";
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
-    EXPECT_THAT(console.lines(), IsEmpty());
-}
-
-TEST_F(Database, ReplacingWritesOnlyTheRowsThatChange) {
+TEST_F(Database, ReplacingWritesOnlyTheRowsThatChangeAndLeavesOneFile) {
     auto database = open();
     const std::string apart = "cafe\u0301";
     database.replacePreferredMatches({{"same", "/s"}, {"gone", "/g"}, {"other path", "/1"}, {apart, "/c"}});
@@ -74,14 +59,24 @@ TEST_F(Database, ReplacingWritesOnlyTheRowsThatChange) {
         return other.ask("SELECT rowid FROM preferred_matches WHERE key = 'same'");
     };
     const std::string before = stampOfSame();
-    const PreferredMatches next = {{"same", "/s"}, {"other path", "/2"}, {"café", "/c"}, {"new", "/n"}};
+    const PreferredMatches next = {{"same", "/s"},
+                                   {"other path", "/2"},
+                                   {"café", "/c"},
+                                   {"rock n roll", "/O'Brien/'; DROP TABLE preferred_matches; --.mp3"},
+                                   {"größe 日本", "/Musik/Große \"Größe\" 🎵.mp3"},
+                                   {"", ""}};
     EXPECT_EQ(database.rowsReplacedBy(next),
               (PreferredMatches{{"gone", "/g"}, {"other path", "/1"}, {apart, "/c"}}));
     database.replacePreferredMatches(next);
     EXPECT_EQ(database.allPreferredMatches(), next);
+    for (const auto& [key, path] : next)
+        EXPECT_EQ(database.preferredPath(key), path) << key;
     EXPECT_EQ(other.ask("SELECT count(*) FROM preferred_matches WHERE key = 'café'"), "1");
     EXPECT_EQ(stampOfSame(), before) << "the row was written again";
     EXPECT_THAT(database.rowsReplacedBy(next), IsEmpty());
+    EXPECT_EQ(other.ask("PRAGMA journal_mode"), "delete") << "a copy of the file is complete";
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
+    EXPECT_THAT(console.lines(), IsEmpty());
 }
 
 TEST_F(Database, RowsThatOnlyAnotherProgramCanHaveWrittenAreNotSeen) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/AllTracks.h"
 #include "core/MatchedTrack.h"
 #include "core/Track.h"
 
@@ -29,6 +30,23 @@ inline MatchedTrack row(std::string artist, std::string title, std::vector<Track
     result.options = std::move(options);
     result.include = include;
     return result;
+}
+
+/// Returns the paths of tracks or locations.
+template <typename Items>
+std::vector<std::string> pathsOf(const Items& items) {
+    std::vector<std::string> paths;
+    for (const auto& item : items)
+        paths.emplace_back(item.path);
+    return paths;
+}
+
+/// Returns copies of all tracks.
+inline std::vector<Track> tracksOf(const LibraryIndex& index) {
+    std::vector<Track> tracks;
+    for (const TrackView& each : allTracks(index))
+        tracks.push_back(each.toTrack());
+    return tracks;
 }
 
 } // namespace orvalen::test
