@@ -19,10 +19,11 @@ std::string rowWith(const std::string& members) {
     return session("{" + id + "," + names + "," + members + "}");
 }
 
-TEST(Json, ReadsASessionWithUnknownMembersAndOptionalOnesMissingOrNull) {
+TEST(Json, ReadsASessionWithUnknownMembersOfAnySizeAndOptionalOnesMissingOrNull) {
     for (const std::string selected : {R"("selectedTrack":null,)", ""}) {
-        const auto read = decodeSession(rowWith(R"("found":false,"options":[],)" + selected +
-                                                R"("include":true,"later":{"deep":[1,null]})"));
+        const auto read = decodeSession(
+            rowWith(R"("found":false,"options":[],)" + selected +
+                    R"("include":true,"later":{"deep":[1e999,null]},"size":123456789012345678901)"));
         ASSERT_TRUE(read.has_value()) << read.error().description;
         const MatchedTrack& row = read->matchedTracks.at(0);
         EXPECT_EQ(row.id.toString(), "00112233-4455-6677-8899-AABBCCDDEEFF");
@@ -35,9 +36,9 @@ TEST(Json, ReadsASessionWithUnknownMembersAndOptionalOnesMissingOrNull) {
 
 TEST(Json, ReadsATempoAsWrittenOrAsAnEqualNumber) {
     using Case = std::pair<const char*, std::optional<std::int64_t>>;
-    for (const auto& [written, bpm] :
-         {Case{"128", 128}, Case{"0", 0}, Case{"-0", 0}, Case{"null", {}}, Case{"128.0", 128},
-          Case{"1.28e2", 128}, Case{"-9223372036854775808", INT64_MIN}}) {
+    for (const auto& [written, bpm] : {Case{"128", 128}, Case{"9223372036854775807", INT64_MAX}, Case{"0", 0},
+                                       Case{"-0", 0}, Case{"null", {}}, Case{"128.0", 128},
+                                       Case{"1.28e2", 128}, Case{"-9223372036854775808", INT64_MIN}}) {
         std::string text = trackText;
         text.replace(text.find("128"), 3, written);
         const auto read = decodeSession(rowWith(R"("found":true,"include":false,"options":[)" + text + "]"));
@@ -73,6 +74,7 @@ TEST(Json, ADocumentWithOneBadElementGivesNothing) {
         withOption(R"({"title":"T","artist":"A","path":"/p"})"),
         withOption(R"({"title":"T","artist":"A","genre":"","path":"/p","bpm":"128"})"),
         withOption(R"({"title":"T","artist":"A","genre":"","path":"/p","bpm":1.5})"),
+        withOption(R"({"title":"T","artist":"A","genre":"","path":"/p","bpm":1e999})"),
         withOption(R"({"title":"T","artist":"A","genre":"","path":"/p","bpm":9223372036854775808})"),
         rowWith(good).replace(5, 1, "\xFF"),
     };
@@ -85,7 +87,7 @@ TEST(Json, ListsOfTextsAreArraysOfNothingElse) {
     EXPECT_EQ(decodeTexts(encodeTexts(texts)).value(), texts);
     EXPECT_EQ(encodeTexts({}), "[]");
     EXPECT_EQ(decodeTexts(R"( ["\/\u00e9"] )").value(), (std::vector<std::string>{"/é"}));
-    for (const char* bytes : {"", "{}", "[\"a\",null]", "[\"a\"", "[\"a\"]]"})
+    for (const char* bytes : {"", "{}", "[\"a\",null]", "[\"a\"", "[\"a\"]]", "[\"a\",99999999999999999999]"})
         EXPECT_FALSE(decodeTexts(bytes).has_value()) << bytes;
 }
 
@@ -101,22 +103,6 @@ TEST(JsonNumbers, OnlyNumbersThatFitNowhereAreReplaced) {
     };
     for (const auto& [json, expected] : cases)
         EXPECT_EQ(withoutOversizedNumbers(json), expected == nullptr ? json : expected);
-}
-
-TEST(JsonNumbers, NoDocumentIsUnreadableForAnUnknownMember) {
-    const std::string track = R"("title":"T","artist":"A","genre":"","path":"/p","bpm":)";
-    const auto session = [&](const std::string& bpm) {
-        return R"({"size":123456789012345678901234567890,"matchInput":"","matchedTracks":[{
-            "id":"0F8FAD5B-D9CB-469F-A165-70867728950E","title":"T","artist":"A","found":true,
-            "options":[{)" +
-               track + bpm + R"(}],"include":false,"more":-1e999}]})";
-    };
-    const auto read = decodeSession(session("9223372036854775807"));
-    ASSERT_TRUE(read.has_value()) << read.error().description;
-    EXPECT_EQ(read->matchedTracks[0].options[0].bpm, 9223372036854775807);
-    EXPECT_FALSE(decodeSession(session("9223372036854775808")).has_value());
-    EXPECT_FALSE(decodeSession(session("1e999")).has_value());
-    EXPECT_FALSE(decodeTexts(R"(["a",99999999999999999999])").has_value());
 }
 
 } // namespace

@@ -56,10 +56,6 @@ private:
     std::mt19937 random_;
 };
 
-std::string described(const Request& request, std::uint32_t seed) {
-    return "seed " + std::to_string(seed) + ": '" + request.artist + "' - '" + request.title + "'";
-}
-
 /// Uses small libraries, and one with so many candidates that the search uses the titles first.
 TEST(FindOptions, AgreesWithThePlainLoop) {
     std::size_t found = 0;
@@ -78,7 +74,8 @@ TEST(FindOptions, AgreesWithThePlainLoop) {
         for (int line = 0; line < (isLarge ? 12 : 40); ++line) {
             const Request request{texts.text(isLarge ? 1 : 3), texts.text(isLarge ? 1 : 3)};
             const auto options = findOptions(catalog, request);
-            ASSERT_EQ(options, plainOptions(catalog.index(), request)) << described(request, seed);
+            ASSERT_EQ(options, plainOptions(catalog.index(), request))
+                << "seed " << seed << ": '" << request.artist << "' - '" << request.title << "'";
             found += options.size();
             most = std::max(most, options.size());
         }
@@ -86,17 +83,6 @@ TEST(FindOptions, AgreesWithThePlainLoop) {
     EXPECT_GT(found, 700U) << "the texts hardly ever meet";
     EXPECT_GT(most, 1024U) << "no line was broad enough for the search by titles";
     EXPECT_TRUE(findOptions(LibraryCatalog(LibraryIndex()), {"", ""}).empty());
-}
-
-TEST(FindOptions, FindOneNameTenThousandTimes) {
-    LibraryIndexBuilder builder;
-    for (int i = 0; i < 10'000; ++i) {
-        const std::string folder = "/m/" + std::to_string(i / 2);
-        builder.fileTrack(track("Unknown", "Track 1", {}, folder + "/Unknown - Track 1.mp3"));
-    }
-    const LibraryCatalog catalog(builder.finish());
-    EXPECT_EQ(findOptions(catalog, {"unknown", "track 1"}).size(), 5'000U);
-    EXPECT_EQ(findOptions(catalog, {"known", "rack"}).size(), 5'000U);
 }
 
 TEST(Catalog, IsKeptWithTheTracksAndGoesWithThem) {
@@ -126,22 +112,17 @@ TEST(Catalog, IsKeptWithTheTracksAndGoesWithThem) {
     EXPECT_TRUE(watched.expired()) << "the cache must not keep the tracks alive";
 }
 
-TEST(Catalog, IsMadeOnceForAllThreadsThatAsk) {
-    SmallTexts texts(5);
-    LibraryIndexBuilder builder;
-    for (int i = 0; i < 3000; ++i)
-        builder.fileTrack(texts.track());
-    const LibraryIndex index = builder.finish();
+TEST(Catalog, CanBeMadeByManyThreadsAtOnce) {
+    const LibraryIndex index = buildIndex(std::vector{track("Night", "Train"), track("Day", "Train")});
     std::vector<std::size_t> counts(4);
     {
         std::vector<std::jthread> threads;
         for (std::size_t& count : counts)
             threads.emplace_back([&count, index] {
-                count = findOptions(LibraryCatalog(index), {"a", "e"}).size();
+                count = findOptions(LibraryCatalog(index), {"night", "train"}).size();
             });
     }
-    EXPECT_GT(counts[0], 0U);
-    EXPECT_EQ(counts, std::vector<std::size_t>(4, counts[0]));
+    EXPECT_EQ(counts, std::vector<std::size_t>(4, 1));
 }
 
 } // namespace

@@ -129,7 +129,7 @@ TEST_F(MatchReview, IncludesAllRowsOneAfterAnother) {
     EXPECT_EQ(includedCount(view.matchedTracks.get()), 2U);
 }
 
-TEST_F(MatchReview, RemembersAChoiceAtOnce) {
+TEST_F(MatchReview, RemembersAChoiceAtOnceAndTakesNoRowAndNoPathThatIsMissing) {
     const Track one = track("A", "T", {}, "/Müsik/1.mp3");
     const Track two = track("A", "T", 128, "/Müsik/2.mp3");
     showRows({row("Other", "Row"), row("Die Ärzte", "Schrei, nach Liebe!", {one, two})});
@@ -142,22 +142,17 @@ TEST_F(MatchReview, RemembersAChoiceAtOnce) {
     chooseOption(view, 1, shown(1).options.front().path); // a path inside the changed row
     EXPECT_EQ(shown(1).selectedTrack, one);
     EXPECT_EQ(preferred("Die Ärzte", "Schrei, nach Liebe!"), one.path);
-    EXPECT_EQ(test.database().allPreferredMatches().size(), 1U);
-    EXPECT_THAT(test.console.lines(), IsEmpty());
-}
 
-TEST_F(MatchReview, TakesNoPositionAndNoPathThatNobodyHas) {
-    showRows({row("A", "T", {track("A", "T", {}, "/1.mp3"), track("A", "T", {}, "/2.mp3")})});
     bool written = false;
     view.matchedTracks.observe([&] { written = true; });
-    setInclude(view, 1, true);
-    chooseOption(view, 1, "/2.mp3");
+    setInclude(view, 2, true);
+    chooseOption(view, 2, two.path);
     EXPECT_FALSE(written);
-    EXPECT_THAT(test.database().allPreferredMatches(), IsEmpty());
-    chooseOption(view, 0, "/2.mp3");
-    chooseOption(view, 0, "/3.mp3");
-    EXPECT_FALSE(shown(0).selectedTrack);
-    EXPECT_EQ(preferred("A", "T"), "/2.mp3");
+    chooseOption(view, 1, "/3.mp3");
+    EXPECT_FALSE(shown(1).selectedTrack);
+    EXPECT_EQ(preferred("Die Ärzte", "Schrei, nach Liebe!"), one.path);
+    EXPECT_EQ(test.database().allPreferredMatches().size(), 1U);
+    EXPECT_THAT(test.console.lines(), IsEmpty());
 }
 
 TEST(EarlierCandidates, AreTheCandidatesOfAnEarlierChoiceThatAreNotSelected) {
