@@ -63,16 +63,6 @@ class Orvalen:
         names = (it.name for it in self._row(row).walk() if it.name.startswith("File: ") and it.visible)
         return next((name.removeprefix("File: ") for name in names), None)
 
-    def has_picker(self, row):
-        self._row(row)
-        # A picker that is scrolled out of sight does not count as visible, so the whole row must be visible.
-        self.screen.scroll_into(self.screen.wait_for("list", "Results"), lambda: self._first_label(row))
-        return any(it.name == "Choose match" and it.visible for it in self._row(row).walk())
-
-    def _first_label(self, row):
-        group = self._find_row(self.screen.wait_for("list", "Results"), row)
-        return next((it for it in group.children if it.role == "label"), None) if group else None
-
     def included(self, row):
         return self._in_row(row, "Include in playlist").checked
 
@@ -127,18 +117,14 @@ class Orvalen:
     def _row(self, label):
         """Returns the row's group, scrolled so that its include box is visible."""
         self._in_row(label, "Include in playlist")
-        return self._find_row(self.screen.wait_for("list", "Results"), label)
-
-    def _find_row(self, rows, label):
-        """Returns the row, or None if the list has not created it yet."""
-        return next((it for it in rows.children if it.name == label), None)
+        return self.screen.wait_for(name=label, within=self.screen.find("list", "Results"))
 
     def _in_row(self, label, name):
         """Returns the row's control with this name, scrolled into view."""
         rows = self.screen.wait_for("list", "Results")
 
-        def control():
-            row = self._find_row(rows, label)
+        def control():  # None while the list has not created the row
+            row = next((it for it in rows.children if it.name == label), None)
             return next((it for it in row.walk() if it.name == name), None) if row else None
         return self.screen.scroll_into(rows, control)
 

@@ -24,7 +24,6 @@ MISSING = "Nobody At All – Not In The Library"
 OTHER_SCRIPT = "Νίκη Αλεξίου – Καλοκαίρι"
 M4A = "Marlow Quay – Paper Boats"
 WAV = "The Lanterns – First Dance"
-ROWS = [TWO_COPIES, ACCENTS, LONGER_TITLE, MISSING, OTHER_SCRIPT, M4A, WAV]
 
 # The selected track of each row with one candidate, as a path below the copied music folder.
 FILE_OF = {

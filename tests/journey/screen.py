@@ -77,9 +77,6 @@ class Element:
     def checked(self):
         return "checked" in self.states
 
-    def matches(self, role, name):
-        return (name is None or self.name == name) and (role is None or self.role == role)
-
     def tree(self, depth=0):
         line = "{}{} {!r} {} {}".format("  " * depth, self.role, self.name, self.rectangle,
                                         " ".join(sorted(self.states - {"sensitive", "focusable", "visible"})))
@@ -119,7 +116,8 @@ class Screen:
     def seen(self, role=None, name=None, within=None):
         """Yields all such elements on the screen, from the top down."""
         root = within or self.application
-        return (it for it in root.walk() if it.matches(role, name) and it.on_screen) if root else iter(())
+        return (it for it in (root.walk() if root else ())
+                if name in (None, it.name) and role in (None, it.role) and it.on_screen)
 
     def find(self, role=None, name=None, within=None):
         """Returns the first such element on the screen, or None."""
@@ -131,13 +129,16 @@ class Screen:
     def wait_until_gone(self, role=None, name=None, seconds=30):
         wait_until(lambda: not self.find(role, name), f"{role or 'element'} {name!r} to go", seconds)
 
-    def click(self, element, button=1):
+    def click(self, element):
         """Waits until the element is enabled and does not move, and clicks its centre."""
-        x, y, width, height = self._resting_place(element)
-        self.click_at(x + width // 2, y + height // 2, button)
+        places = [None]
 
-    def click_at(self, x, y, button=1):
-        self._xdotool("mousemove", str(x), str(y), "click", str(button))
+        def rested():
+            places.append(element.rectangle)
+            return element.on_screen and element.enabled and places[-1] == places[-2]
+        wait_until(rested, f"{element.role} {element.name!r} to be enabled and at rest")
+        x, y, width, height = places[-1]
+        self._xdotool("mousemove", str(x + width // 2), str(y + height // 2), "click", "1")
 
     def click_on(self, name, role=None, within=None, seconds=30):
         """Waits until the element exists and can be clicked, and clicks it."""
@@ -198,15 +199,6 @@ class Screen:
             return looks[-1] == looks[-2]
         wait_until(rested, "the list to come to rest")
         return looks[-1]
-
-    def _resting_place(self, element):
-        places = [None]
-
-        def rested():
-            places.append(element.rectangle)
-            return element.on_screen and element.enabled and places[-1] == places[-2]
-        wait_until(rested, f"{element.role} {element.name!r} to be enabled and at rest")
-        return places[-1]
 
     def _xdotool(self, *arguments):
         self._desktop.run("xdotool", *arguments)

@@ -4,7 +4,7 @@ import time
 
 
 def wait_until(condition, what, seconds=30):
-    """Returns the first true value of the condition. Raises TimeoutError with `what` if there is none in time."""
+    """Returns the first true value of the condition. Raises TimeoutError with `what` if all values are false for `seconds`."""
     limit = time.monotonic() + seconds
     while True:
         value = condition()

@@ -3,66 +3,57 @@
 #include "preview/PreviewPlayer.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"
+#include "window/Notification.h"
 
-#include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
 
 namespace orvalen::test {
 namespace {
 
-TEST(ChangeNotifier, TellsTheViewsSixtyTimesASecondAtMost) {
+TEST(ChangeNotifier, NotifiesTheViewsSixtyTimesASecondAtMost) {
     TestPlatform platform;
     ChangeNotifier notifier;
     LibraryState library(platform.view, notifier);
     const QSignalSpy told(&library, &StateProperties::changed);
-
     QElapsedTimer clock;
     clock.start();
-    int writes = 0;
-    while (clock.elapsed() < 300) {
-        platform.view.scanProgress.set(++writes * 1e-9);
-        QCoreApplication::processEvents();
-    }
-    EXPECT_GT(writes, 1000);
-    EXPECT_GE(told.count(), 5);
-    EXPECT_LE(told.count(), 20);
-
-    platform.view.scanProgress.set(0.5);
-    while (clock.elapsed() < 400)
-        QCoreApplication::processEvents();
-    EXPECT_EQ(library.scanProgress(), 0.5);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        platform.view.scanProgress.set(platform.view.scanProgress.get() + 1e-9);
+        return told.count() >= 5;
+    }));
+    EXPECT_GE(clock.elapsed(), 4 * 15);
+    waitForNotification(notifier);
     const auto atRest = told.count();
-    while (clock.elapsed() < 450)
-        QCoreApplication::processEvents();
-    EXPECT_EQ(told.count(), atRest) << "nothing was written, nothing is told";
+    waitForNotification(notifier);
+    EXPECT_EQ(told.count(), atRest) << "no field was written";
 }
 
-TEST(PreviewState, TellsOnlyWhatCanBeSeenToMove) {
+TEST(PreviewState, ReportsOnlyMovesThatCanBeSeen) {
     TestPlatform platform;
-    platform.view.showResultsPage.set(true);
+    ContentView& view = platform.view;
+    view.showResultsPage.set(true);
     ChangeNotifier notifier;
-    PreviewState preview(platform.view, notifier);
+    PreviewState preview(view, notifier);
     preview.setProperty("steps", 500);
     const QSignalSpy told(&preview, &StateProperties::changed);
-    const auto progress = [&](double value) {
-        platform.view.playbackProgress.set(value);
-        QTest::qWait(30);
+    const auto after = [&](double progress) {
+        view.playbackProgress.set(progress);
+        waitForNotification(notifier);
         return told.count();
     };
-    EXPECT_EQ(progress(0.0009), 0) << "less than half a step";
-    EXPECT_EQ(progress(0.0021), 1);
+    EXPECT_EQ(after(0.0009), 0) << "less than half a step";
+    EXPECT_EQ(after(0.0021), 1);
     EXPECT_DOUBLE_EQ(preview.progress(), 1.0 / 500);
-    EXPECT_EQ(progress(0.0022), 1);
-    platform.view.showResultsPage.set(false);
-    QTest::qWait(30);
+    EXPECT_EQ(after(0.0022), 1);
+    view.showResultsPage.set(false);
+    waitForNotification(notifier);
     const auto closed = told.count();
-    EXPECT_EQ(progress(0.5), closed) << "nobody can see it";
-    platform.view.showResultsPage.set(true);
-    QTest::qWait(30);
-    EXPECT_DOUBLE_EQ(preview.progress(), 0.5) << "and it is right when the page opens again";
+    EXPECT_EQ(after(0.5), closed);
+    view.showResultsPage.set(true);
+    waitForNotification(notifier);
+    EXPECT_DOUBLE_EQ(preview.progress(), 0.5) << "right when the page opens again";
 }
 
 TEST(PreviewState, FollowsATrackThatPlaysAfterAnotherCouldNotBeOpened) {
@@ -88,10 +79,10 @@ TEST(PreviewState, FollowsATrackThatPlaysAfterAnotherCouldNotBeOpened) {
         EXPECT_NEAR(preview.progress(), time / playback.length, 0.001);
     }
     togglePreview(view, played); // pauses
-    QTest::qWait(50);
+    waitForNotification(notifier);
     const auto atRest = told.count();
     playback.time = 80;
-    QTest::qWait(500);
+    QTest::qWait(250); // longer than the interval of the labels
     EXPECT_EQ(told.count(), atRest);
 }
 

@@ -84,15 +84,19 @@ TEST_F(MatchedTracksModelTest, BecomesAnotherListOnlyWhenItIsOne) {
     EXPECT_EQ(model.rowCount(), 0);
 }
 
+/// Returns the path and the count of each folder, and whether its drive is disconnected.
 QStringList shown(const MusicFoldersModel& model) {
     QStringList rows;
-    for (int i = 0; i < model.rowCount(); ++i)
-        rows.append(model.data(model.index(i), MusicFoldersModel::path).toString() + ":" +
-                    model.data(model.index(i), MusicFoldersModel::countText).toString());
+    for (int i = 0; i < model.rowCount(); ++i) {
+        const QModelIndex row = model.index(i);
+        rows.append(model.data(row, MusicFoldersModel::path).toString() + ":" +
+                    model.data(row, MusicFoldersModel::countText).toString() +
+                    (model.data(row, MusicFoldersModel::notConnected).toBool() ? " away" : ""));
+    }
     return rows;
 }
 
-TEST(MusicFoldersModel, FollowsTheListAndTheCounts) {
+TEST(MusicFoldersModel, FollowsTheListTheCountsAndTheDrives) {
     TestPlatform platform;
     ContentView& view = platform.view;
     MusicFoldersModel model(view);
@@ -111,26 +115,12 @@ TEST(MusicFoldersModel, FollowsTheListAndTheCounts) {
               (QStringList{"/ab:1 track", "/a:2 tracks", "/c:", "/d:"}));
     clearIndex(view);
     EXPECT_EQ(after({{"/d"}, {"/a"}, {"/a"}}), (QStringList{"/d:", "/a:", "/a:"}));
-    EXPECT_EQ(after({}), QStringList());
-}
-
-TEST(MusicFoldersModel, HintsAtFoldersWhoseDriveIsNotConnected) {
-    TestPlatform platform;
-    MusicFoldersModel model(platform.view);
-    platform.view.musicFolderURLs.set({{"/a"}, {"/media/stick"}});
-    model.refresh();
-    const auto hints = [&] {
-        std::vector<bool> shown;
-        for (int i = 0; i < model.rowCount(); ++i)
-            shown.push_back(model.data(model.index(i), MusicFoldersModel::notConnected).toBool());
-        return shown;
-    };
-    EXPECT_EQ(platform.driveWatch.watched, platform.view.musicFolderURLs.get());
-    EXPECT_EQ(hints(), (std::vector{false, false}));
-    platform.driveWatch.observer({{"/media/stick"}});
-    EXPECT_EQ(hints(), (std::vector{false, true}));
+    EXPECT_EQ(platform.driveWatch.watched, view.musicFolderURLs.get());
+    platform.driveWatch.observer({{"/d"}});
+    EXPECT_EQ(shown(model), (QStringList{"/d: away", "/a:", "/a:"}));
     platform.driveWatch.observer({});
-    EXPECT_EQ(hints(), (std::vector{false, false}));
+    EXPECT_EQ(shown(model), (QStringList{"/d:", "/a:", "/a:"}));
+    EXPECT_EQ(after({}), QStringList());
 }
 
 TEST(TextDirection, IsolatesRightToLeftNames) {

@@ -13,11 +13,9 @@ namespace {
 TEST_F(ResultsPage, ShowsLongNamesShortenedAndMarksALineBreakInAPath) {
     const std::string longName(300'000, 'x');
     const std::string shown = "A – " + std::string(996, 'x') + "…";
-    view.matchedTracks.set({row("A", longName, {track("A", longName, {}, "/Music/one\ntwo.mp3")}),
-                            row("B", "T", {track("B", "T", {}, "/Music/" + longName)})});
+    view.matchedTracks.set({row("A", longName, {track("A", longName, {}, "/Music/one\ntwo.mp3")})});
     window.expectShown(QString::fromStdString(shown), QAccessible::Grouping);
-    window.expectShown(QString::fromStdString("File: /Music/" + std::string(987, 'x') + "…"));
-    EXPECT_EQ(window.all("Line break in the file name").size(), 1U);
+    window.expectShown("Line break in the file name");
     EXPECT_EQ(rows()[0].title, longName) << "the record keeps it all";
 }
 
@@ -139,12 +137,10 @@ TEST_F(ResultsPage, LeadsToWhatIsLeftToDo) {
     window.click("Select All");
     window.click("2 in the playlist");
     EXPECT_EQ(row(), 0);
-    for (const int expected : {1, 0}) {
-        window.key(Qt::Key_N);
-        EXPECT_EQ(row(), expected);
-    }
-    window.key(Qt::Key_N, Qt::ShiftModifier);
+    window.key(Qt::Key_N);
     EXPECT_EQ(row(), 1);
+    window.key(Qt::Key_N, Qt::ShiftModifier);
+    EXPECT_EQ(row(), 0);
     window.key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(window.shows("0 tracks selected")) << "Select All is one step";
 
@@ -153,9 +149,9 @@ TEST_F(ResultsPage, LeadsToWhatIsLeftToDo) {
     window.key(Qt::Key_Escape);
     EXPECT_EQ(row(), 2);
     EXPECT_TRUE(view.showResultsPage.get()) << "Escape leaves the field first";
-    for (const auto& [letter, expected] : {std::pair{Qt::Key_A, 1}, {Qt::Key_A, 1}, {Qt::Key_X, 1}}) {
+    for (const Qt::Key letter : {Qt::Key_A, Qt::Key_A, Qt::Key_X}) { // the artist's; no artist's
         window.key(letter);
-        EXPECT_EQ(rowOfFocus(), expected) << letter;
+        EXPECT_EQ(row(), 1) << letter;
     }
     window.key(Qt::Key_F1);
     window.expectShown("Keys", QAccessible::Dialog);
@@ -178,7 +174,6 @@ TEST_F(ResultsPage, IncludesRowsAndExportsThemSayingWhatIsMissing) {
     const char* const caption = "2 files will be written; 1 selected row has no file";
     EXPECT_FALSE(window.control("Export Playlist").enabled());
     window.click(window.inRow(single, "Include in playlist"));
-    EXPECT_TRUE(window.inRow(single, "Include in playlist").checked());
     window.expectShown("1 track selected");
     EXPECT_FALSE(window.shows(caption));
     window.click("Select All");
@@ -186,21 +181,13 @@ TEST_F(ResultsPage, IncludesRowsAndExportsThemSayingWhatIsMissing) {
     EXPECT_TRUE(window.shows(caption));
     window.click("Copy Missing");
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "Nobody – Nothing\n");
-
-    const auto showsTip = [&] {
-        return std::ranges::any_of(window.everything(),
-                                   [](const auto& it) { return it.name.startsWith("Tip: "); });
-    };
-    EXPECT_FALSE(showsTip());
     window.click("VirtualDJ (M3U)");
-    EXPECT_EQ(view.selectedExportFormat.get(), "virtualdj");
-    EXPECT_TRUE(showsTip());
+    EXPECT_TRUE(std::ranges::any_of(window.everything(),
+                                    [](const auto& shown) { return shown.name.startsWith("Tip: "); }));
     window.platform.dialogs.willSaveTo(window.platform.support().path("party.m3u"));
     window.click("Export Playlist");
     EXPECT_TRUE(window.platform.support().exists("party.m3u"));
     window.expectShown("✅ Playlist Exported Successfully!");
-    window.platform.mainQueue.advance(std::chrono::seconds(2));
-    window.expectGone("✅ Playlist Exported Successfully!");
     window.click("How to use in Rekordbox");
     EXPECT_EQ(window.platform.dialogs.messages.size(), 1U);
     window.click("Deselect All");
@@ -208,20 +195,6 @@ TEST_F(ResultsPage, IncludesRowsAndExportsThemSayingWhatIsMissing) {
     view.isAutoSaving.set(true);
     window.settle();
     EXPECT_EQ(window.control("Auto-save enabled", QAccessible::Graphic).description(), "saving");
-}
-
-TEST_F(ResultsPage, GoesByEscapeAndGivesTheKeysBack) {
-    window.key(Qt::Key_Escape);
-    EXPECT_FALSE(view.showResultsPage.get());
-    window.expectGone("Playlist Results");
-    window.key(Qt::Key_Tab);
-    EXPECT_EQ(window.focused(), "Add Music Folder(s)");
-    view.matchedTracks.update([](auto& edited) { // as in a session that was edited by hand
-        edited[0].title = "By Hand";
-        edited[0].options[1].bpm = 99;
-    });
-    window.openResults();
-    EXPECT_TRUE(window.shows("Night Band – By Hand"));
 }
 
 TEST_F(ResultsPage, LeadsTheKeysThroughRowsThatDoNotExistYet) {
@@ -256,44 +229,32 @@ TEST_F(ResultsPage, NeverGivesAKeyToARowThatTheUserDidNotFocus) {
         list->setProperty("contentY", y);
         window.settle();
     };
-    const auto included = [&] {
-        std::vector<std::size_t> positions;
-        for (std::size_t i = 0; i < rows().size(); ++i)
-            if (rows()[i].include)
-                positions.push_back(i);
-        return positions;
-    };
-    for (const double away : {300.0, 4000.0}) { // within the cached rows, and beyond
-        scrollTo(0);
-        for (const char* name : {"Include in playlist", "Play", "Choose match"}) {
+    for (const double away : {300.0, 4000.0}) // within the cached rows, and beyond
+        for (const char* name : {"Play", "Choose match", "Include in playlist"}) {
+            scrollTo(0);
             window.inRow("Artist – 0", name).item->forceActiveFocus(Qt::TabFocusReason);
             scrollTo(away);
             EXPECT_EQ(window.focused(), "Results");
-            scrollTo(0);
-            EXPECT_EQ(window.focused(), name) << "given back";
+            window.key(Qt::Key_Space);
+            EXPECT_EQ(window.focused(), name) << "the key only scrolls back";
+            EXPECT_FALSE(rows()[0].include) << name;
         }
-        window.inRow("Artist – 0", "Include in playlist").item->forceActiveFocus(Qt::TabFocusReason);
-        scrollTo(away);
-        window.key(Qt::Key_Space);
-        EXPECT_TRUE(included().empty());
-        EXPECT_EQ(window.focused(), "Include in playlist") << "back in sight";
-        window.key(Qt::Key_Space);
-        EXPECT_EQ(included(), std::vector<std::size_t>{0});
-        window.key(Qt::Key_Space);
-    }
+    window.key(Qt::Key_Space);
+    EXPECT_TRUE(rows()[0].include);
     window.key(Qt::Key_End);
     window.key(Qt::Key_Space);
-    EXPECT_EQ(included(), std::vector<std::size_t>{59});
+    EXPECT_TRUE(rows()[59].include);
     EXPECT_TRUE(window.platform.audioPlayers.playbacks.empty());
 }
 
-TEST_F(ResultsPage, ComesBackByItsButton) {
+TEST_F(ResultsPage, ComesBackByItsButtonAsItWas) {
     EXPECT_FALSE(window.shows("Back to Results"));
     window.click(window.inRow(single, "Include in playlist"));
     window.click("Close");
     window.expectGone("Playlist Results");
+    view.matchedTracks.update([](auto& edited) { edited[0].title = "By Hand"; }); // as in an edited session
     window.click("Back to Results");
-    window.expectShown("Playlist Results");
+    window.expectShown("Night Band – By Hand");
     EXPECT_TRUE(rows()[1].include);
     view.showResultsPage.set(false);
     view.matchedTracks.set({});

@@ -4,8 +4,8 @@
 #include "library/LibraryIndexState.h"
 #include "support/Builders.h"
 #include "support/TestPlatform.h"
+#include "window/Notification.h"
 
-#include <QTest>
 #include <gtest/gtest.h>
 
 namespace orvalen::test {
@@ -25,7 +25,7 @@ protected:
 
     void settle() {
         for (int turn = 0; turn < 3; ++turn) {
-            QTest::qWait(20); // the notifier needs the event loop
+            waitForNotification(notifier);
             platform.settle();
         }
     }

@@ -66,14 +66,6 @@ bool WindowHarness::waitFor(const std::function<bool()>& condition) {
     return true;
 }
 
-QAccessible::State WindowHarness::Control::state() const {
-    return QAccessible::queryAccessibleInterface(item)->state();
-}
-
-QString WindowHarness::Control::description() const {
-    return QAccessible::queryAccessibleInterface(item)->text(QAccessible::Description);
-}
-
 QRectF WindowHarness::Control::sceneRect() const {
     return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
 }
@@ -143,8 +135,7 @@ void WindowHarness::click(const Control& control) {
 }
 
 void WindowHarness::press(const Control& control) {
-    QAccessibleActionInterface* actions =
-        QAccessible::queryAccessibleInterface(control.item)->actionInterface();
+    QAccessibleActionInterface* actions = control.interface()->actionInterface();
     ASSERT_NE(actions, nullptr);
     ASSERT_TRUE(actions->actionNames().contains(QAccessibleActionInterface::pressAction()))
         << control.name.toStdString() << " cannot be pressed";

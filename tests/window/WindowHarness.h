@@ -36,10 +36,10 @@ public:
         QAccessible::Role role;
         QString name;
 
-        QAccessible::State state() const;
-        QString description() const;
-        bool enabled() const { return !state().disabled; }
-        bool checked() const { return state().checked; }
+        QAccessibleInterface* interface() const { return QAccessible::queryAccessibleInterface(item); }
+        QString description() const { return interface()->text(QAccessible::Description); }
+        bool enabled() const { return !interface()->state().disabled; }
+        bool checked() const { return interface()->state().checked; }
         QRectF sceneRect() const;
     };
 
@@ -47,7 +47,7 @@ public:
     std::vector<Control> all(const QString& name, QAccessible::Role role = QAccessible::NoRole) const;
     std::vector<Control> everything() const;
     bool shows(const QString& name) const { return !all(name).empty(); }
-    /// Waits for a control with the name and returns the first. The test fails if there is none.
+    /// Waits for a control with the name and returns the first. The test fails if no control appears.
     Control control(const QString& name, QAccessible::Role role = QAccessible::NoRole);
     // Wait until the control appears or disappears. The test fails if it does not.
     void expectShown(const QString& name, QAccessible::Role role = QAccessible::NoRole);
