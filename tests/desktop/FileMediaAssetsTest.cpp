@@ -210,17 +210,6 @@ TEST_F(FileMediaAssetsTest, RefusesTextsOfMoreThanAMegabyte) {
     EXPECT_EQ(console.lines().size(), 1U);
 }
 
-TEST_F(FileMediaAssetsTest, NamesTheFormatAndTheId3Frames) {
-    const auto asset = assets.open(folder.write("a.mp3", id3(3, textFrame(3, "TBPM", 0, "128"))));
-    const auto items = asset->id3Metadata();
-    ASSERT_TRUE(items && items->size() == 1);
-    EXPECT_EQ(items->front().identifier, "id3/TBPM");
-    EXPECT_EQ(items->front().value.value(), "128");
-    EXPECT_EQ(asset->availableFormats().value(), std::vector<std::string>{std::string(id3Format)});
-    const auto other = assets.open(folder.write("b.m4a", mpeg4(mpeg4Text("\251nam", "x"))));
-    EXPECT_EQ(other->availableFormats().value(), std::vector<std::string>{"mp4"});
-}
-
 /// Files that cannot be read are skipped. The files are in the page cache, because they have just been
 /// written.
 TEST(ReadAhead, ReadsTheHeadsOfTheFirstFilesAndRestsWhenTheyAreCached) {

@@ -152,8 +152,12 @@ TEST_F(MpvAudioPlayersTest, ClosesTheFileOnStopAndGoesOnFromThere) {
     EXPECT_NEAR(player->duration(), 2, 0.1);
     player->play();
     EXPECT_TRUE(player->isPlaying());
-    EXPECT_NEAR(player->currentTime(), stopped, 0.25); // tolerance: a few frames
-    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > stopped + 0.3; }));
+    double lowest = stopped;
+    EXPECT_TRUE(turnUntil([&] {
+        lowest = std::min(lowest, player->currentTime());
+        return player->currentTime() > stopped + 0.3;
+    }));
+    EXPECT_GT(lowest, stopped - 0.1) << "it started again";
 }
 
 TEST_F(MpvAudioPlayersTest, OpensFilesWhoseNamesLookLikeSomethingElse) {
@@ -182,10 +186,9 @@ TEST_F(MpvAudioPlayersTest, RefusesWhatIsNoAudioFile) {
     std::filesystem::copy_file(sample("House/Velvet Circuit - Neon Rain.mp3"), folder.path("damaged.mp3"));
     for (const char* name : {"missing.mp3", "folder.mp3", "pipe.mp3", "empty.mp3", "text.mp3", "list.mp3",
                              "hls.mp3", "concat.mp3", "cue.mp3", "damaged.mp3"}) {
-        const auto start = std::chrono::steady_clock::now();
         const auto player = players.open(folder.path(name));
-        EXPECT_TRUE(!player && !player.error().description.empty()) << name;
-        EXPECT_LT(std::chrono::steady_clock::now() - start, 5s) << name;
+        ASSERT_FALSE(player) << name;
+        EXPECT_NE(player.error().description, "The drive does not answer") << name << " is refused at once";
     }
 }
 

@@ -351,7 +351,6 @@ TEST_F(QtDialogsTest, OpensInTheFirstFolderThatExistsUnderTheTitleAsked) {
     folder.makeFolder("Musica e grabaciones");
     folder.write(".config/user-dirs.dirs", "XDG_MUSIC_DIR=\"$HOME/Musica e grabaciones\"\n");
     open({}, [](QDialog* dialog) {
-        EXPECT_EQ(dialog->windowTitle(), "Open");
         const auto* sideBar = dialog->findChild<QAbstractItemView*>("sidebar");
         EXPECT_TRUE(turnUntil([&] { return sideBar->model()->rowCount() >= 3; }));
         EXPECT_GE(sideBar->viewport()->width(), sideBar->sizeHintForColumn(0)) << "names are shown in full";

@@ -117,14 +117,18 @@ class Orvalen:
     def _row(self, label):
         """Returns the row's group, scrolled so that its include box is visible."""
         self._in_row(label, "Include in playlist")
-        return self.screen.wait_for(name=label, within=self.screen.find("list", "Results"))
+        return self._find_row(self.screen.wait_for("list", "Results"), label)
+
+    def _find_row(self, rows, label):
+        """Returns the row, or None if the list has not created it yet."""
+        return next((it for it in rows.children if it.name == label), None)
 
     def _in_row(self, label, name):
         """Returns the row's control with this name, scrolled into view."""
         rows = self.screen.wait_for("list", "Results")
 
-        def control():  # None while the list has not created the row
-            row = next((it for it in rows.children if it.name == label), None)
+        def control():
+            row = self._find_row(rows, label)
             return next((it for it in row.walk() if it.name == name), None) if row else None
         return self.screen.scroll_into(rows, control)
 

@@ -150,8 +150,7 @@ class Screen:
     def press(self, *keys):
         self._xdotool("key", "--clearmodifiers", *keys)
 
-    def paste(self, text):
-        """Pastes any text through the clipboard."""
+    def _paste(self, text):
         # xclip keeps running to serve the clipboard until another program owns it, and may return before it serves.
         def xclip(way, given=None):
             return subprocess.run(["xclip", "-selection", "clipboard", way], input=given, timeout=30,
@@ -166,7 +165,7 @@ class Screen:
         self.click(field)
         wait_until(lambda: "focused" in field.states, f"{field.name!r} to take the keys")
         self.press("ctrl+a")
-        self.paste(text)
+        self._paste(text)
         wait_until(lambda: field.text == text, f"{field.name!r} to hold what was pasted")
 
     def scroll_into(self, area, find, seconds=60):

@@ -41,8 +41,7 @@ TEST_F(ResultsPage, PlaysAFoundTrackWithoutAttachingIt) {
     EXPECT_FALSE(rows()[2].selectedTrack);
     window.key(Qt::Key_Return);
     window.settle();
-    ASSERT_TRUE(rows()[2].selectedTrack);
-    EXPECT_EQ(rows()[2].selectedTrack->path, "/Music/f.mp3");
+    EXPECT_EQ(rows()[2].selectedTrack.value().path, "/Music/f.mp3");
 }
 
 TEST_F(ResultsPage, PlaysPausesAndSeeks) {

@@ -96,17 +96,6 @@ TEST(WantedEditor, BreaksLinesAtEveryLineBreakOfAList) {
     }
 }
 
-TEST(WantedEditor, UndoesAReplacementAsOneEdit) {
-    WindowHarness window;
-    window.click("Wanted list");
-    window.type("ABBA – SOS");
-    window.view.matchInput.set("from a session\nof two lines");
-    window.settle();
-    EXPECT_EQ(shownText(window), "from a session\nof two lines");
-    window.key(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(window.view.matchInput.get(), "ABBA – SOS");
-}
-
 TEST(WantedEditor, SpeaksOfWhatIsSeenAndTakesWhatIsSaid) {
     WindowHarness window;
     paste(window, lines(200));
