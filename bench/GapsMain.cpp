@@ -64,7 +64,7 @@ void makeMusic(const std::string& folder, std::size_t tracks) {
         Track track = made.nextTrack();
         const std::filesystem::path path = folder + track.path;
         std::filesystem::create_directories(path.parent_path());
-        std::ofstream(path) << mp3File(track, 60'000, 24);
+        std::ofstream(path) << mp3File(track, 30'000, 24);
     }
     ::sync();
 }

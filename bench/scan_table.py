@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Measures scans of the same audio files by Orvalen, mpd and beets, and prints a table in Markdown.
 
-Usage: scan_table.py ORVALEN_GAPS [TRACKS...]. Needs the Debian packages mpd and beets; leaves out a program that is
-not installed. Makes the files in the temporary folder (TMPDIR), which should be on a disk: 72 kB per track for up to
-60,000 tracks. Above that, further tracks are hard links. With ORVALEN_DROP_CACHES=1, root also drops cached folders.
+Usage: scan_table.py ORVALEN_GAPS MUSIC [TRACKS...]. Needs the Debian packages mpd and beets, and leaves out a program
+that is not installed. If the folder MUSIC does not exist, makes it with 60,000 files of 42 kB, or fewer if no size needs
+so many. Keeps it. A smaller size uses hard links in the folder that contains MUSIC, which should be on a disk. A larger
+size uses hard links in memory, below /dev/shm. With ORVALEN_DROP_CACHES=1, root also drops cached folders.
 """
 
 import os
@@ -101,22 +102,24 @@ class Table:
 
 
 TIMES = Table("Elapsed time / processor time")
-PHASES = Table("Phase of Orvalen's scan, ms")
+PHASES = Table("Phases of Orvalen's scan, ms")
 
 
 def add_time(row, tracks, elapsed, processor):
     TIMES.add(row, f"{tracks:,} tracks", " / ".join(f"{time:.2f} s" for time in (elapsed, processor)))
 
 
-def make_music(gaps, music, tracks):
-    real = min(tracks, MOST_FILES)
-    subprocess.run([gaps, "make", music / "0", str(real)], check=True)
-    files = [path.relative_to(music / "0") for path in (music / "0").rglob("*.mp3")]
-    for i in range(real, tracks):
-        link = music / str(i // real) / files[i % real]
-        link.parent.mkdir(parents=True, exist_ok=True)
-        os.link(music / "0" / files[i % real], link)
-    os.sync()
+def link_music(source, folder, tracks):
+    """Fills the folder with hard links of the files in `source`, in as many copies of its tree as necessary."""
+    files = [path.relative_to(source) for path in source.rglob("*.mp3")]
+    known = set()
+    for i in range(tracks):
+        copy, file = divmod(i, len(files))
+        link = folder / str(copy) / files[file]
+        if link.parent not in known:
+            link.parent.mkdir(parents=True)
+            known.add(link.parent)
+        os.link(source / files[file], link)
 
 
 def drop(gaps, music):
@@ -144,7 +147,7 @@ def scan(gaps, music, home, tracks, name):
     times = {phase: float(time) for phase, time in (text.rsplit(" ", 1) for text in phases.split(" | "))}
     add_time(f"{name}: Orvalen", tracks, times["total"] / 1e3, times["processor"] / 1e3)
     for phase, time in times.items():
-        PHASES.add(phase, f"{name}, {tracks:,}", f"{time:.0f}")
+        PHASES.add(f"{name}, {tracks:,} tracks", phase, f"{time:.0f}")
     return float(start[1]) / 1e3
 
 
@@ -206,30 +209,50 @@ def programs(gaps, music, tracks):
     return result
 
 
-def measure(gaps, tracks):
-    with tempfile.TemporaryDirectory() as folder:
-        music = pathlib.Path(folder) / "music"
-        make_music(gaps, music, tracks)
-        for program in programs(gaps, music, tracks) if tracks <= MOST_FILES else []:
-            if not drop(gaps, music):
-                break
-            program(UNCACHED)
-        for path in (music / "0").rglob("*.mp3"):
-            path.read_bytes()
-        for program in programs(gaps, music, tracks):
-            program(CACHED)
+def measure_disk(gaps, music, tracks):
+    for program in programs(gaps, music, tracks):
+        if not drop(gaps, music):
+            break
+        program(UNCACHED)
+    measure_cached(gaps, music, tracks)
+
+
+def measure_cached(gaps, music, tracks):
+    for path in music.rglob("*.mp3"):
+        path.read_bytes()
+    for program in programs(gaps, music, tracks):
+        program(CACHED)
+
+
+def measure(gaps, music, tracks):
+    if tracks == MOST_FILES:
+        measure_disk(gaps, music, tracks)
+        return
+    with tempfile.TemporaryDirectory(dir=music.parent if tracks < MOST_FILES else "/dev/shm") as name:
+        folder = pathlib.Path(name)
+        if tracks < MOST_FILES:
+            link_music(music, folder, tracks)
+            os.sync()
+            measure_disk(gaps, folder, tracks)
+        else:
+            subprocess.run([gaps, "make", folder / "0", str(MOST_FILES)], check=True)
+            link_music(folder / "0", folder / "links", tracks - MOST_FILES)
+            measure_cached(gaps, folder, tracks)
 
 
 def main():
-    if len(sys.argv) < 2:
+    if len(sys.argv) < 3:
         sys.exit(__doc__)
     for program in ("mpd", "beet"):
         if not shutil.which(program):
             print(f"{program} is not installed and is left out", file=sys.stderr)
-    gaps = os.path.abspath(sys.argv[1])
+    gaps, music = os.path.abspath(sys.argv[1]), pathlib.Path(sys.argv[2]).resolve()
+    sizes = [int(text) for text in sys.argv[3:]] or [10_000, 60_000, 1_000_000]
+    if not music.exists():
+        subprocess.run([gaps, "make", music, str(min(MOST_FILES, max(sizes)))], check=True)
     try:
-        for tracks in [int(text) for text in sys.argv[2:]] or [10_000, 60_000, 1_000_000]:
-            measure(gaps, tracks)
+        for tracks in sizes:
+            measure(gaps, music, tracks)
     finally:
         TIMES.print()
         PHASES.print()
