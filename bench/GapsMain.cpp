@@ -138,6 +138,7 @@ public:
         start();
         timeline_ = std::make_unique<ScanTimeline>(program_->view, home);
         program_->view.musicFolderURLs.set({{folder}});
+        rest(); // creates the views of the folder list
         for (const char* name : {"first", "again"}) {
             const int before = messages_;
             const std::clock_t processorBefore = std::clock();
