@@ -49,6 +49,8 @@ TEST(ContentAppeared, RestoresTheLibraryBeforeItAsksForANewerVersion) {
     EXPECT_EQ(test.httpSession.requests.size(), 1U);
     EXPECT_FALSE(askedBefore);
     EXPECT_THAT(view.matchedTracks.get(), IsEmpty()) << "no session comes back by itself";
+    test.httpSession.answer(HttpResponse{200, R"({"version":"1.0"})"});
+    EXPECT_THAT(test.console.lines(), Contains("You're up to date.")) << "the build number does not count";
 }
 
 TEST(ContentAppeared, SaysThatNothingIsKeptWithoutAHome) {

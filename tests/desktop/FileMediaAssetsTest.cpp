@@ -51,6 +51,11 @@ std::string fullTag(int version) {
 const std::string song = textFrame(3, "TIT2", 0, "Song") + textFrame(3, "TPE1", 0, "Band");
 const std::string song4 = textFrame(4, "TIT2", 0, "Song") + textFrame(4, "TPE1", 0, "Band");
 const std::string title = textFrame(3, "TIT2", 0, "Song");
+/// Returns a text frame of version 4 with these flags.
+std::string flagged(char flags, std::string_view bytes, int encoding = 1) {
+    return textFrame(4, "TIT2", encoding, bytes).replace(9, 1, 1, flags);
+}
+
 const std::string emptyTitle = textFrame(3, "TIT2", 0, "");
 
 std::vector<Case> mpegCases() {
@@ -60,6 +65,10 @@ std::vector<Case> mpegCases() {
     const std::string longText(300, 'x');
     const std::string longName(200, 'x');
     const std::string old = id3v1("Old", "Older");
+    const std::string spread = unsynchronised("\xFF\xFE\xFF\0"s);
+    const std::string mpeg2Frame = "\xFF\xF3\x80\0"s + std::string(204, '\0');
+    const std::string mpeg25Frame = "\xFF\xE3\x80\0"s + std::string(413, '\0');
+    const std::string paddedFrame = "\xFF\xE3\x82\0"s + std::string(414, '\0');
     return {
         {"version 2.2", fullTag(2) + audio + old, "Song", "Band", 128},
         {"version 2.3", fullTag(3) + audio + old, "Song", "Band", 128},
@@ -77,6 +86,12 @@ std::vector<Case> mpegCases() {
          id3(3, textFrame(3, "TT2\0"s, 0, "Song") + textFrame(3, "TBP\0"s, 0, "99")), "Song", "Unknown", 99},
         {"unsynchronised", id3(3, unsynchronised(textFrame(3, "TIT2", 1, "\xFF\xFE\xFF\0"s) + song), 0x80),
          "ÿ", "Band"},
+        {"unsynchronised, version 2.4", id3(4, textFrame(4, "TIT2", 1, spread), 0x80), "ÿ", "Unknown"},
+        {"one unsynchronised frame of 2.4", id3(4, flagged('\2', spread)), "ÿ", "Unknown"},
+        {"a frame of 2.4 with its length in front",
+         id3(4, frame(4, "TIT2", synchSafe(5) + "\0Song"s).replace(9, 1, 1, '\1')), "Song", "Unknown"},
+        {"an encrypted frame", id3(4, flagged('\4', "zzzz", 0) + song4), "File", "Band"},
+        {"a second title", id3(3, song + textFrame(3, "TIT2", 0, "Second")), "Song", "Band"},
         {"an extended header of 2.3", id3(3, extended3 + song, 0x40), "Song", "Band"},
         {"an extended header of 2.4", id3(4, extended4 + song4, 0x40), "Song", "Band"},
         {"a tag that claims 256 MB", id3Header(3, (1 << 28) - 1) + song + audio, "Song", "Band"},
@@ -99,11 +114,15 @@ std::vector<Case> mpegCases() {
         {"compressed and damaged",
          id3(3, "TIT2" + bigEndian(8, 4) + "\0\x80"s + "\0\0\0\4oops"s + song) + audio, "File", "Band"},
         {"a frame name of rubbish", id3(3, title + frame(3, "t!1 ", "zz") + song), "Song", "Unknown"},
-        {"junk before the tag", std::string(3000, '\0') + id3(3, song) + audio, "Song", "Band"},
+        {"junk before the tag", std::string(7995, '\0') + id3(3, song) + audio, "Song", "Band"},
         {"junk before the audio", std::string(3000, '\0') + audio, "File", "Unknown"},
         {"ID3v1 for what ID3v2 leaves out", id3(3, title) + audio + old, "Song", "Older"},
         {"ID3v1 does not fill an empty title", id3(3, emptyTitle) + audio + id3v1("Old", "Caf\xE9"), "",
          "Café"},
+        {"MPEG 2 without a tag", mpeg2Frame + mpeg2Frame + mpeg2Frame + mpeg2Frame, "File", "Unknown"},
+        {"MPEG 2.5 with padding", paddedFrame + mpeg25Frame + paddedFrame + paddedFrame, "File", "Unknown"},
+        {"one frame of audio", mpeg25Frame, "File", "Unknown"},
+        {"APE with several values", audio + ape("Song", "One\0Two"s), "Song", "One Two"},
         {"an empty ID3v1", audio + id3v1("", ""), "File", "Unknown"},
         {"APE before ID3v1", audio + ape("A longer sóng", "Bånd") + id3v1("A longer", "Band"),
          "A longer sóng", "Bånd"},
@@ -115,7 +134,13 @@ std::vector<Case> mpegCases() {
 std::vector<Case> otherCases() {
     const std::string nested = nestedBoxes("moov", 130'000);
     const std::string cover = box("covr", box("data", bigEndian(13, 4) + std::string(5000, 'p')));
+    const std::string texts = mpeg4Text("\251nam", "Song") + mpeg4Text("\251ART", "Band");
+    const std::string longBox = bigEndian(1, 4) + "free" + bigEndian(36, 8) + std::string(20, '\0');
     return {
+        {"AIFC", aiff(aiffChunk("ID3 ", fullTag(3))).replace(8, 4, "AIFC"), "Song", "Band", 128},
+        {"MPEG-4 that begins with its tags", mpeg4(texts).substr(16), "Song", "Band"},
+        {"MPEG-4 with a length of 64 bits", mpeg4(texts).insert(16, longBox), "Song", "Band"},
+        {"MPEG-4 with a box up to the end", mpeg4(texts).replace(16, 4, 4, '\0'), "Song", "Band"},
         {"WAV with an INFO list",
          wav(riffChunk("LIST", "INFO" + riffChunk("INAM", "Song\0x"s) + riffChunk("IART", "Caf\xE9"))),
          "Song", "Café"},

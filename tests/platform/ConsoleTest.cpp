@@ -131,6 +131,15 @@ TEST(StandardConsole, LinesOfSeveralThreadsNeverMix) {
         EXPECT_EQ(count, lines) << line.substr(0, 10);
 }
 
+TEST(StandardConsole, WritesTheRestOfALineOfWhichANonBlockingPipeTookAPart) {
+    Pipe pipe;
+    ::fcntl(pipe.writer(), F_SETFL, O_NONBLOCK);
+    StandardConsole console(pipe.writer());
+    const std::string line(200'000, 'x');
+    console.line(line);
+    EXPECT_EQ(pipe.readUntil("\n"), line + '\n');
+}
+
 TEST(StandardConsole, LeavesOutTheNewestLinesWhileNobodyReads) {
     constexpr int lines = 2000;
     Pipe pipe;
