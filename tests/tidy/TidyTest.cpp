@@ -123,7 +123,7 @@ TEST(TidyRules, RemoveOneFlawAndNothingElse) {
                   "ABBA \u2013 Waterloo"},
              Case{withoutQuotationMarks, "'Til Tuesday - Voices Carry", nullptr},
              Case{withoutQuotationMarks, "Queen - 'Heroes' and 'Fools'", nullptr},
-             Case{withoutQuotationMarks, "Bowie - \"Heroes\" - Live", nullptr},
+             Case{withoutQuotationMarks, "\"Heroes\" - Bowie - Live", nullptr},
              Case{withoutQuotationMarks, "New Order - Blue Monday 12\"", nullptr},
              Case{withoutQuotationMarks, "\"Weird Al\" Yankovic - Eat It", nullptr},
 
