@@ -78,18 +78,4 @@ TEST(IncludeArrows, KeepToolkitsOutOfTheLogic) {
             << file << " includes " << header;
 }
 
-TEST(SourceFiles, HaveAHeaderOfTheirNameOrCompleteOne) {
-    const fs::path root = fs::path(ORVALEN_SOURCE_DIR) / "src";
-    for (const auto& entry : fs::recursive_directory_iterator(root)) {
-        const fs::path file = entry.path();
-        if (file.extension() != ".cpp" || file == root / "main.cpp")
-            continue;
-        std::string name = file.stem().string();
-        const auto hasHeader = [&] { return fs::exists(file.parent_path() / (name + ".h")); };
-        while (name.size() > 4 && !hasHeader()) // FileTagsMpeg.cpp belongs to FileTags.h
-            name.pop_back();
-        EXPECT_TRUE(hasHeader()) << file << ": no header has this name or the beginning of it";
-    }
-}
-
 } // namespace

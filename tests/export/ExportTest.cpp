@@ -7,7 +7,6 @@
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 
-#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -185,16 +184,6 @@ TEST(PlaylistFile, HoldsThePathsOfTheIncludedRows) {
     };
     for (const Case& c : cases)
         EXPECT_EQ(playlistFileText(c.rows), c.bytes) << c.quirk;
-}
-
-/// A kill or a full disk during the write must not lose the old playlist.
-TEST(PlaylistFile, TakesTheOldOnesPlaceInOneStep) {
-    const TemporaryFolder folder;
-    const Location file{folder.write("плейлист 🎧.m3u", "/a longer old playlist.mp3")};
-    std::filesystem::create_hard_link(file.path, folder.path("as it was"));
-    ASSERT_TRUE(writePlaylistFile("/new.mp3", file));
-    EXPECT_EQ(folder.read("плейлист 🎧.m3u"), "/new.mp3");
-    EXPECT_EQ(folder.read("as it was"), "/a longer old playlist.mp3");
 }
 
 } // namespace

@@ -6,12 +6,9 @@ using fuzz::require;
 
 namespace {
 
-int sign(int order) {
-    return (order > 0) - (order < 0);
-}
-
 int order(std::string_view left, std::string_view right) {
-    return sign(compareNumerically(left, right));
+    const int order = compareNumerically(left, right);
+    return (order > 0) - (order < 0);
 }
 
 } // namespace

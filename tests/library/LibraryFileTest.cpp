@@ -292,17 +292,6 @@ TEST_F(EarlierChoices, EndWithANewChoiceOrWithTheLibrary) {
     EXPECT_FALSE(hasFile());
 }
 
-TEST_F(EarlierChoices, AreBounded) {
-    PreferredMatches many;
-    for (std::size_t i = 0; i < mostEarlierChoices; ++i)
-        many.emplace("old " + std::to_string(i), "/o");
-    test.view.earlierChoices.set(many);
-    test.database().savePreferredMatch("new", "/n");
-    keepChoicesReplacedBy(test.view, {});
-    EXPECT_EQ(test.view.earlierChoices.get().size(), mostEarlierChoices);
-    EXPECT_TRUE(test.view.earlierChoices.get().contains("new"));
-}
-
 TEST_F(EarlierChoices, WhatCannotBeReadIsSilentlyNone) {
     for (const char* bytes : {"", "[]", R"({"preferred":{"a":"/1"}})"}) {
         test.support().write("Orvalen/earlier_choices.json", bytes);

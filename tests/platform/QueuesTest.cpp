@@ -2,11 +2,12 @@
 
 #include "platform/system/DetachedQueue.h"
 
+#include <algorithm>
 #include <atomic>
 #include <future>
 #include <gtest/gtest.h>
 #include <memory>
-#include <numeric>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,22 +18,19 @@ using namespace std::chrono_literals;
 
 TEST(ThreadWorkerQueue, RunsJobsOneAfterAnotherInOrderOnOneOtherThread) {
     std::vector<int> order;
-    std::vector<std::thread::id> threads;
+    std::set<std::thread::id> threads{std::this_thread::get_id()};
     std::promise<void> done;
     ThreadWorkerQueue queue;
     for (int i = 0; i < 500; ++i)
         queue.post([&, i] {
             order.push_back(i);
-            threads.push_back(std::this_thread::get_id());
+            threads.insert(std::this_thread::get_id());
         });
     queue.post([&] { done.set_value(); });
     done.get_future().wait();
-
-    std::vector<int> expected(500);
-    std::iota(expected.begin(), expected.end(), 0);
-    EXPECT_EQ(order, expected);
-    EXPECT_NE(threads.front(), std::this_thread::get_id());
-    EXPECT_TRUE(std::equal(threads.begin() + 1, threads.end(), threads.begin()));
+    EXPECT_EQ(order.size(), 500U);
+    EXPECT_TRUE(std::ranges::is_sorted(order));
+    EXPECT_EQ(threads.size(), 2U);
 }
 
 TEST(ThreadWorkerQueue, DestructionFinishesTheRunningJobAndDropsTheOthers) {

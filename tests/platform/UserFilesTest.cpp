@@ -2,6 +2,7 @@
 
 #include "platform/system/InstanceLock.h"
 #include "platform/system/XdgUserFolders.h"
+#include "support/Builders.h"
 #include "support/TemporaryFolder.h"
 
 #include <chrono>
@@ -43,13 +44,6 @@ TEST(PosixFolderAccess, StartsOnWhatIsThereAndCanBeRead) {
         EXPECT_EQ(access.start({path}), starts) << path;
 }
 
-std::vector<std::string> paths(const std::vector<Location>& locations) {
-    std::vector<std::string> result;
-    for (const Location& location : locations)
-        result.push_back(location.path);
-    return result;
-}
-
 TEST(PosixFolderAccess, GrantsADriveThatDoesNotAnswerAndWaitsForItOnlyOnce) {
     std::promise<void> awake;
     std::shared_future<void> isAwake = awake.get_future().share();
@@ -64,10 +58,10 @@ TEST(PosixFolderAccess, GrantsADriveThatDoesNotAnswerAndWaitsForItOnlyOnce) {
     const std::vector<std::string> expected{"/there",    "/asleep/0", "/asleep/1",
                                             "/asleep/2", "/asleep/3", "/asleep/4"};
     const auto start = Clock::now();
-    EXPECT_EQ(paths(access.startAll(locations)), expected);
+    EXPECT_EQ(pathsOf(access.startAll(locations)), expected);
     EXPECT_LT(Clock::now() - start, 4s) << "one second for all";
     const auto again = Clock::now();
-    EXPECT_EQ(paths(access.startAll(locations)), expected);
+    EXPECT_EQ(pathsOf(access.startAll(locations)), expected);
     EXPECT_TRUE(access.start({"/asleep/0"}));
     EXPECT_FALSE(access.start({"/gone"}));
     EXPECT_LT(Clock::now() - again, 900ms) << "waited once more";
@@ -120,14 +114,9 @@ TEST(PosixFolderAccess, BookmarksBringAbsolutePathsBackAndNothingElse) {
         EXPECT_FALSE(access.resolveBookmark(bookmark).has_value()) << bookmark;
 }
 
-std::optional<std::string> variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
-}
-
-void setVariable(const char* name, const std::optional<std::string>& value) {
-    if (value)
-        ::setenv(name, value->c_str(), 1);
+void setVariable(const char* name, const char* value) {
+    if (value != nullptr)
+        ::setenv(name, value, 1);
     else
         ::unsetenv(name);
 }
@@ -135,31 +124,26 @@ void setVariable(const char* name, const std::optional<std::string>& value) {
 TEST(XdgUserFolders, PrefersTheDataFolderThenTheHomeThenTheUserList) {
     const passwd* user = ::getpwuid(::getuid());
     ASSERT_NE(user, nullptr);
-    const std::string listed = std::string(user->pw_dir) + "/.local/share";
     struct Case {
-        std::optional<std::string> dataHome;
-        std::optional<std::string> home;
+        const char* dataHome;
+        const char* home;
         std::string expected;
     };
     const Case cases[] = {
         {"/data/dj", "/home/dj", "/data/dj"},
         {"/data/dj//", "/home/dj", "/data/dj"},
-        {{}, "/home/dj", "/home/dj/.local/share"},
-        {{}, "/home/dj/", "/home/dj/.local/share"},
+        {nullptr, "/home/dj/", "/home/dj/.local/share"},
         {"", "/home/dj", "/home/dj/.local/share"},
         {"data/dj", "/home/dj", "/home/dj/.local/share"}, // relative paths are ignored
-        {{}, "dj", listed},
+        {nullptr, "dj", std::string(user->pw_dir) + "/.local/share"},
     };
-    const auto dataHomeBefore = variable("XDG_DATA_HOME");
-    const auto homeBefore = variable("HOME");
     for (const auto& [dataHome, home, expected] : cases) {
         setVariable("XDG_DATA_HOME", dataHome);
         setVariable("HOME", home);
-        EXPECT_EQ(XdgUserFolders().applicationSupport(), expected)
-            << dataHome.value_or("none") << ", " << home.value_or("none");
+        EXPECT_EQ(XdgUserFolders().applicationSupport(), expected) << home;
     }
-    setVariable("XDG_DATA_HOME", dataHomeBefore);
-    setVariable("HOME", homeBefore);
+    setVariable("XDG_DATA_HOME", nullptr);
+    setVariable("HOME", user->pw_dir);
 }
 
 TEST(InstanceLock, IsFreeAgainWhenItsOwnerIsKilled) {
