@@ -2,6 +2,7 @@
 
 #include "core/Files.h"
 #include "desktop/EventLoop.h"
+#include "desktop/TagBytes.h"
 #include "platform/desktop/MpvCore.h"
 #include "platform/desktop/PlayerSound.h"
 #include "support/Folders.h"
@@ -30,6 +31,11 @@ protected:
         auto player = players.open(path);
         EXPECT_TRUE(player) << path << ": " << player.error().description;
         return player ? std::move(*player) : nullptr;
+    }
+
+    /// Returns a file of 30 s, so that no delay of the test lasts as long as the file.
+    std::string longFile() const {
+        return folder.write("long.wav", wav(riffChunk("data", std::string(30 * 8000, '\x80'))));
     }
 
     MpvAudioPlayers players;
@@ -61,7 +67,7 @@ TEST_F(MpvAudioPlayersTest, PlaysEveryKindOfFile) {
 }
 
 TEST_F(MpvAudioPlayersTest, MovesWithTheClockAndWaitsWhilePausedAndJumpsAtOnce) {
-    const auto player = open(sample("House/Night Band - Last Train Home.mp3"));
+    const auto player = open(longFile());
     player->play();
     ASSERT_TRUE(turnUntil([&] { return player->currentTime() > 0; }));
     std::set<double> times;
@@ -72,19 +78,13 @@ TEST_F(MpvAudioPlayersTest, MovesWithTheClockAndWaitsWhilePausedAndJumpsAtOnce) 
     EXPECT_GT(times.size(), 10U) << "the player itself answers only five times a second";
     player->pause();
     EXPECT_FALSE(player->isPlaying());
-    const double paused = player->currentTime();
-    turnFor(2300ms); // longer than the file: a player that went on would be at the end
-    EXPECT_EQ(player->currentTime(), paused);
+    player->setCurrentTime(29);
+    EXPECT_DOUBLE_EQ(player->currentTime(), 29);
+    turnFor(1500ms); // a player that went on would reach the end
+    EXPECT_NEAR(player->currentTime(), 29, 0.05);
     player->play();
-    EXPECT_GE(player->currentTime(), paused) << "it started again";
-    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > paused + 0.1; }));
-    player->pause();
-    player->setCurrentTime(1.25);
-    EXPECT_DOUBLE_EQ(player->currentTime(), 1.25);
-    turnFor(150ms);
-    EXPECT_NEAR(player->currentTime(), 1.25, 0.05);
-    player->play();
-    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 1.4; }));
+    EXPECT_GT(player->currentTime(), 28.9) << "it started again";
+    EXPECT_TRUE(turnUntil([&] { return !player->isPlaying(); }));
 }
 
 TEST_F(MpvAudioPlayersTest, EndsByItselfAndBeginsAgain) {
@@ -99,8 +99,8 @@ TEST_F(MpvAudioPlayersTest, EndsByItselfAndBeginsAgain) {
     ASSERT_TRUE(turnUntil([&] { return !player->isPlaying(); }));
     player->stop();
     player->play();
-    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.3; })) << "after its end and a stop";
-    EXPECT_TRUE(player->isPlaying());
+    EXPECT_TRUE(player->isPlaying()) << "after its end and a stop";
+    EXPECT_TRUE(turnUntil([&] { return player->currentTime() > 0.3; }));
 }
 
 TEST_F(MpvAudioPlayersTest, PlaysFromThereAfterAJumpInAPause) {
@@ -116,7 +116,6 @@ TEST_F(MpvAudioPlayersTest, PlaysFromThereAfterAJumpInAPause) {
         turnFor(row.pause);
         const auto start = std::chrono::steady_clock::now();
         player->play();
-        EXPECT_TRUE(player->isPlaying()) << row.left;
         EXPECT_LT(player->currentTime(), expected + 0.4) << row.left;
         double lowest = place;
         EXPECT_TRUE(turnUntil(
@@ -132,7 +131,7 @@ TEST_F(MpvAudioPlayersTest, PlaysFromThereAfterAJumpInAPause) {
 }
 
 TEST_F(MpvAudioPlayersTest, ClosesTheFileOnStopAndGoesOnFromThere) {
-    const auto path = std::filesystem::canonical(sample("House/Night Band - Last Train Home.mp3"));
+    const std::filesystem::path path = longFile();
     const auto isFileOpen = [&] {
         std::error_code error; // a descriptor may be closed meanwhile
         for (const auto& descriptor : std::filesystem::directory_iterator("/proc/self/fd"))
@@ -140,16 +139,16 @@ TEST_F(MpvAudioPlayersTest, ClosesTheFileOnStopAndGoesOnFromThere) {
                 return true;
         return false;
     };
-    const auto player = open(path);
+    const auto player = open(path.string());
     player->play();
-    ASSERT_TRUE(turnUntil([&] { return player->currentTime() > 0.3; }));
+    ASSERT_TRUE(turnUntil([&] { return player->currentTime() > 1; }));
     EXPECT_TRUE(isFileOpen());
     player->stop();
     EXPECT_TRUE(turnUntil([&] { return !isFileOpen(); })) << "its drive could not be removed";
     EXPECT_FALSE(player->isPlaying());
     const double stopped = player->currentTime();
-    EXPECT_GT(stopped, 0.25);
-    EXPECT_NEAR(player->duration(), 2, 0.1);
+    EXPECT_GT(stopped, 0.5); // positions between two answers of the player are estimated
+    EXPECT_NEAR(player->duration(), 30, 0.1);
     player->play();
     EXPECT_TRUE(player->isPlaying());
     double lowest = stopped;
@@ -157,7 +156,7 @@ TEST_F(MpvAudioPlayersTest, ClosesTheFileOnStopAndGoesOnFromThere) {
         lowest = std::min(lowest, player->currentTime());
         return player->currentTime() > stopped + 0.3;
     }));
-    EXPECT_GT(lowest, stopped - 0.1) << "it started again";
+    EXPECT_GT(lowest, stopped - 0.3) << "it started again";
 }
 
 TEST_F(MpvAudioPlayersTest, OpensFilesWhoseNamesLookLikeSomethingElse) {
