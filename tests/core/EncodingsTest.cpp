@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <set>
 #include <thread>
 #include <vector>

@@ -98,18 +98,5 @@ TEST(DatabaseFaults, LeaveOldRowsOrNewOnesAndTheNextAttemptWorks) {
         }
 }
 
-TEST(DatabaseFaults, WithoutWritePermissionItIsStillRead) {
-    DatabaseFile file;
-    file.openAndAct(uses[2], {0, "open", EACCES});
-    EXPECT_EQ(file.database->preferredPath("a"), "/old");
-    uses[0].act(*file.database);
-    uses[1].act(*file.database);
-    EXPECT_THAT(
-        file.console.lines(),
-        testing::ElementsAre("Error saving preferred match: attempt to write a readonly database",
-                             "Error clearing preferred matches: attempt to write a readonly database"));
-    EXPECT_EQ(file.rowsOnDisk(), oldRows);
-}
-
 } // namespace
 } // namespace orvalen::test

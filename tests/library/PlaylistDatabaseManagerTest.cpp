@@ -6,7 +6,6 @@
 #include "support/OtherProgram.h"
 #include "support/TestPlatform.h"
 
-#include <atomic>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <thread>
@@ -132,16 +131,13 @@ TEST_F(Database, AnotherThreadNeverSeesATableHalfReplaced) {
     for (int i = 0; i < 50; ++i)
         matches.emplace(std::to_string(i), "/p");
     database.replacePreferredMatches(matches);
-    std::atomic<bool> done = false;
-    std::jthread worker([&] {
-        while (!done) {
-            EXPECT_EQ(database.preferredPath("49"), "/p");
+    std::jthread worker([&](const std::stop_token& stop) {
+        while (!stop.stop_requested())
             EXPECT_EQ(database.allPreferredMatches().size(), 50U);
-        }
     });
     for (int i = 0; i < 20; ++i)
         database.replacePreferredMatches(matches);
-    done = true;
+    worker.request_stop();
     worker.join();
     EXPECT_THAT(console.lines(), IsEmpty());
 }

@@ -6,7 +6,6 @@
 #include "support/TestPlatform.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace orvalen::test {
 namespace {

@@ -7,7 +7,6 @@
 #include <chrono>
 #include <fcntl.h>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <map>
 #include <sstream>
 #include <sys/ioctl.h>

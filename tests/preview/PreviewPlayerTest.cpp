@@ -4,7 +4,6 @@
 #include "support/TestPlatform.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <limits>
 
 namespace orvalen::test {
