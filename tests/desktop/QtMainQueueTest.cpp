@@ -95,6 +95,7 @@ TEST(QtMainQueue, LetsAHandleGoInsideItsOwnCall) {
         turnFor(5ms);
         calls += text == std::string(100, 'x');
     });
+    EXPECT_TRUE(turnUntil([&] { return calls > 0; }));
     turnFor(30ms);
     EXPECT_EQ(calls, 1);
 }

@@ -42,7 +42,7 @@ TEST(ThreadWorkerQueue, DestructionFinishesTheRunningJobAndDropsTheOthers) {
         ThreadWorkerQueue queue;
         queue.post([&] {
             started.set_value();
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            std::this_thread::sleep_for(300ms); // longer than a busy system delays the destructor
             finished = true;
         });
         for (int i = 0; i < 10; ++i)
