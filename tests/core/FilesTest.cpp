@@ -14,13 +14,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string errorOf(const Expected<void>& result) {
+template <typename Value>
+std::string errorOf(const Expected<Value>& result) {
     return result ? "" : result.error().description;
-}
-
-std::string readError(const std::string& path) {
-    const auto bytes = readWholeFile(path);
-    return bytes ? "" : bytes.error().description;
 }
 
 std::size_t entries(const TemporaryFolder& folder) {
@@ -42,10 +38,10 @@ TEST_F(Files, AreReadWholeOrSayWhyNot) {
     const auto maps = readWholeFile("/proc/self/maps"); // reports a size of 0 and is returned in parts
     ASSERT_TRUE(maps && maps->size() > 4096);
     EXPECT_EQ(maps->back(), '\n');
-    EXPECT_EQ(readError(folder.path("gone")), "No such file or directory");
-    EXPECT_EQ(readError(folder.path()), "Is a directory");
+    EXPECT_EQ(errorOf(readWholeFile(folder.path("gone"))), "No such file or directory");
+    EXPECT_EQ(errorOf(readWholeFile(folder.path())), "Is a directory");
     fs::resize_file(folder.write("endless"), std::uintmax_t{5} << 30);
-    EXPECT_EQ(readError(folder.path("endless")), "File too large");
+    EXPECT_EQ(errorOf(readWholeFile(folder.path("endless"))), "File too large");
 }
 
 TEST_F(Files, DoNotWaitForWhatIsNoFile) {
@@ -54,7 +50,7 @@ TEST_F(Files, DoNotWaitForWhatIsNoFile) {
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     ASSERT_EQ(::mknod(socket.c_str(), S_IFSOCK | 0600, 0), 0);
     for (const std::string& path : {pipe, socket, std::string("/dev/zero")})
-        EXPECT_EQ(readError(path), "Not a regular file") << path;
+        EXPECT_EQ(errorOf(readWholeFile(path)), "Not a regular file") << path;
     const auto expectRefused = [&] {
         for (const std::string& path : {pipe, socket}) {
             EXPECT_EQ(errorOf(writeWholeFile(path, "x")), "Not a regular file") << path;

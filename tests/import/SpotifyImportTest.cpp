@@ -143,13 +143,12 @@ TEST_F(SpotifyImport, TellsWhyThereIsNoToken) {
 
 TEST_F(SpotifyImport, FailsAsAWholeOnAnAnswerOfAnotherShape) {
     const std::string good = entry(R"([{"name":"A"}])", "T");
-    const HttpResponse tokens[] = {
-        {200, "<html></html>"},
-        {200, R"({"token_type":"Bearer","expires_in":3600})"},
-        {200, R"({"access_token":"granted","expires_in":3600})"},
-        {200, R"({"access_token":"granted","token_type":"Bearer"})"},
-        {200, R"({"access_token":"granted","token_type":"Bearer","expires_in":0.5})"},
-    };
+    std::vector<std::vector<Expected<HttpResponse>>> allAnswers;
+    for (const char* token : {"<html></html>", R"({"token_type":"Bearer","expires_in":3600})",
+                              R"({"access_token":"granted","expires_in":3600})",
+                              R"({"access_token":"granted","token_type":"Bearer"})",
+                              R"({"access_token":"granted","token_type":"Bearer","expires_in":0.5})"})
+        allAnswers.push_back({HttpResponse{200, token}});
     const Expected<HttpResponse> playlists[] = {
         failure("connection closed"),
         HttpResponse{404, R"({"error":{"status":404,"message":"Not found."}})"},
@@ -163,7 +162,10 @@ TEST_F(SpotifyImport, FailsAsAWholeOnAnAnswerOfAnotherShape) {
         playlist(good + "," + entry("[{}]", "T")),
         playlist(good + "," + entry(R"([{"name":"A"}])", "\xC3")),
     };
-    const auto expectFailure = [&](const std::vector<Expected<HttpResponse>>& answers) {
+    for (const auto& answer : playlists)
+        allAnswers.push_back({goodToken, answer});
+    for (const auto& answers : allAnswers) {
+        SCOPED_TRACE(answers.back() ? answers.back()->body : "no answer");
         test.console.clear();
         start("ID");
         for (const auto& answer : answers)
@@ -171,14 +173,6 @@ TEST_F(SpotifyImport, FailsAsAWholeOnAnAnswerOfAnotherShape) {
         EXPECT_THAT(test.console.lines(), ElementsAre(StartsWith("Spotify import error: ")));
         EXPECT_THAT(test.console.lines(), Not(Contains(HasSubstr("granted"))));
         expectUntouched();
-    };
-    for (const HttpResponse& token : tokens) {
-        SCOPED_TRACE(token.body);
-        expectFailure({token});
-    }
-    for (const auto& answer : playlists) {
-        SCOPED_TRACE(answer ? answer->body : "no answer");
-        expectFailure({goodToken, answer});
     }
 }
 

@@ -24,26 +24,24 @@ MatchedTrack withSelection(MatchedTrack row, std::optional<Track> selected) {
 TEST(MatchReviewTexts, HeaderTellsTheTempoThatIsKnown) {
     const Track slow = track("A", "T", 90);
     const Track fast = track("A", "T", 140);
+    const Track still = track("A", "T", 0);
     const Track unknown = track("A", "T");
-    struct Case {
+    const struct {
         const char* quirk;
-        MatchedTrack row;
+        std::vector<Track> options;
+        std::optional<Track> selected;
         const char* header;
+    } cases[] = {
+        {"the selected track's", {slow, fast}, fast, "A – T (140 BPM)"},
+        {"no selection: the first option's", {slow, fast}, {}, "A – T (90 BPM)"},
+        {"selection without: the first option that has one", {unknown, fast}, unknown, "A – T (140 BPM)"},
+        {"a selected file that is no option", {slow}, track("B", "U", 70), "A – T (70 BPM)"},
+        {"0 is a tempo", {still, fast}, still, "A – T (0 BPM)"},
+        {"none anywhere", {unknown}, unknown, "A – T"},
     };
-    const Case cases[] = {
-        {"the selected track's", withSelection(row("A", "T", {slow, fast}), fast), "A – T (140 BPM)"},
-        {"no selection: the first option's", withSelection(row("A", "T", {slow, fast}), {}),
-         "A – T (90 BPM)"},
-        {"selection without: the first option that has one", row("A", "T", {unknown, fast, slow}),
-         "A – T (140 BPM)"},
-        {"a selected file that is no option", withSelection(row("A", "T", {slow}), track("B", "U", 70)),
-         "A – T (70 BPM)"},
-        {"0 is a tempo", row("A", "T", {track("A", "T", 0), fast}), "A – T (0 BPM)"},
-        {"none anywhere", row("A", "T", {unknown}), "A – T"},
-        {"empty texts", row("", ""), " – "},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(rowHeader(c.row), c.header) << c.quirk;
+    for (const auto& c : cases)
+        EXPECT_EQ(rowHeader(withSelection(row("A", "T", c.options), c.selected)), c.header) << c.quirk;
+    EXPECT_EQ(rowHeader(row("", "")), " – ");
 }
 
 TEST(MatchReviewTexts, TellsTracksAndCounts) {
@@ -79,29 +77,31 @@ TEST(MatchReviewStates, PickerShowsTheEntryOfTheSelectedFile) {
     const Track one = track("A", "T", {}, "/1.mp3");
     const Track two = track("A", "T", {}, "/2.mp3");
     const Track accented = track("A", "T", {}, composedPath);
-    struct Case {
+    const Track apart = track("A", "T", {}, decomposedPath);
+    const struct {
         const char* quirk;
-        MatchedTrack row;
+        std::vector<Track> options;
+        std::optional<Track> selected;
         bool shown;
         int entry;
+    } cases[] = {
+        {"no candidates", {}, {}, false, -1},
+        {"one candidate", {one}, one, false, 0},
+        {"two candidates", {one, two}, two, true, 1},
+        {"one file twice: the first entry", {one, one}, one, true, 0},
+        {"nothing selected", {one, two}, {}, true, -1},
+        {"a file that is no candidate", {one, two}, accented, true, -1},
+        {"the other form of an accent", {one, accented}, apart, true, 1},
+        {"the other of two files whose names differ only in an accent's form",
+         {accented, apart},
+         apart,
+         true,
+         1},
     };
-    const Case cases[] = {
-        {"no candidates", row("A", "T"), false, -1},
-        {"one candidate", row("A", "T", {one}), false, 0},
-        {"two candidates", withSelection(row("A", "T", {one, two}), two), true, 1},
-        {"one file twice: the first entry", row("A", "T", {one, one}), true, 0},
-        {"nothing selected", withSelection(row("A", "T", {one, two}), {}), true, -1},
-        {"a file that is no candidate", withSelection(row("A", "T", {one, two}), accented), true, -1},
-        {"the other form of an accent",
-         withSelection(row("A", "T", {one, accented}), track("A", "T", {}, decomposedPath)), true, 1},
-        {"the other of two files whose names differ only in how the accent is encoded",
-         withSelection(row("A", "T", {accented, track("A", "T", {}, decomposedPath)}),
-                       track("A", "T", {}, decomposedPath)),
-         true, 1},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(showsPicker(c.row), c.shown) << c.quirk;
-        EXPECT_EQ(pickedOption(c.row), c.entry) << c.quirk;
+    for (const auto& c : cases) {
+        const MatchedTrack shown = withSelection(row("A", "T", c.options), c.selected);
+        EXPECT_EQ(showsPicker(shown), c.shown) << c.quirk;
+        EXPECT_EQ(pickedOption(shown), c.entry) << c.quirk;
     }
 }
 
