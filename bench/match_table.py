@@ -45,6 +45,9 @@ def main():
     for run in runs.values():
         if run.get("error_occurred"):
             sys.exit(f"{run['name']}: {run['error_message']}")
+    for tracks in SIZES:
+        if runs[f"search/tracks:{tracks}"]["found_per_line"] != runs[f"match_plain/tracks:{tracks}"]["found_per_line"]:
+            sys.exit(f"Orvalen and the plain loop do not find the same among {tracks} tracks")
     print("|", " | ".join(["What"] + [f"{tracks:,} tracks" for tracks in SIZES]), "|")
     print("|---" * (len(SIZES) + 1) + "|")
     for description, name, milliseconds in ROWS:
