@@ -57,6 +57,8 @@ constexpr Option options[] = {
     {"idle", "yes"},
     {"keep-open", "yes"},
     {"pause", "yes"},
+    // Without SDL, whose sound output has one state for all players: two that start at once would crash.
+    {"ao", "pipewire,pulse,alsa,jack"},
     {"audio-fallback-to-null", "yes"},
     {"ao-null-untimed", "no"},
     {"audio-client-name", "Orvalen"},
