@@ -35,6 +35,7 @@ TEST(LibraryIndex, FilesUnderTheNormalisedKeyInOrder) {
     EXPECT_THAT(pathsUnder(index, "intro"), ElementsAre("/5", "/6"));
     EXPECT_THAT(pathsUnder(index, "nobody"), IsEmpty());
     EXPECT_EQ(index.key(1), "night band last train home");
+    EXPECT_EQ(index.keyHalves(5).title, "intro");
 }
 
 TEST(LibraryIndex, KeepsEveryFieldAsItWas) {
