@@ -247,7 +247,7 @@ def main():
         if not shutil.which(program):
             print(f"{program} is not installed and is left out", file=sys.stderr)
     gaps, music = os.path.abspath(sys.argv[1]), pathlib.Path(sys.argv[2]).resolve()
-    sizes = [int(text) for text in sys.argv[3:]] or [10_000, 60_000, 1_000_000]
+    sizes = [int(text) for text in sys.argv[3:]] or [1_000, 10_000, 60_000, 1_000_000]
     if not music.exists():
         subprocess.run([gaps, "make", music, str(min(MOST_FILES, max(sizes)))], check=True)
     try:
