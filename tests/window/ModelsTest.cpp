@@ -57,6 +57,7 @@ TEST_F(MatchedTracksModelTest, TellsExactlyTheRowsThatChanged) {
     EXPECT_EQ(after([&] { setIncludeForAll(view, true); }), (Rows{0, 1, 3, 4, 5}));
     EXPECT_EQ(after([&] { view.matchedTracks.update([](auto& rows) { rows[5].selectedTrack->bpm = 7; }); }),
               Rows{5});
+    EXPECT_EQ(model.data(model.index(5), MatchedTracksModel::header), "Artist – Title 5 (7 BPM)");
     EXPECT_EQ(after([&] {
                   view.matchedTracks.update([](auto& rows) { rows[0].options.push_back(track("x", "y")); });
               }),

@@ -100,11 +100,6 @@ TEST_F(ResultsPage, StopsThePreviewWhenItsRowGoes) {
     ASSERT_TRUE(lastPlayback().playing);
     window.click("Close");
     EXPECT_FALSE(lastPlayback().playing) << "gone with the page";
-    window.openResults();
-    togglePreview(view, *rows().front().selectedTrack);
-    view.showResultsPage.set(false); // like a click while the file is opened
-    window.settle();
-    EXPECT_FALSE(lastPlayback().playing) << "begun in the turn that closes the page";
 
     window.openResults();
     window.click(window.inRow(several, "Play"));
@@ -113,6 +108,14 @@ TEST_F(ResultsPage, StopsThePreviewWhenItsRowGoes) {
     window.key(Qt::Key_Return);
     window.click("Close");
     EXPECT_TRUE(lastPlayback().playing) << "no row has the previewed track";
+
+    view.showResultsPage.set(true);
+    window.settle();
+    togglePreview(view, *rows().front().selectedTrack);
+    ASSERT_TRUE(lastPlayback().playing);
+    view.showResultsPage.set(false); // like a click while the file is opened
+    window.settle();
+    EXPECT_FALSE(lastPlayback().playing) << "begun in the turn that closes the page";
 }
 
 } // namespace
