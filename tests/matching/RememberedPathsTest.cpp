@@ -35,6 +35,8 @@ TEST_F(RememberedPathsTest, AreThoseOfTheirKeysAndFollowEachChoice) {
     other.run("BEGIN EXCLUSIVE; UPDATE preferred_matches SET preferred_path = '/3' WHERE key = 'a'; COMMIT");
     test.database().savePreferredMatch("b", "/4");
     EXPECT_EQ(paths.of("a"), "/3") << "the file is free for others and is read again after a change";
+    test.database().removePreferredMatch("b");
+    EXPECT_EQ(paths.of("b"), std::nullopt) << "an undone choice";
     test.database().replacePreferredMatches({});
     EXPECT_EQ(paths.of("a"), std::nullopt);
     EXPECT_THAT(test.console.lines(), IsEmpty());
