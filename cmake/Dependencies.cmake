@@ -8,11 +8,9 @@ find_package(simdjson REQUIRED)
 find_package(tl-expected REQUIRED)
 find_path(RAPIDJSON_INCLUDE_DIR rapidjson/prettywriter.h REQUIRED)
 
+# Without RAPIDJSON_SSE2, which leaves the control characters from 0x1A to 0x1F unescaped in version 1.1.
 add_library(orvalen_rapidjson INTERFACE)
 target_include_directories(orvalen_rapidjson SYSTEM INTERFACE "${RAPIDJSON_INCLUDE_DIR}")
-if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
-  target_compile_definitions(orvalen_rapidjson INTERFACE RAPIDJSON_SSE2) # escapes 16 bytes at a time
-endif()
 
 if(ORVALEN_DESKTOP)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network DBus Qml Quick Svg)
