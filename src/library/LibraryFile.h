@@ -34,7 +34,7 @@ void savePersistentLibrary(ContentView& view);
 /// The content of "library.orvl", or null if it cannot be read.
 using LibraryReading = std::future<std::unique_ptr<LibraryDocument>>;
 /// Starts to read "library.orvl" on a thread, so that the window can be created meanwhile. Returns an invalid
-/// future if there is no support folder or no thread.
+/// future if there is no support folder or the thread cannot be started.
 LibraryReading startReadingLibrary(const UserFolders& userFolders);
 /// Restores the library at the start: posts the music folders, loads the earlier choices, and waits for
 /// `reading`. If that is invalid, reads "library.orvl" itself.

@@ -201,8 +201,8 @@ std::string withDashForTab(std::string_view line) {
     const std::size_t last = line.find_last_of('\t');
     const std::string_view left = trimmed(line.substr(0, first));
     const std::string_view right = trimmed(line.substr(last + 1));
-    // A line with more than two columns stays unchanged, because a column may be a number or a length. A tab
-    // beside a dash stands for a space.
+    // A line with more than two columns stays unchanged, because a column may be a number or a length. If a
+    // tab is beside a dash, it is treated as a space.
     const bool isOneGap = isBlank(line.substr(first, last - first + 1));
     const auto besideDash = [](std::string_view text) {
         const std::vector<Dash> dashes = dashesOf(text);

@@ -100,7 +100,7 @@ TEST_F(HttpSessionTest, ReturnsAnyBytesUpToItsLimit) {
     }
     server.on("/x", answer(200, most + "x"));
     EXPECT_EQ(errorOf(get(server.address("/x"))), "The answer is too large.");
-    // Compressed to a thousandth of its size, which Qt refuses unless told otherwise.
+    // This body shrinks to a thousandth of its size. By default, Qt refuses to decompress such a body.
     server.on("/x", answer(200, qCompress(most).mid(4), "Content-Encoding: deflate\r\n"));
     EXPECT_TRUE(bodyOf(get(server.address("/x"))) == most.toStdString());
 }

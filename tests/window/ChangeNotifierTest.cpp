@@ -27,7 +27,7 @@ TEST(ChangeNotifier, NotifiesTheViewsSixtyTimesASecondAtMost) {
     waitForNotification(notifier);
     const auto atRest = told.count();
     waitForNotification(notifier);
-    EXPECT_EQ(told.count(), atRest) << "no field was written";
+    EXPECT_EQ(told.count(), atRest) << "notified although no field was written";
 }
 
 TEST(PreviewState, ReportsOnlyMovesThatCanBeSeen) {
